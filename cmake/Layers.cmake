@@ -1,0 +1,50 @@
+# The product's folders in the order in which they may use each other: a library may depend only on
+# libraries that stand before it. A dependency that points the other way stops the configuration.
+set(VX_LAYERS
+    base base_gui records link protocol modules_common modules controller gateway system settings
+    reports firmware help app)
+
+add_library(vx_options INTERFACE)
+target_include_directories(vx_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_definitions(
+  vx_options INTERFACE QT_DEPRECATED_WARNINGS QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+                       QT_MESSAGELOGCONTEXT)
+target_compile_options(vx_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+                                            -Woverloaded-virtual -Wconversion -Wno-sign-conversion)
+if(VX_WERROR)
+  target_compile_options(vx_options INTERFACE -Werror)
+endif()
+if(VX_SANITIZE)
+  target_compile_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE} -fno-omit-frame-pointer
+                                              -fno-sanitize-recover=all)
+  target_link_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE})
+endif()
+if(VX_COVERAGE)
+  target_compile_options(vx_options INTERFACE --coverage)
+  target_link_options(vx_options INTERFACE --coverage)
+endif()
+
+# vx_add_layer(<layer> SOURCES <files> [FORMS] [DEPENDS <layers>] [QT <modules>])
+# Makes the static library of one folder with the alias App::<layer>. FORMS turns on the form compiler,
+# which looks for the forms in src/forms.
+function(vx_add_layer layer)
+  cmake_parse_arguments(ARG "FORMS" "" "SOURCES;DEPENDS;QT" ${ARGN})
+  list(FIND VX_LAYERS ${layer} own)
+  if(own EQUAL -1)
+    message(FATAL_ERROR "${layer} is no known layer: add it to VX_LAYERS where it belongs")
+  endif()
+  foreach(dependency IN LISTS ARG_DEPENDS)
+    list(FIND VX_LAYERS ${dependency} other)
+    if(other EQUAL -1 OR NOT other LESS own)
+      message(FATAL_ERROR "${layer} must not depend on ${dependency}: the order is ${VX_LAYERS}")
+    endif()
+  endforeach()
+  add_library(vx_${layer} STATIC ${ARG_SOURCES})
+  add_library(App::${layer} ALIAS vx_${layer})
+  list(TRANSFORM ARG_DEPENDS PREPEND App:: OUTPUT_VARIABLE layers)
+  list(TRANSFORM ARG_QT PREPEND Qt5:: OUTPUT_VARIABLE modules)
+  target_link_libraries(vx_${layer} PUBLIC vx_options ${layers} ${modules})
+  if(ARG_FORMS)
+    set_target_properties(vx_${layer} PROPERTIES AUTOUIC ON AUTOUIC_SEARCH_PATHS ${CMAKE_SOURCE_DIR}/src/forms)
+  endif()
+endfunction()

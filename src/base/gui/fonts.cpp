@@ -1,0 +1,50 @@
+#include "base/gui/fonts.h"
+
+#include <QStringList>
+
+namespace fonts {
+
+namespace {
+
+constexpr int kTextPixels = 12;
+constexpr int kPlaceholderPixels = 15;
+
+QString family()
+{
+    return QStringLiteral("Segoe UI");
+}
+
+} // namespace
+
+QFont text(const QFont &base)
+{
+    QFont font(base);
+    font.setPixelSize(kTextPixels);
+    font.setFamily(family());
+    return font;
+}
+
+QFont strong()
+{
+    QFont font = text();
+    font.setWeight(QFont::Bold);
+    return font;
+}
+
+QFont placeholder()
+{
+    QFont font = text();
+    font.setPixelSize(kPlaceholderPixels);
+    font.setWeight(QFont::Bold);
+    font.setItalic(true);
+    font.setKerning(true);
+    return font;
+}
+
+void installSubstitutions()
+{
+    QFont::insertSubstitutions(family(), {QStringLiteral("Open Sans"), QStringLiteral("Noto Sans"),
+                                          QStringLiteral("DejaVu Sans")});
+}
+
+} // namespace fonts

@@ -1,0 +1,9 @@
+#include "base/settingsfolder.h"
+
+#include <QStandardPaths>
+
+QString settingsFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+           + QStringLiteral("/qor/vxconfig");
+}

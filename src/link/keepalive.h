@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// Switches on TCP keep-alive on a connected socket: first probe after 1000 ms of silence, then one each
+/// 600 ms (a whole second where the platform counts in seconds). A failure is logged; the connection stays.
+void enableKeepAlive(qintptr socketDescriptor);

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "link/portdirectory.h"
+#include "link/settings.h"
+
+#include <QByteArray>
+#include <QObject>
+
+class Communication_Aux;
+class QSerialPort;
+class TimeSource;
+
+/// Carries frames over a COM port. Owns the port, which exists from open to close, and the decoder.
+/// The operations are virtual so that tests can put a scripted link in its place.
+class SerialComm : public QObject
+{
+    Q_OBJECT
+
+public:
+    SerialComm(TimeSource &time, const PortDirectory &ports, QObject *parent = nullptr);
+    ~SerialComm() override;
+
+    virtual bool IsOpen() const;
+
+    /// True if the port named in the settings is there now.
+    bool IsPortAvailable() const;
+
+    virtual void SetSettings(const model_Namespace::Settings &settings);
+
+    /// Opens the port named in the settings. On failure logs, emits retryPort() and returns false.
+    virtual bool Open();
+    virtual void Close();
+
+    /// Writes a whole frame and emits dataWritten(), or emits retryPort() if the port is lost.
+    virtual void Write(const QByteArray &frame);
+
+public slots:
+    void Slot_DataReady();
+    void Slot_ResetReceivedData();
+    void Slot_RcvDatagramOK(QByteArray &frame);
+
+signals:
+    /// A valid frame came in; the kind is always serial.
+    void Signal_RcvSerialDatagram(Comm_Type commType, QByteArray &frame);
+    void Signal_ResetState();
+
+    /// The port could not be opened, or is lost.
+    void retryPort();
+    void dataWritten();
+};

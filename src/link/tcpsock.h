@@ -1,0 +1,49 @@
+#pragma once
+
+#include "link/settings.h"
+
+#include <QAbstractSocket>
+#include <QByteArray>
+#include <QObject>
+
+class Communication_Aux;
+class QTcpSocket;
+class TimeSource;
+
+/// Carries frames over TCP, and raw bytes for the gateway's text dialogue. Owns the socket and a decoder.
+/// The operations that the session uses are virtual so that tests can put a scripted link in its place.
+class TcpSock : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TcpSock(TimeSource &time, QObject *parent = nullptr);
+    ~TcpSock() override;
+
+    virtual bool IsConnected() const;
+
+    /// Writes a whole frame and emits dataWritten(); does nothing on a socket that is not writable.
+    virtual void Write(const QByteArray &frame);
+
+public slots:
+    /// Waits at most 50 ms. True and TcpConnected() on success; otherwise the attempt is aborted,
+    /// TcpDisconnectd() is emitted and the result is false.
+    virtual bool connectToServer(QString ipAddr, QString port);
+
+    /// Leaves the connection; emits nothing.
+    virtual void disconnectSocket();
+    void readData();
+    void handleDisconnect();
+    void Slot_RcvDatagramOK(QByteArray &frame);
+    void Slot_CommStatus(QAbstractSocket::SocketState state);
+
+signals:
+    void TcpDisconnectd(); ///< the connect failed or the peer went away; name as agreed
+    void TcpConnected();
+    void dataWritten();
+    void packetRecvd(QString text); ///< agreed name; nothing emits it
+    void messagePacket(QByteArray &bytes); ///< the bytes of each read as they came
+
+    /// A valid frame came in; the kind is always Ethernet.
+    void Signal_RcvSerialDatagram(Comm_Type commType, QByteArray &frame);
+};
