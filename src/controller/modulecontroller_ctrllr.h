@@ -1,0 +1,63 @@
+#pragma once
+
+#include "protocol/records/modulestatus.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QVariant>
+
+class ModuleController_View;
+class TimeSource;
+
+/// Drives the top row: the controller module and, beside it, the power module. Shows what they are and how
+/// they fare, and warns of firmware that does not match.
+class ModuleController_Ctrllr : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `rowNumber` is the row's place among the controller rows, from 1. With `withPower` the power module's
+    /// part is shown until a report tells that there is none.
+    ModuleController_Ctrllr(int moduleNumber, int rowNumber, bool withPower, TimeSource &time,
+                            QObject *parent = nullptr);
+    ~ModuleController_Ctrllr() override;
+
+    /// The row; this object owns it.
+    ModuleController_View *GetView();
+
+    int rowNumber() const { return m_rowNumber; }
+
+public slots:
+    /// Shows the controller's version numbers. The box does not block.
+    void Slot_ControllerButton();
+
+    /// `remote` is the newest firmware known on the web, `flag` is passed on.
+    void Slot_CheckFrmwrVersion(QString remote, int flag);
+
+    /// The vector of Fast_Module_Status entries, of which the last two are taken.
+    void Slot_FastModuleStatus(QVariant data);
+
+    /// A Module_Status of any module.
+    void Slot_StaticModuleStatus(QVariant data);
+
+    /// A Power_Status.
+    void Slot_StaticPowerStatus(QVariant data);
+
+signals:
+    /// Origin "local": the modules' firmware differs among themselves, emitted once at most, flag 0.
+    /// Origin "remote": there is newer firmware on the web, with the flag of the check.
+    void Signal_FirmwareMismatch(QString origin, int flag);
+
+private:
+    void showController(const Module_Status &status);
+    void showPower(const QString &serialNumber, const QString &hardware, const QString &firmware);
+    void checkLocalFirmware(const QString &firmware);
+
+    int m_rowNumber;
+    QPointer<ModuleController_View> m_view;
+    QString m_hardware;
+    QString m_referenceFirmware; ///< firmware 1 of the controller; empty until it reported
+    QString m_firmware2;
+    bool m_firmwareCheckPending = true; ///< no local mismatch was reported yet
+};

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "modules/common/channel.h"
+#include "modules/common/moduleidentification.h"
+
+#include <QFrame>
+#include <memory>
+
+namespace Ui {
+class ModuleDevice_View;
+}
+
+/// The row of an analog module: what it is, how it fares, and under the column headers the place of its
+/// two channel strips.
+class ModuleDevice_View : public QFrame
+{
+    Q_OBJECT
+
+public:
+    ModuleDevice_View(int moduleNumber, const ModuleIdentification &identification,
+                      const ModuleMeasurement &measurement, int firstChannel, int secondChannel,
+                      QWidget *parent = nullptr);
+    ~ModuleDevice_View() override;
+
+    /// Number on the channel's button; 256 reads as 0.
+    int channelNumberA() const;
+    int channelNumberB() const;
+
+    /// Puts a strip of controls into the place of channel 1 or 2; any other channel is ignored, and the
+    /// strip stays where it was.
+    void addChannel(int channel, QWidget *strip);
+
+    void setDeviceName(const QString &name);
+    void setSerialNumber(const QString &serialNumber);
+    void setHardware(const QString &hardware);
+    void setFirmware1(const QString &firmware);
+    void setFirmware2(const QString &firmware);
+    void setChannelLabels(const QString &labelA, const QString &labelB);
+    void setVoltage(float volts);
+    void setTemperature(float celsius);
+    void setSelftest(quint8 code);
+
+    /// Headers of the first two columns over both channels.
+    void setInfoHeaders(const QString &first, const QString &second);
+
+    /// Shows or hides the column headers of a channel. `label_Level` stays hidden in any case.
+    void setHeadersVisible(Channel channel, bool visible);
+
+    /// Leaves only identification and live values: hides both channels, buttons and names included.
+    void hideChannels();
+
+public slots:
+    void on_pushButton_DeviceButton_clicked();
+    void on_pushButton_ChA_clicked();
+    void on_pushButton_ChB_clicked();
+
+    /// Fits name and headers of channel 1 or 2 to the function with the code `moduleName`.
+    void Slot_ChangeLabels(int ch, uchar moduleName);
+
+signals:
+    /// The module's button was clicked.
+    void Signal_DeviceButton();
+
+    /// A channel's button was clicked: name of this channel, name of the other one, text of the button.
+    void Signal_Channelbutton(QStringList channel);
+
+    /// Goes to Slot_ChangeLabels(); emitted by the controller of a module whose channels have functions.
+    void Signal_ChangeLabels(int ch, uchar moduleName);
+
+private:
+    struct ChannelWidgets;
+
+    const ChannelWidgets &widgets(Channel channel) const;
+    void applyHeaderForm(HeaderForm form, const QString &deviceName);
+    void applyNameFont();
+
+    std::unique_ptr<Ui::ModuleDevice_View> m_ui;
+    std::unique_ptr<ChannelWidgets[]> m_channels;
+};
