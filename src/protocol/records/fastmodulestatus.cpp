@@ -21,8 +21,7 @@ public:
     explicit BitTaker(ByteReader &reader)
         : m_low(reader.readU64())
         , m_high(reader.readU8())
-    {
-    }
+    {}
 
     quint32 take(unsigned width)
     {

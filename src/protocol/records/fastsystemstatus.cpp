@@ -23,8 +23,8 @@ QDebug operator<<(QDebug debug, const Fast_System_Status &status)
 {
     const QDebugStateSaver saver(debug);
     debug.nospace() << "Fast_System_Status(type " << status.payloadType << ", control " << status.controlFlags
-                    << ", status " << status.statusFlags << ", voltage " << status.voltageRaw
-                    << ", output " << status.outputVoltageRaw << ", load " << status.loadCurrentRaw << ')';
+                    << ", status " << status.statusFlags << ", voltage " << status.voltageRaw << ", output "
+                    << status.outputVoltageRaw << ", load " << status.loadCurrentRaw << ')';
     return debug;
 }
 

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Registers the status records with the meta-type system under their agreed names. Calling it again does
-/// no harm.
+/// Registers the status records and the requests with the meta-type system under their agreed names. Calling
+/// it again does no harm.
 void registerRecordTypes();
