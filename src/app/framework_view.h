@@ -1,0 +1,174 @@
+#pragma once
+
+#include "link/settings.h"
+
+#include <QDateTime>
+#include <QMainWindow>
+#include <QPointer>
+#include <QVariant>
+#include <array>
+#include <chrono>
+#include <memory>
+
+class ConnectionBar;
+class DynamicModulesFrame_View;
+class HelpWindow;
+class PortDirectory;
+class PortLister;
+class QLineEdit;
+class StatusLine;
+class TimeSource;
+class Timer;
+class WarningBox;
+
+namespace Ui {
+class Framework_View;
+}
+
+/// The times of the main window.
+struct DisplayPeriods
+{
+    std::chrono::milliseconds clock{1000};          ///< clock and one tick of the status line
+    std::chrono::milliseconds busyStep{500};        ///< how often the busy seconds are counted down
+    std::chrono::milliseconds lamp{100};            ///< how long the Rx and Tx lamps stay lit
+    std::chrono::milliseconds longPressPoll{500};   ///< how often a held help button is looked at
+    std::chrono::milliseconds helpPress{1100};      ///< the longest press that opens the help
+    std::chrono::milliseconds resetPress{2000};     ///< the shortest press that resets the system
+    std::chrono::milliseconds hwDelayMessage{3000}; ///< how long a response delay is shown
+};
+
+/// The main window: connection bar, system settings panel, module frame and status bar. Owns the dialog of
+/// the connection, the short help and the warning box. Its width is fixed, its height is free.
+class Framework_View : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `time` and `ports` must outlive the window.
+    Framework_View(TimeSource &time, const PortDirectory &ports, QWidget *parent = nullptr);
+    ~Framework_View() override;
+
+    /// The dialog that chooses the connection; it belongs to this window.
+    PortLister *portLister() const { return m_portLister; }
+
+    /// Shows the text in the status line for 7 seconds. The line keeps the colour that it has.
+    void showMessage(const QString &text);
+
+    /// Shows the text in black for 10 seconds.
+    void showInfo(const QString &text);
+
+    /// Shows the text in black for `ticks` seconds; -1 lets it stay.
+    void showTimed(const QString &text, int ticks);
+
+    /// Shows the text for `ticks` seconds, in red if `red` is not 0 and otherwise in black; -1 lets it stay.
+    void showColoured(const QString &text, int ticks, int red);
+
+    /// Shows the text in a box of its own without blocking. There is one such box: the next text replaces it.
+    void showWarning(const QString &text);
+
+    /// Shows the response delay of the device, in milliseconds, for a short while.
+    void showHwDelay(int ms);
+
+    /// 0: the system is known, green. 2: no link, gray. 3: the link is open and no system known yet, yellow,
+    /// and the status box reads "OFFLINE". Any other state gives the lamp the colour of the window.
+    void setConnectionLamp(int state);
+
+    /// Append the panel, then the frame, below the connection bar. The window becomes their Qt parent, but
+    /// they may be deleted before it.
+    void addSystemPanel(QWidget *panel);
+    void addModuleFrame(DynamicModulesFrame_View *frame);
+
+    /// Pass on to the module frame, which must have been added.
+    void addController(QWidget *controller);
+    void addModule(QWidget *module, int row);
+    void removeModule(QWidget *module);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+public slots:
+    void on_actionLoad_Configuration_from_File_triggered();
+    void handleCommSettings(model_Namespace::Settings &settings);
+    void handleNetworkSettings(model_Namespace::Settings &settings);
+    void updateComLabel(model_Namespace::Settings settings);
+    void handleServerSettings(QString address, QString port);
+    void displayHelp();
+    void tmrHndlr();
+
+    /// Adds half a second to the estimate of the work that waits.
+    void SetBusyStatus();
+    void SetOfflineStatus();
+    void SetAvailableStatus();
+
+    /// Shows a notice if `remote`, the version on the web server, counts as newer than this program's.
+    void UpdateVersion(QString remote);
+    void RxTmrSlot();
+    void TxTmrSlot();
+    void setRxLed();
+    void setTxLed();
+    void longPressTmrSlot();
+    void onHelpPressed();
+    void onHelpReleased();
+    void mainClockHandlr();
+    void Slot_SystemStatus(QVariant data);
+
+    /// `count` modules were read so far, the controller included.
+    void Slot_ModulesRead(ushort count);
+
+signals:
+    /// The user chose a COM port. Emitted before the connection bar shows it.
+    void Signal_SelectedComPort(model_Namespace::Settings &settings);
+    void Signal_NetworkComm(model_Namespace::Settings &settings); ///< never emitted; part of the interface
+
+    /// The user asks for the system report.
+    void Signal_SystemList();
+    void Signal_FastSystemStatus(QVariant data); ///< repeats what the device polling reports
+    void Signal_LoadCsvFile();                   ///< the action "Load Configuration from File" was triggered
+    void Signal_AbrtFrmw();                      ///< the user aborts the firmware update
+    void Signal_StartFPGAprocess();              ///< the firmware update begins
+    void Signal_FirmwareCommand(QVariant command);
+
+    /// The funnel for debug texts of all subsystems.
+    void Signal_DebugMessage(QString text);
+    void Signal_FirmwrFilePath(QString path); ///< the user chose a firmware file
+
+    /// The user chose a gateway. Emitted after the connection bar shows it, also with an empty address.
+    void Signal_ServerGateway(model_Namespace::Settings &settings);
+
+    /// The help button was held for two seconds.
+    void Signal_SystemReset();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void createTimers();
+    void setUpForm();
+    void createConnections();
+    void restoreWindowState();
+    void saveWindowState() const;
+    void openPortLister();
+    std::array<QWidget *, 3> openers() const;
+    void light(QLineEdit *lamp, Timer *timer);
+    void darken(QLineEdit *lamp, Timer *timer);
+    void showBusySeconds();
+    std::chrono::milliseconds helpPressDuration() const;
+
+    TimeSource &m_time;
+    const DisplayPeriods m_periods;
+    PortLister *const m_portLister; // child of this window, as are all plain pointers below
+    const std::unique_ptr<Ui::Framework_View> m_ui;
+    std::unique_ptr<ConnectionBar> m_bar;
+    std::unique_ptr<StatusLine> m_statusLine;
+    HelpWindow *const m_helpWindow;
+    WarningBox *const m_warningBox;
+    Timer *m_busyTimer = nullptr;
+    Timer *m_clockTimer = nullptr;
+    Timer *m_rxTimer = nullptr;
+    Timer *m_txTimer = nullptr;
+    Timer *m_longPressTimer = nullptr;
+    QPointer<QWidget> m_systemPanel;
+    QPointer<DynamicModulesFrame_View> m_modulesFrame;
+    QDateTime m_helpPressTime;
+    quint16 m_totalModules = 0; // the controller included
+    float m_busySeconds = 0;
+};

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QString>
+
+/// The program's own version, "1.1.62".
+QString productVersion();
