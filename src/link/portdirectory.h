@@ -11,8 +11,9 @@
 class PortDirectory
 {
 public:
-    /// `settingsFolder` holds the folder "ports" with the user's own names; not used on Windows.
-    explicit PortDirectory(const QString &settingsFolder);
+    /// `settingsFolder` holds the folder "ports" with the user's own names. `systemRoot` is the folder
+    /// under which "/dev" and "/sys" stand. Neither is used on Windows.
+    explicit PortDirectory(const QString &settingsFolder, const QString &systemRoot = QString());
 
     /// Device path to open for a COM name. A name that means nothing here is returned as it is, so that
     /// opening it fails in the ordinary way.
@@ -30,4 +31,5 @@ public:
 
 private:
     QString m_aliasFolder;
+    QString m_systemRoot;
 };

@@ -20,6 +20,7 @@ public:
     SerialComm(TimeSource &time, const PortDirectory &ports, QObject *parent = nullptr);
     ~SerialComm() override;
 
+    /// True from a successful Open() to the next Close() or Open(), also while the port is lost.
     virtual bool IsOpen() const;
 
     /// True if the port named in the settings is there now.
@@ -29,9 +30,12 @@ public:
 
     /// Opens the port named in the settings. On failure logs, emits retryPort() and returns false.
     virtual bool Open();
+
+    /// Harmless if nothing was opened.
     virtual void Close();
 
-    /// Writes a whole frame and emits dataWritten(), or emits retryPort() if the port is lost.
+    /// Writes a whole frame and emits dataWritten(), or emits retryPort() if the port is lost. Does nothing
+    /// while neither the link is open nor its port there.
     virtual void Write(const QByteArray &frame);
 
 public slots:
@@ -42,9 +46,30 @@ public slots:
 signals:
     /// A valid frame came in; the kind is always serial.
     void Signal_RcvSerialDatagram(Comm_Type commType, QByteArray &frame);
-    void Signal_ResetState();
+
+    void Signal_ResetState(); ///< agreed name; nothing emits it
 
     /// The port could not be opened, or is lost.
     void retryPort();
     void dataWritten();
+
+private:
+    enum class State {
+        Closed,
+        Open,
+        Lost, ///< the device is gone; reading has stopped, and the link waits to be opened again
+    };
+
+    void discardPort();
+    void applyLineSettings();
+    void watchForLoss();
+    void loseLink();
+
+    PortDirectory m_ports;
+    model_Namespace::Settings m_settings;
+    Communication_Aux *m_decoder;  ///< child
+    QSerialPort *m_port = nullptr; ///< child
+    State m_state = State::Closed;
+    QByteArray m_received; ///< with its length; agreed members that stay empty here
+    int m_receivedLength = 0;
 };

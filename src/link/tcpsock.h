@@ -41,9 +41,16 @@ signals:
     void TcpDisconnectd(); ///< the connect failed or the peer went away; name as agreed
     void TcpConnected();
     void dataWritten();
-    void packetRecvd(QString text); ///< agreed name; nothing emits it
+    void packetRecvd(QString text);        ///< agreed name; nothing emits it
     void messagePacket(QByteArray &bytes); ///< the bytes of each read as they came
 
     /// A valid frame came in; the kind is always Ethernet.
     void Signal_RcvSerialDatagram(Comm_Type commType, QByteArray &frame);
+
+private:
+    void leaveConnection();
+
+    Communication_Aux *m_decoder; ///< child
+    QTcpSocket *m_socket;         ///< child
+    bool m_connected = false;
 };

@@ -135,6 +135,21 @@ QByteArray packModuleRequest(quint8 address)
     return packStatusRequest(PayloadCode::StaticModuleStatus, address);
 }
 
+std::optional<QByteArray> packInitRequest(SessionState state, quint16 nextModule, quint16 eepromBlock)
+{
+    switch (state) {
+    case SessionState::SystemStatusAwaited:
+        return packStatusRequest(PayloadCode::SystemStatus, 1);
+    case SessionState::ModuleWalk:
+        return packModuleRequest(static_cast<quint8>(nextModule & 0xFFU));
+    case SessionState::ModuleEeprom:
+        return packStatusRequest(PayloadCode::ModuleEeprom, static_cast<quint8>(eepromBlock & 0xFFU));
+    case SessionState::Cyclic:
+        break;
+    }
+    return std::nullopt;
+}
+
 std::optional<quint8> wireChannel(quint32 module, quint8 channel)
 {
     if (channel != 1 && channel != 2)

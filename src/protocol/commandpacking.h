@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/records/devicecodes.h"
+#include "protocol/sessionstate.h"
 
 #include <QByteArray>
 #include <QVariant>
@@ -30,6 +31,10 @@ QByteArray packStatusRequest(PayloadCode code, quint8 argument);
 /// Request for the static status of one module: 0 the controller, 1 to 128 an analog module, 0x81 the
 /// power module.
 QByteArray packModuleRequest(quint8 address);
+
+/// The request that begins a state of the session: the system status, the module `nextModule` of the walk,
+/// or the EEPROM block, both with their low byte. The cyclic state has none.
+std::optional<QByteArray> packInitRequest(SessionState state, quint16 nextModule, quint16 eepromBlock);
 
 /// Number of a channel on the wire: 2m - 1 for channel 1 and 2m for channel 2 of module m, in one byte.
 /// Nothing for any other channel, and nothing where the byte comes to 0.

@@ -5,6 +5,7 @@
 #include "protocol/modulewalk.h"
 #include "protocol/pollingpattern.h"
 #include "protocol/requestqueues.h"
+#include "protocol/sessionstate.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -17,14 +18,8 @@ class TcpSock;
 class Timer;
 class TimeSource;
 struct CommLinks;
-
-/// State of the session; the values are those of the requests that start it.
-enum class SessionState : quint8 {
-    SystemStatusAwaited = 1,
-    ModuleWalk = 2,
-    Cyclic = 3,
-    ModuleEeprom = 4, ///< never entered by the session itself
-};
+struct Fast_System_Status;
+struct System_Status;
 
 /// The session with the device, and the only sender on its link: opens the link, walks the system once to
 /// learn what is there, then polls it on a fixed cycle and sends queued work, one request at a time.
@@ -87,12 +82,12 @@ public:
 
 public slots:
     // Each of these emits statusBusy() before it appends to a queue; those that append nothing do not.
-    void Slot_SendSamplingRates(QString bitRate, QString channelCount);
+    void Slot_SendSamplingRates(const QString &bitRate, const QString &channelCount);
     void Slot_SendVoltageSupply(uchar channel, uchar on, uchar voltage);
     void Slot_SendChannnelChangeReq(uchar channel, uchar type); ///< name as agreed
     void Slot_SendPowerModuleSetting(uchar mode, uchar protection, ushort voltage);
     void Slot_SendSystemReset();
-    void Slot_FirmwareCommands(QVariant cmdMsg);
+    void Slot_FirmwareCommands(const QVariant &cmdMsg);
     void Slot_StartFPGAprocess();
     void Slot_ClearFirmwrCommands();
 
@@ -129,18 +124,23 @@ private:
     bool openTcp(const model_Namespace::Settings &settings);
     void cleanSlate();
     void resetCommChannels();
-    void startOver();
+    bool announceCleanSlate();
+    bool startOver();
     void sendInitRequest(SessionState request);
     void sendPayload(const QByteArray &payload);
     void queueSystemCommand(const SystemCommand &command);
     bool sendQueuedRequest();
-    void sendPoll();
+    void giveUpPendingModules();
 
-    bool takeFastSystemStatus(const QVariant &fastStatus);
-    bool takeFastModuleStatus(const QByteArray &payload, const QVariant &fastStatus);
-    bool takeSystemStatus(const QByteArray &payload, const QVariant &fastStatus);
-    bool takeStaticStatus(const QByteArray &payload, const QVariant &fastStatus);
-    void advanceWalk(quint8 moduleType);
+    // Each takes one kind of reply; true if the common end of a reply is to follow.
+    bool takeReply(const QByteArray &payload, const Fast_System_Status &head);
+    bool takeFastSystemStatus(const Fast_System_Status &head);
+    bool takeFastModuleStatus(const QByteArray &payload, const Fast_System_Status &head);
+    bool takeSystemStatus(const QByteArray &payload, const Fast_System_Status &head);
+    bool takeRefreshedStatus(const System_Status &status);
+    bool takeStaticStatus(const QByteArray &payload, const Fast_System_Status &head);
+    bool endStaticStatus(quint8 address, quint8 moduleType);
+    void continueWalk();
     void finishWalk(quint8 moduleType);
 
     std::unique_ptr<SerialComm> m_serial;

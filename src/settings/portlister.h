@@ -71,8 +71,6 @@ protected:
 private:
     void makeConnections();
     void setUpLabels();
-    void showSerialDefaults();
-    void setUpNumberField();
     void takeSerialDefaults();
     void takeSerialParameters(const model_Namespace::Settings &setting);
     void confirmComPort();

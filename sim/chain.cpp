@@ -1,0 +1,124 @@
+#include "sim/chain.h"
+
+#include "sim/catalogue.h"
+
+namespace sim {
+
+namespace {
+
+constexpr int kFixedModuleBytes = 10;
+constexpr int kChannelsPerModule = 2;
+
+QStringList itemsOf(const QString &list, int channelIndex)
+{
+    const QStringList halves = list.split(QLatin1Char('#'));
+    const QString own = halves.size() == kChannelsPerModule ? halves.at(channelIndex) : list;
+    QStringList items = own.split(QLatin1Char('$'));
+    items.removeLast(); // what stands behind the last "$"
+    return items;
+}
+
+} // namespace
+
+Channel Channel::withFunction(quint8 function)
+{
+    Channel channel;
+    channel.function = function;
+    channel.filter = QString::fromLatin1(functionEntry(function).filter);
+    return channel;
+}
+
+Module Module::ofType(quint8 type)
+{
+    Module module;
+    module.type = type;
+    const quint8 function = type == kUniversal ? kStrainGauge : type;
+    module.channels = {Channel::withFunction(function), Channel::withFunction(function)};
+    return module;
+}
+
+QString Module::usualList(bool ranges) const
+{
+    const auto textOf = [ranges](quint8 function) {
+        const FunctionEntry &entry = functionEntry(function);
+        return QString::fromUtf8(ranges ? entry.ranges : entry.sensors);
+    };
+    if (type != kUniversal)
+        return textOf(type);
+    return textOf(channel(0).function) + QLatin1Char('#') + textOf(channel(1).function);
+}
+
+QString Module::sensorList() const
+{
+    return sensorText.isEmpty() ? usualList(false) : sensorText;
+}
+
+QString Module::rangeList() const
+{
+    return rangeText.isEmpty() ? usualList(true) : rangeText;
+}
+
+QStringList Module::sensorsOf(int channelIndex) const
+{
+    return itemsOf(sensorList(), channelIndex);
+}
+
+QStringList Module::rangesOf(int channelIndex) const
+{
+    return itemsOf(rangeList(), channelIndex);
+}
+
+QString SystemTexts::bitRate() const
+{
+    return QStringLiteral("%1 (%2ch)")
+        .arg(bitRateNames().value(bitRateCode), channelCountNames().value(channelCountCode));
+}
+
+QString SystemTexts::samplingRate() const
+{
+    // Twice the channels or half the bit rate halve the samples; the first entry is 40000 kBit/s, 2 channels.
+    static const QStringList rates = {
+        QStringLiteral("384000"), QStringLiteral("192000"), QStringLiteral("96000"), QStringLiteral("48000"),
+        QStringLiteral("24000"),  QStringLiteral("12000"),  QStringLiteral("6000"),  QStringLiteral("3000"),
+        QStringLiteral("1500"),   QStringLiteral("750"),    QStringLiteral("375"),   QStringLiteral("188"),
+        QStringLiteral("94"),     QStringLiteral("47"),     QStringLiteral("23")};
+    return rates.value(bitRateCode + channelCountCode);
+}
+
+Channel *Chain::wireChannel(int number)
+{
+    const int address = (number + 1) / kChannelsPerModule;
+    if (number < 1 || !hasModule(address))
+        return nullptr;
+    return &module(address).channel(number % kChannelsPerModule == 1 ? 0 : 1);
+}
+
+QByteArray Chain::fixedModuleCodes() const
+{
+    QByteArray codes = fixedModules.value_or(QByteArray());
+    if (!fixedModules) {
+        codes.append(static_cast<char>(kControllerType));
+        if (power)
+            codes.append(static_cast<char>(kPowerType));
+    }
+    codes.resize(qMin(codes.size(), kFixedModuleBytes));
+    return codes.leftJustified(kFixedModuleBytes, '\0');
+}
+
+const QStringList &bitRateNames()
+{
+    static const QStringList names = {QStringLiteral("40000"), QStringLiteral("20000"), QStringLiteral("10000"),
+                                      QStringLiteral("5000"),  QStringLiteral("2500"),  QStringLiteral("1250"),
+                                      QStringLiteral("625"),   QStringLiteral("312")};
+    return names;
+}
+
+const QStringList &channelCountNames()
+{
+    static const QStringList names = {QStringLiteral("2"),  QStringLiteral("4"),  QStringLiteral("8"),
+                                      QStringLiteral("16"), QStringLiteral("32"), QStringLiteral("64"),
+                                      QStringLiteral("128"), QStringLiteral("256")};
+    return names;
+}
+
+} // namespace sim

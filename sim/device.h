@@ -1,0 +1,59 @@
+#pragma once
+
+#include "sim/chain.h"
+#include "sim/livevalues.h"
+
+namespace sim {
+
+/// What the device does with one request payload.
+struct Answer
+{
+    enum class Verdict {
+        Reply,  ///< `payload` goes back
+        Silent, ///< well formed, but nobody answers: a status request for an address without a module
+        Refused ///< not a form that the device knows; no answer
+    };
+
+    Verdict verdict = Verdict::Refused;
+    QByteArray payload;
+    QString note; ///< what was done or why nothing was, for the log
+};
+
+/// The chain as it behaves: request payloads in, reply payloads out, with the time given from outside. It
+/// knows nothing of frames, links and clocks. Times must not run backwards.
+class Device
+{
+public:
+    Device(const Chain &description, quint32 seed);
+
+    Answer answer(const QByteArray &payload, Milliseconds now);
+
+    /// The present state; tests may also change it.
+    Chain &chain() { return m_chain; }
+    const Chain &chain() const { return m_chain; }
+    const LiveValues &live() const { return m_live; }
+
+    /// Back to the description, as after a reboot; the next reply carries the reset flag if the chain
+    /// says so. The reset command does the same after its own reply.
+    void reset();
+    /// The next reply asks for a new start of the session.
+    void raiseResetFlag() { m_resetFlag = true; }
+    int resetCount() const { return m_resetCount; }
+
+private:
+    Answer dispatch(const QByteArray &payload, Milliseconds now);
+    Answer statusReply(const QByteArray &payload, Milliseconds now);
+    Answer channelCommand(const QByteArray &payload, Milliseconds now);
+    Answer textCommand(const QByteArray &payload, Milliseconds now);
+    Answer systemCommand(const QByteArray &payload, Milliseconds now);
+    Answer fpgaCommand(const QByteArray &payload, Milliseconds now);
+    Answer acknowledge(quint8 code, const QString &note, Milliseconds now) const;
+
+    const Chain m_description;
+    Chain m_chain;
+    LiveValues m_live;
+    bool m_resetFlag = false;
+    int m_resetCount = 0;
+};
+
+} // namespace sim

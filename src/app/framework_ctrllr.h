@@ -1,0 +1,118 @@
+#pragma once
+
+#include "app/appenvironment.h"
+#include "link/settings.h"
+#include "protocol/records/groupcommand.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QVariant>
+#include <memory>
+#include <vector>
+
+class AppConfigurationManager;
+class AnalogModule_Ctrllr;
+class Communication;
+class DynamicModulesFrame_View;
+class Framework_View;
+class InitModuleNotFound_View;
+class ModuleController_Ctrllr;
+class ModuleDevice_Ctrllr;
+class Timer;
+struct System_Status;
+
+/// Builds the whole application, joins its objects and turns what the device reports into rows.
+///
+/// It is the one object that knows all others. A system status creates the controller row and one row for
+/// each analog module; a clean slate removes all of them. What was once created stays until then.
+class Framework_Ctrllr : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Shows the main window, reads the settings file and opens the link that it names.
+    explicit Framework_Ctrllr(const AppEnvironment &environment, QObject *parent = nullptr);
+    ~Framework_Ctrllr() override;
+
+    Framework_View *mainWindow() const { return m_view.get(); }
+
+    /// The analog modules in order of creation; they belong to this object.
+    const std::vector<ModuleDevice_Ctrllr *> &analogModules() const { return m_analogModules; }
+
+    /// The controller module, null if there is none.
+    ModuleController_Ctrllr *controllerModule() const { return m_controllerModule; }
+
+    /// Opens the link of the current settings; the only way to a link. Tells the outcome in the status
+    /// line and by the connection lamp, and disables the sampling rates until a system status comes.
+    bool openLink();
+
+public slots:
+    void Slot_SystemStatus(QVariant data);
+    void Slot_CleanSlateProtocol();
+
+    /// Starts to reopen the link each 6 seconds until that works; does nothing if it is at it already.
+    void StartSerialTimer();
+    void Slot_SendChannelCommand(QVariant request);
+    void retryCommOpen();
+    void Slot_HwResponseDelay(int ms);
+    void Slot_UpdateSamplingNBitRate(QVariant data);
+    void Slot_GetChannelData(uint module);
+
+    /// The user chose another connection: removes all rows, saves the choice and opens the link. Returns
+    /// whether that worked.
+    bool Slot_ComConfigurationChanged(model_Namespace::Settings &settings);
+
+    /// The settings file names a connection: opens it.
+    void Slot_ActivateMode(model_Namespace::Settings settings);
+
+    /// `origin` is "local" (the modules differ from each other) or "remote" (a newer version is on the
+    /// web server); `flag` non-zero shows the remote warning in red.
+    void Slot_FirmwareMismatch(QString origin, int flag);
+
+signals:
+    void statusAvailbl(); ///< the device was polled and nothing else waits; name as agreed
+    void statusBusy();    ///< work for the device was queued
+
+    /// Sampling rates can be set from now on: a system status came.
+    void Signal_EnableSamplingRate();
+
+    /// Sampling rates cannot be set: the link was opened, failed to open, or lost its system.
+    void Signal_DisableSamplingRate();
+
+    /// A gesture of one module that reaches the matching channels of all modules, its own included.
+    void Signal_SendAll(GroupCommand command);
+
+private:
+    void createWindow();
+    void createPlaceholders();
+    void loadSettings();
+
+    void addControllerModule(bool withPower);
+    void AddAnalogModule(quint8 type);
+    void connectKnownModule(AnalogModule_Ctrllr *module);
+    void connectStatus(AnalogModule_Ctrllr *module);
+    void createFixedModules(const System_Status &status);
+    void createAnalogModules(const System_Status &status);
+    void removeModule(std::size_t index);
+    void removeAllModules();
+    void showNoController();
+    void showNoModule();
+
+    const AppEnvironment m_environment;
+    Timer *m_retryTimer; // child of this object
+    model_Namespace::Settings m_settings;
+    std::unique_ptr<AppConfigurationManager> m_appConfig;
+    std::unique_ptr<Communication> m_communication;
+    std::unique_ptr<Framework_View> m_view;
+    DynamicModulesFrame_View *m_modulesFrame = nullptr; // owned by the window
+    std::vector<ModuleDevice_Ctrllr *> m_analogModules; // children of this object
+    ModuleController_Ctrllr *m_controllerModule = nullptr;
+    int m_nextModuleAddress = 0; // number of the next module, less one
+    int m_nextChannelNumber = 0; // first channel number of the next module, less one
+    int m_analogModuleCount = 0;
+    int m_controllerCount = 0;
+    int m_controllerRowCount = 0;
+    bool m_isConstructed = false;
+    QPointer<InitModuleNotFound_View> m_noControllerView; // owned by the module frame
+    QPointer<InitModuleNotFound_View> m_noModuleView;
+};

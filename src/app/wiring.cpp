@@ -1,0 +1,88 @@
+#include "app/wiring.h"
+
+#include "app/framework_ctrllr.h"
+#include "app/framework_view.h"
+#include "base/timesource.h"
+#include "protocol/communication.h"
+#include "settings/appconfigurationmanager.h"
+#include "settings/portlister.h"
+
+namespace {
+
+void wireSession(const ApplicationParts &p)
+{
+    QObject::connect(p.view, &Framework_View::Signal_SelectedComPort, p.controller,
+                     &Framework_Ctrllr::Slot_ComConfigurationChanged);
+    QObject::connect(p.appConfig, &AppConfigurationManager::updateConfig, p.portLister,
+                     &PortLister::updateConfig);
+    QObject::connect(p.communication, &Communication::Signal_SystemStatus, p.controller,
+                     &Framework_Ctrllr::Slot_SystemStatus);
+    QObject::connect(p.communication, &Communication::Signal_SystemStatus, p.view,
+                     &Framework_View::Slot_SystemStatus);
+    QObject::connect(p.communication, &Communication::ModuleRead, p.view, &Framework_View::Slot_ModulesRead);
+    QObject::connect(p.communication, &Communication::Signal_CleanSlateProtocol, p.controller,
+                     &Framework_Ctrllr::Slot_CleanSlateProtocol);
+    QObject::connect(p.communication, &Communication::passRetryPort, p.controller,
+                     &Framework_Ctrllr::StartSerialTimer);
+    QObject::connect(p.retryTimer, &Timer::timeout, p.controller, &Framework_Ctrllr::retryCommOpen);
+}
+
+void wireSettings(const ApplicationParts &p)
+{
+    QObject::connect(p.appConfig, &AppConfigurationManager::debugMessage, p.view,
+                     &Framework_View::Signal_DebugMessage);
+    QObject::connect(p.controller, &Framework_Ctrllr::statusAvailbl, p.view,
+                     &Framework_View::SetAvailableStatus);
+    QObject::connect(p.controller, &Framework_Ctrllr::statusBusy, p.view, &Framework_View::SetBusyStatus);
+    QObject::connect(p.appConfig, &AppConfigurationManager::serverInfo, p.view,
+                     &Framework_View::handleServerSettings);
+    QObject::connect(p.appConfig, &AppConfigurationManager::serverInfo, p.portLister,
+                     &PortLister::settingsServer);
+    QObject::connect(p.appConfig, &AppConfigurationManager::activateMode, p.portLister,
+                     &PortLister::Slot_ActivateMode);
+    QObject::connect(p.portLister, &PortLister::Signal_ActivateMode, p.appConfig,
+                     &AppConfigurationManager::SaveComDetails);
+    QObject::connect(p.portLister, &PortLister::Signal_ActivateMode, p.controller,
+                     &Framework_Ctrllr::Slot_ActivateMode);
+    QObject::connect(p.view, &Framework_View::Signal_ServerGateway, p.controller,
+                     &Framework_Ctrllr::Slot_ComConfigurationChanged);
+}
+
+void wireCommands(const ApplicationParts &p)
+{
+    QObject::connect(p.view, &Framework_View::Signal_SystemReset, p.communication,
+                     &Communication::Slot_SendSystemReset);
+    QObject::connect(p.view, &Framework_View::Signal_FirmwareCommand, p.communication,
+                     &Communication::Slot_FirmwareCommands);
+    QObject::connect(p.view, &Framework_View::Signal_AbrtFrmw, p.communication,
+                     &Communication::Slot_ClearFirmwrCommands);
+    QObject::connect(p.view, &Framework_View::Signal_StartFPGAprocess, p.communication,
+                     &Communication::Slot_StartFPGAprocess);
+    QObject::connect(p.view, &Framework_View::Signal_FirmwrFilePath, p.appConfig,
+                     &AppConfigurationManager::Slot_SaveFirmWrFilePath);
+}
+
+void wireStatus(const ApplicationParts &p)
+{
+    QObject::connect(p.communication, &Communication::Signal_FastSystemStatus, p.view,
+                     &Framework_View::Signal_FastSystemStatus);
+    QObject::connect(p.communication, &Communication::statusAvailbl, p.controller,
+                     &Framework_Ctrllr::statusAvailbl);
+    QObject::connect(p.communication, &Communication::statusBusy, p.controller, &Framework_Ctrllr::statusBusy);
+    QObject::connect(p.communication, &Communication::packetRecvd, p.view, &Framework_View::setRxLed);
+    QObject::connect(p.communication, &Communication::packetSent, p.view, &Framework_View::setTxLed);
+    QObject::connect(p.communication, &Communication::Signal_DebugMsg, p.view,
+                     &Framework_View::Signal_DebugMessage);
+    QObject::connect(p.communication, &Communication::Signal_SamplingNBitRate, p.controller,
+                     &Framework_Ctrllr::Slot_UpdateSamplingNBitRate);
+}
+
+} // namespace
+
+void wireApplication(const ApplicationParts &parts)
+{
+    wireSession(parts);
+    wireSettings(parts);
+    wireCommands(parts);
+    wireStatus(parts);
+}

@@ -1,0 +1,32 @@
+#include "link/framebuilder.h"
+
+#include "base/bytewriter.h"
+#include "link/framecrc.h"
+#include "link/frameformat.h"
+
+namespace frame {
+
+namespace {
+
+const quint8 *begin(const ByteWriter &writer)
+{
+    return reinterpret_cast<const quint8 *>(writer.bytes().constData());
+}
+
+} // namespace
+
+QByteArray build(quint8 counter, quint8 addressee, const QByteArray &payload)
+{
+    Q_ASSERT(payload.size() <= kMaxPayload);
+    ByteWriter writer;
+    for (const quint8 byte : kStart)
+        writer.writeU8(byte);
+    writer.writeU8(counter).writeU8(addressee).writeU8(kOwnOriginator).writeZeros(kReservedSize);
+    writer.writeU16(static_cast<quint16>(payload.size()));
+    writer.writeU16(updateSum(kChecksumStart, begin(writer), writer.bytes().size()));
+    writer.writeBytes(payload);
+    writer.writeU16(updateCrc(kChecksumStart, begin(writer), writer.bytes().size()));
+    return writer.bytes();
+}
+
+} // namespace frame

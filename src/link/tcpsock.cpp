@@ -1,0 +1,103 @@
+#include "link/tcpsock.h"
+
+#include "link/communication_aux.h"
+#include "link/keepalive.h"
+
+#include <QTcpSocket>
+
+namespace {
+
+constexpr int kReceiveBufferSize = 1250172;
+constexpr int kConnectTimeoutMs = 50;
+
+} // namespace
+
+TcpSock::TcpSock(TimeSource &time, QObject *parent)
+    : QObject(parent)
+    , m_decoder(new Communication_Aux(time, this))
+    , m_socket(new QTcpSocket(this))
+{
+    connect(m_socket, &QTcpSocket::readyRead, this, &TcpSock::readData);
+    connect(m_socket, &QTcpSocket::disconnected, this, &TcpSock::handleDisconnect);
+    connect(m_socket, &QTcpSocket::stateChanged, this, &TcpSock::Slot_CommStatus);
+    connect(m_decoder, &Communication_Aux::Signal_RcvDatagramOk, this, &TcpSock::Slot_RcvDatagramOK);
+}
+
+TcpSock::~TcpSock()
+{
+    // The socket closes as it dies and must not be heard any more by then.
+    disconnect(m_socket, nullptr, this, nullptr);
+}
+
+bool TcpSock::IsConnected() const
+{
+    return m_connected;
+}
+
+bool TcpSock::connectToServer(QString ipAddr, QString port)
+{
+    qDebug() << "Connect Received";
+    disconnectSocket();
+    // Unsent bytes would keep the old connection, which then refuses to be opened anew.
+    m_socket->abort();
+    m_socket->connectToHost(ipAddr, port.toUShort(), QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
+    // A short blocking wait on purpose: a device that takes longer counts as failed.
+    if (!m_socket->waitForConnected(kConnectTimeoutMs)) {
+        m_socket->abort();
+        emit TcpDisconnectd();
+        return false;
+    }
+    // A socket takes this option only while it is connected.
+    m_socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, kReceiveBufferSize);
+    emit TcpConnected();
+    // A receiver may have left the connection again.
+    m_connected = m_socket->state() == QAbstractSocket::ConnectedState;
+    return m_connected;
+}
+
+void TcpSock::disconnectSocket()
+{
+    m_connected = false;
+    m_decoder->abandonRead();
+    m_socket->disconnectFromHost();
+}
+
+void TcpSock::Write(const QByteArray &frame)
+{
+    if (!m_socket->isWritable() || m_socket->state() != QAbstractSocket::ConnectedState)
+        return;
+    m_socket->write(frame);
+    emit dataWritten();
+}
+
+void TcpSock::readData()
+{
+    const QByteArray bytes = m_socket->readAll();
+    if (!m_connected)
+        return;
+    QByteArray message = bytes;
+    emit messagePacket(message);
+    if (m_connected)
+        m_decoder->takeRead(bytes);
+}
+
+void TcpSock::handleDisconnect()
+{
+    if (!m_connected)
+        return;
+    emit TcpDisconnectd();
+    m_connected = m_socket->state() == QAbstractSocket::ConnectedState;
+}
+
+void TcpSock::Slot_RcvDatagramOK(QByteArray &frame)
+{
+    emit Signal_RcvSerialDatagram(Comm_Type::Ethernet, frame);
+}
+
+void TcpSock::Slot_CommStatus(QAbstractSocket::SocketState state)
+{
+    if (state != QAbstractSocket::ConnectedState)
+        return;
+    qDebug() << "Connected State";
+    enableKeepAlive(m_socket->socketDescriptor());
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+/// How live values and addresses read on the screen.
+namespace displayformat {
+
+/// "12.00 V", from volts.
+QString voltage(float volts);
+
+/// "-55.0 °C", from degrees Celsius.
+QString temperature(float celsius);
+
+/// "O.K." for 0, else the code as "0x0A".
+QString selftest(quint8 code);
+
+} // namespace displayformat

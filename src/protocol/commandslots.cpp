@@ -1,0 +1,89 @@
+// The side of the session that takes orders: what the rest of the program asks for goes to its queue.
+
+#include "base/timesource.h"
+#include "protocol/communication.h"
+#include "protocol/ratecodes.h"
+#include "protocol/records/datagrams.h"
+
+void Communication::QueueModuleStatus(quint8 address)
+{
+    emit statusBusy();
+    m_queues.addModuleRequest(address);
+}
+
+void Communication::QueueChannelRequest(const QVariant &request)
+{
+    emit statusBusy();
+    m_queues.addChannelRequest(request);
+}
+
+void Communication::queueSystemCommand(const SystemCommand &command)
+{
+    emit statusBusy();
+    m_queues.addSystemCommand(command);
+}
+
+void Communication::Slot_SendSamplingRates(const QString &bitRate, const QString &channelCount)
+{
+    queueSystemCommand({PayloadCode::SamplingRates, rates::bitRateCode(bitRate),
+                        rates::channelCountCode(channelCount), 0, 0});
+    m_queues.setSystemStatusWanted(true);
+}
+
+void Communication::Slot_SendVoltageSupply(uchar channel, uchar on, uchar voltage)
+{
+    queueSystemCommand({PayloadCode::VoltageSupply, channel, on, voltage, 0});
+}
+
+void Communication::Slot_SendChannnelChangeReq(uchar channel, uchar type)
+{
+    queueSystemCommand({PayloadCode::ChannelChange, channel, type, 0, 0});
+}
+
+void Communication::Slot_SendPowerModuleSetting(uchar mode, uchar protection, ushort voltage)
+{
+    const auto low = static_cast<quint8>(voltage & 0xFFU);
+    const auto high = static_cast<quint8>(voltage >> 8);
+    queueSystemCommand({PayloadCode::PowerSet, mode, protection, low, high});
+    QueueModuleStatus(kPowerModuleAddress);
+}
+
+void Communication::Slot_SendSystemReset()
+{
+    m_queues.setSystemResetPending();
+}
+
+void Communication::Slot_FirmwareCommands(const QVariant &cmdMsg)
+{
+    emit statusBusy();
+    m_queues.addFirmwareCommand(cmdMsg);
+}
+
+void Communication::Slot_StartFPGAprocess()
+{
+    m_fpgaTimer->start(m_periods.fpga);
+}
+
+void Communication::Slot_ClearFirmwrCommands()
+{
+    m_queues.clearFirmwareCommands();
+    m_fpgaTimer->stop();
+}
+
+void Communication::PackPayLoadDeviceT1Data(DataModuleDeviceT1 &data, quint8 channelOnWire,
+                                            QByteArray &payload)
+{
+    payload = command::packChannelData(data, channelOnWire);
+}
+
+void Communication::PackPayLoadDeviceT2Data(DataModuleDeviceT2 &data, quint8 channelOnWire,
+                                            QByteArray &payload)
+{
+    payload = command::packChannelData(data, channelOnWire);
+}
+
+void Communication::PackPayLoadDeviceT3Data(DataModuleDeviceT3 &data, quint8 channelOnWire,
+                                            QByteArray &payload)
+{
+    payload = command::packChannelData(data, channelOnWire);
+}

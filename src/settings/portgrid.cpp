@@ -1,0 +1,99 @@
+#include "settings/portgrid.h"
+
+#include "base/gui/fonts.h"
+
+#include <QDebug>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QLatin1String kPrefix("COM");
+constexpr QLatin1String kAbsent("__");
+
+constexpr int kColumnWidth = 22; ///< pixels, as many as the fixed width of the window gives
+constexpr int kColumnGap = 3;    ///< pixels, so that two numbers of three digits do not run together
+constexpr int kBandWidth = 70;   ///< pixels
+constexpr int kRowHeight = 20;   ///< pixels
+constexpr int kFullStretch = 100;
+
+/// The font, made narrower if the text would be wider than `width` pixels.
+QFont fitted(QFont font, const QString &widestText, int width)
+{
+    const int natural = QFontMetrics(font).horizontalAdvance(widestText);
+    if (natural > width)
+        font.setStretch(kFullStretch * width / natural);
+    return font;
+}
+
+QLabel *makeLabel(const QString &text, const QFont &font, const QString &objectName, QWidget &parent)
+{
+    auto *label = new QLabel(text, &parent);
+    label->setObjectName(objectName);
+    label->setFont(font);
+    label->setFixedHeight(kRowHeight);
+    return label;
+}
+
+} // namespace
+
+int portNumber(const QString &portName)
+{
+    bool isNumber = false;
+    const int number = QString(portName).remove(kPrefix).toInt(&isNumber);
+    return isNumber && number > 0 ? number : 0;
+}
+
+PortGrid::PortGrid(QWidget &numbers, QWidget &bands)
+{
+    addNumbers(numbers);
+    addBands(bands);
+}
+
+void PortGrid::addNumbers(QWidget &parent)
+{
+    auto *layout = new QGridLayout(&parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    const QFont font = fitted(fonts::strong(), QString::number(kPorts), kColumnWidth - kColumnGap);
+    for (int i = 0; i < kPorts; ++i) {
+        QLabel *label = makeLabel(kAbsent, font, QStringLiteral("portNumber%1").arg(i + 1), parent);
+        label->setFixedWidth(kColumnWidth);
+        label->setAlignment(Qt::AlignCenter);
+        layout->addWidget(label, i / kColumns, i % kColumns);
+        m_numbers.append(label);
+    }
+}
+
+void PortGrid::addBands(QWidget &parent)
+{
+    // The leading blanks align the texts to the right.
+    static const QStringList bands = {QStringLiteral("  01...25:"), QStringLiteral("  26...50:"),
+                                      QStringLiteral("  51...75:"), QStringLiteral(" 76...100:"),
+                                      QStringLiteral("101...125:"), QStringLiteral("126...150:")};
+    auto *layout = new QVBoxLayout(&parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    const QFont font = fitted(fonts::strong(), bands.last(), kBandWidth);
+    for (int i = 0; i < bands.size(); ++i) {
+        QLabel *label = makeLabel(bands.at(i), font, QStringLiteral("portBand%1").arg(i + 1), parent);
+        label->setFixedWidth(kBandWidth);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        layout->addWidget(label);
+    }
+}
+
+void PortGrid::show(const QStringList &portNames)
+{
+    for (QLabel *label : qAsConst(m_numbers))
+        label->setText(kAbsent);
+    for (const QString &name : portNames) {
+        const int number = portNumber(name);
+        if (number > kPorts)
+            qDebug() << "Ports more than 150";
+        else if (number > 0)
+            m_numbers.at(number - 1)->setText(QString(name).remove(kPrefix));
+    }
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+class QLabel;
+class QWidget;
+
+/// The number of a port that is called "COM" and a positive number; 0 for any other name.
+int portNumber(const QString &portName);
+
+/// The table of the COM ports 1 to 150: six rows of 25 numbers, and in front of each row which numbers
+/// stand in it. Numbers too wide for their column are set in a narrower cut of the same font.
+class PortGrid
+{
+public:
+    static constexpr int kRows = 6;
+    static constexpr int kColumns = 25;
+    static constexpr int kPorts = kRows * kColumns;
+
+    /// Puts the labels into the two widgets, which own them.
+    PortGrid(QWidget &numbers, QWidget &bands);
+
+    /// Shows the numbers of these ports and "__" in all other places. A port beyond the table is logged, a
+    /// name without a number skipped.
+    void show(const QStringList &portNames);
+
+private:
+    void addNumbers(QWidget &parent);
+    void addBands(QWidget &parent);
+
+    QList<QLabel *> m_numbers; ///< [n - 1] is port n
+};
