@@ -37,7 +37,7 @@ bool TcpSock::IsConnected() const
 bool TcpSock::connectToServer(QString ipAddr, QString port)
 {
     qDebug() << "Connect Received";
-    disconnectSocket();
+    leaveConnection();
     // Unsent bytes would keep the old connection, which then refuses to be opened anew.
     m_socket->abort();
     m_socket->connectToHost(ipAddr, port.toUShort(), QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
@@ -56,6 +56,11 @@ bool TcpSock::connectToServer(QString ipAddr, QString port)
 }
 
 void TcpSock::disconnectSocket()
+{
+    leaveConnection();
+}
+
+void TcpSock::leaveConnection()
 {
     m_connected = false;
     m_decoder->abandonRead();
