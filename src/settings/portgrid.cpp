@@ -14,9 +14,9 @@ constexpr QLatin1String kPrefix("COM");
 constexpr QLatin1String kAbsent("__");
 
 constexpr int kColumnWidth = 22; ///< pixels, as many as the fixed width of the window gives
-constexpr int kColumnGap = 3;    ///< pixels, so that two numbers of three digits do not run together
+constexpr int kColumnGap = 4;    ///< pixels, so that two numbers of three digits do not run together
 constexpr int kBandWidth = 70;   ///< pixels
-constexpr int kRowHeight = 20;   ///< pixels
+constexpr int kRowHeight = 25;   ///< pixels
 constexpr int kFullStretch = 100;
 
 /// The font, made narrower if the text would be wider than `width` pixels.
