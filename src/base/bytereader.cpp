@@ -2,28 +2,28 @@
 
 ByteReader::ByteReader(const QByteArray &bytes)
     : m_bytes(bytes)
+{}
+
+quint16 ByteReader::readValue(int width)
 {
+    const int begin = m_position;
+    m_position += width;
+    if (m_position > m_bytes.size())
+        return 0;
+    quint32 value = 0;
+    for (int at = m_position - 1; at >= begin; --at)
+        value = (value << 8) | static_cast<quint8>(m_bytes.at(at));
+    return static_cast<quint16>(value);
 }
 
 quint8 ByteReader::readU8()
 {
-    const int at = m_position++;
-    return at < m_bytes.size() ? static_cast<quint8>(m_bytes.at(at)) : quint8(0);
+    return static_cast<quint8>(readValue(1));
 }
 
 quint16 ByteReader::readU16()
 {
-    const quint16 low = readU8();
-    const quint16 high = readU8();
-    return static_cast<quint16>(low | (high << 8));
-}
-
-quint64 ByteReader::readU64()
-{
-    quint64 value = 0;
-    for (unsigned shift = 0; shift < 64; shift += 8)
-        value |= quint64(readU8()) << shift;
-    return value;
+    return readValue(2);
 }
 
 QByteArray ByteReader::readBytes(int count)

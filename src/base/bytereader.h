@@ -4,7 +4,8 @@
 #include <QString>
 
 /// Reads little-endian values from the bytes of a message, front to back. Nothing is ever read beyond the
-/// end: what is missing reads as zero or as an empty text, as the device protocol asks for short messages.
+/// end: a value that is not there as a whole reads as zero, and a text is what is left of it, as the device
+/// protocol asks for short messages.
 class ByteReader
 {
 public:
@@ -16,7 +17,6 @@ public:
 
     quint8 readU8();
     quint16 readU16();
-    quint64 readU64();
 
     /// The next `count` bytes, fewer if the message ends before.
     QByteArray readBytes(int count);
@@ -25,6 +25,8 @@ public:
     QString readText(int width);
 
 private:
+    quint16 readValue(int width);
+
     QByteArray m_bytes;
     int m_position = 0;
 };

@@ -3,6 +3,7 @@
 #include "base/bytereader.h"
 #include "protocol/records/fastsystemstatus.h"
 
+#include <array>
 #include <tuple>
 
 namespace {
@@ -14,30 +15,30 @@ auto fields(const Fast_Module_Status &s)
                     s.valueB, s.flag5, s.moduleState);
 }
 
-/// Takes bit fields out of the 9 packed bytes, least significant bit first.
+constexpr int kEntrySize = 9;
+
+/// Takes bit fields out of the packed bytes of an entry, least significant bit first.
 class BitTaker
 {
 public:
     explicit BitTaker(ByteReader &reader)
-        : m_low(reader.readU64())
-        , m_high(reader.readU8())
-    {}
+    {
+        for (quint8 &byte : m_bytes)
+            byte = reader.readU8();
+    }
 
     quint32 take(unsigned width)
     {
         quint32 value = 0;
-        for (unsigned bit = 0; bit < width; ++bit, ++m_position) {
-            const quint64 word = m_position < 64 ? m_low >> m_position : quint64(m_high) >> (m_position - 64);
-            value |= static_cast<quint32>(word & 1U) << bit;
-        }
+        for (unsigned bit = 0; bit < width; ++bit, ++m_position)
+            value |= ((m_bytes.at(m_position / 8) >> (m_position % 8)) & 1U) << bit;
         return value;
     }
 
     quint8 takeByte(unsigned width) { return static_cast<quint8>(take(width)); }
 
 private:
-    quint64 m_low;
-    quint8 m_high;
+    std::array<quint8, kEntrySize> m_bytes{};
     unsigned m_position = 0;
 };
 
