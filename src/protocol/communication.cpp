@@ -131,8 +131,7 @@ bool Communication::openTcp(const model_Namespace::Settings &settings)
 
 void Communication::CloseSerialChannel()
 {
-    if (m_serial->IsOpen())
-        m_serial->Close();
+    m_serial->Close();
 }
 
 void Communication::CloseTcpChannel()
