@@ -53,7 +53,7 @@ public slots:
     /// The channel buttons of most families do nothing.
     void Slot_ChannelButton();
 
-    /// A gesture of some channel in the system; obeyed if it was made on a module of the own type.
+    /// A gesture made on some channel of the system; obeyed if it is for this module.
     void Slot_FilterOrRangeHandle(GroupCommand command);
 
     /// A gesture on a channel of this module: stamps the module's type on it and passes it on.

@@ -4,11 +4,14 @@
 #include "modules/common/moduleidentification.h"
 
 #include <QFrame>
+#include <array>
 #include <memory>
 
 namespace Ui {
 class ModuleDevice_View;
 }
+class QLabel;
+class QPushButton;
 
 /// The row of an analog module: what it is, how it fares, and under the column headers the place of its
 /// two channel strips.
@@ -26,8 +29,8 @@ public:
     int channelNumberA() const;
     int channelNumberB() const;
 
-    /// Puts a strip of controls into the place of channel 1 or 2; any other channel is ignored, and the
-    /// strip stays where it was.
+    /// Puts a strip of controls into the place of channel 1 or 2, where it belongs to the row. For any
+    /// other channel nothing happens.
     void addChannel(int channel, QWidget *strip);
 
     void setDeviceName(const QString &name);
@@ -40,21 +43,21 @@ public:
     void setTemperature(float celsius);
     void setSelftest(quint8 code);
 
-    /// Headers of the first two columns over both channels.
+    /// Headers of the first two columns, over both channels.
     void setInfoHeaders(const QString &first, const QString &second);
 
-    /// Shows or hides the column headers of a channel. `label_Level` stays hidden in any case.
+    /// Shows or hides the column headers of a channel. The level column stays hidden in any case.
     void setHeadersVisible(Channel channel, bool visible);
 
-    /// Leaves only identification and live values: hides both channels, buttons and names included.
-    void hideChannels();
+    /// Shows or hides all that belongs to a channel: button, name, headers and controls.
+    void setChannelVisible(Channel channel, bool visible);
 
 public slots:
     void on_pushButton_DeviceButton_clicked();
     void on_pushButton_ChA_clicked();
     void on_pushButton_ChB_clicked();
 
-    /// Fits name and headers of channel 1 or 2 to the function with the code `moduleName`.
+    /// Fits the name and the headers of channel 1 or 2 to the function with the code `moduleName`.
     void Slot_ChangeLabels(int ch, uchar moduleName);
 
 signals:
@@ -64,16 +67,35 @@ signals:
     /// A channel's button was clicked: name of this channel, name of the other one, text of the button.
     void Signal_Channelbutton(QStringList channel);
 
-    /// Goes to Slot_ChangeLabels(); emitted by the controller of a module whose channels have functions.
+    /// Goes to Slot_ChangeLabels(). Emitted by the controller of a module whose channels have functions.
     void Signal_ChangeLabels(int ch, uchar moduleName);
 
 private:
-    struct ChannelWidgets;
+    /// The widgets of one channel.
+    struct ChannelWidgets
+    {
+        QPushButton *button = nullptr;
+        QLabel *name = nullptr;
+        QWidget *strip = nullptr; ///< holds the channel's controls
+        QLabel *channel = nullptr;
+        QLabel *firstInfo = nullptr;
+        QLabel *secondInfo = nullptr;
+        QLabel *shunt = nullptr;
+        QLabel *manualOffset = nullptr;
+        QLabel *filter = nullptr;
+        QLabel *revPol = nullptr;
+        QLabel *level = nullptr;
+    };
 
-    const ChannelWidgets &widgets(Channel channel) const;
-    void applyHeaderForm(HeaderForm form, const QString &deviceName);
+    void collectWidgets();
+    void nameControls();
+    void showIdentification(const ModuleIdentification &identification);
+    void applyHeaderForm(HeaderForm form);
+    void markFunctionButtons();
     void applyNameFont();
+    void emitChannelButton(const ChannelWidgets &clicked, const ChannelWidgets &other);
+    const ChannelWidgets &widgetsOf(Channel channel) const;
 
     std::unique_ptr<Ui::ModuleDevice_View> m_ui;
-    std::unique_ptr<ChannelWidgets[]> m_channels;
+    std::array<ChannelWidgets, 2> m_channels; ///< A and B
 };

@@ -7,13 +7,13 @@
 /// so do the strips of controls under them.
 namespace rowcolumns {
 
-constexpr int kRowWidth = 1100; ///< the most that a row may need
+constexpr int kRowWidth = 1104; ///< the most that a row may need
 constexpr int kRowHeight = 98;
 
-constexpr int kStripWidth = 408;  ///< of one channel
+constexpr int kStripWidth = 402;  ///< of one channel
 constexpr int kHeaderHeight = 34; ///< two lines of text
 constexpr int kStripHeight = 38;  ///< an Auto Zero button of two lines
-constexpr int kGap = 3;           ///< between two columns
+constexpr int kGap = 2;           ///< between two columns
 
 /// One column of a strip; a width of 0 says that the strip has no such column.
 struct Column
@@ -57,8 +57,8 @@ constexpr Columns strainGaugeColumns()
 constexpr Columns voltageColumns()
 {
     Columns columns;
-    columns.firstInfo = {0, 122};
-    columns.secondInfo = after(columns.firstInfo, 122);
+    columns.firstInfo = {0, 120};
+    columns.secondInfo = after(columns.firstInfo, 120);
     columns.autozero = after(columns.secondInfo, 38);
     columns.filter = after(columns.autozero, 76);
     columns.revPol = after(columns.filter, 38);

@@ -1,0 +1,158 @@
+#include "modules/analogmodule_ctrllr.h"
+
+#include "base/timesource.h"
+#include "base/variantcast.h"
+#include "modules/common/headertexts.h"
+#include "modules/common/modulemodel.h"
+#include "modules/common/versionbox.h"
+#include "modules/moduledevice_view.h"
+#include "protocol/records/fastmodulestatus.h"
+#include "protocol/records/modulestatus.h"
+#include "protocol/records/units.h"
+
+namespace {
+
+/// Rows of unknown modules are those of the universal family.
+ModuleFamily rowFamily(quint8 typeCode)
+{
+    const ModuleFamily family = moduleFamily(typeCode);
+    return family == ModuleFamily::Unknown ? ModuleFamily::Type4 : family;
+}
+
+} // namespace
+
+AnalogModule_Ctrllr::AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel,
+                                         TimeSource &time, QObject *parent)
+    : ModuleDevice_Ctrllr(parent)
+    , m_time(time)
+    , m_typeCode(typeCode)
+    , m_family(rowFamily(typeCode))
+    , m_moduleNumber(moduleNumber)
+{
+    ModuleIdentification identification;
+    identification.headerForm = headerForm(typeCode);
+    m_view = new ModuleDevice_View(moduleNumber, identification, ModuleMeasurement(), firstChannel,
+                                   firstChannel + 1);
+    m_data = std::make_unique<ModuleModel>(m_family, identification, moduleNumber, firstChannel);
+    connect(m_view, &ModuleDevice_View::Signal_DeviceButton, this, &AnalogModule_Ctrllr::Slot_DeviceButton);
+}
+
+AnalogModule_Ctrllr::~AnalogModule_Ctrllr()
+{
+    delete m_view; // unless the window that held the row took it along
+}
+
+ModuleDevice_View *AnalogModule_Ctrllr::GetView()
+{
+    return m_view;
+}
+
+ModuleModel *AnalogModule_Ctrllr::GetData()
+{
+    return m_data.get();
+}
+
+void AnalogModule_Ctrllr::SetVoltage(float volts)
+{
+    m_data->voltage = volts;
+    m_view->setVoltage(volts);
+}
+
+void AnalogModule_Ctrllr::SetTemperature(float celsius)
+{
+    m_data->temperature = celsius;
+    m_view->setTemperature(celsius);
+}
+
+void AnalogModule_Ctrllr::SetSelftest(quint8 code)
+{
+    m_data->selftest = code;
+    m_view->setSelftest(code);
+}
+
+void AnalogModule_Ctrllr::showAsUnknownModule()
+{
+    m_view->setChannelVisible(Channel::A, false);
+    m_view->setChannelVisible(Channel::B, false);
+}
+
+bool AnalogModule_Ctrllr::isOwnFamily(quint8 typeCode) const
+{
+    return moduleFamily(typeCode) == m_family;
+}
+
+void AnalogModule_Ctrllr::Slot_StaticModuleStatus(QVariant data)
+{
+    const auto status = recordFromVariant<Module_Status>(data);
+    if (status.moduleAddress != m_moduleNumber)
+        return;
+    m_view->setSerialNumber(status.serialNumber);
+    m_view->setHardware(status.hardwareVersion);
+    m_view->setFirmware1(status.firmware1Version);
+    m_view->setFirmware2(status.firmware2Version);
+    if (!isOwnFamily(status.moduleType))
+        return;
+    showNames(status);
+    m_data->hardware = status.hardwareVersion;
+    m_data->firmware1 = status.firmware1Version;
+    m_data->firmware2 = status.firmware2Version;
+    applyStaticStatus(status);
+}
+
+void AnalogModule_Ctrllr::showNames(const Module_Status &status)
+{
+    const QString name = moduleTypeName(status.moduleType);
+    m_view->setDeviceName(name);
+    if (headerTraits(m_data->headerForm).channelsHaveFunctions) {
+        for (const Channel channel : {Channel::A, Channel::B})
+            m_view->setChannelVisible(channel, true);
+        emit m_view->Signal_ChangeLabels(static_cast<int>(Channel::A), status.functionCodeA);
+        emit m_view->Signal_ChangeLabels(static_cast<int>(Channel::B), status.functionCodeB);
+        return;
+    }
+    m_view->setChannelLabels(name, name);
+    if (status.moduleType == wireCode(ModuleType::Xvdt))
+        m_view->setInfoHeaders(infoheaders::input(), infoheaders::xvdtRange());
+}
+
+void AnalogModule_Ctrllr::Slot_FastModuleStatus(QVariant data)
+{
+    const auto entries = recordFromVariant<QVector<Fast_Module_Status>>(data);
+    const Fast_Module_Status status = entries.value(m_moduleNumber);
+    if (status.supplyVoltageInvalid == 0)
+        SetVoltage(units::voltsFromRaw(status.supplyVoltage));
+    if (status.temperatureInvalid == 0)
+        SetTemperature(units::celsiusFromRaw(status.temperature));
+    SetSelftest(status.moduleState);
+    applyFastStatus(status);
+}
+
+void AnalogModule_Ctrllr::Slot_DeviceButton()
+{
+    showVersionBox(m_view, m_data->hardware, m_data->firmware1, m_data->firmware2);
+}
+
+void AnalogModule_Ctrllr::Slot_ChannelButton() {}
+
+void AnalogModule_Ctrllr::Slot_FilterOrRangeHandle(GroupCommand command)
+{
+    if (matchesGroupCommand(command))
+        applyGroupCommand(command);
+}
+
+void AnalogModule_Ctrllr::Slot_ShiftClick(GroupCommand command)
+{
+    command.moduleType = m_typeCode;
+    emit Signal_ShiftClickCommand(command);
+}
+
+void AnalogModule_Ctrllr::applyStaticStatus(const Module_Status &) {}
+
+void AnalogModule_Ctrllr::applyFastStatus(const Fast_Module_Status &) {}
+
+void AnalogModule_Ctrllr::applyGroupCommand(const GroupCommand &) {}
+
+bool AnalogModule_Ctrllr::matchesGroupCommand(const GroupCommand &command) const
+{
+    return command.moduleType == m_typeCode;
+}
