@@ -27,9 +27,9 @@ struct FunctionEntry
     const char *filter = "0"; ///< what a fresh channel is set to
     int filterMinimum = 0;
     int filterMaximum = 999999999;
-    bool hasZero = false;         ///< autozero and polarity
-    bool hasShunts = false;       ///< shunts and manual offset
-    bool canBeSelected = false;   ///< a universal channel can be switched to it
+    bool hasZero = false;       ///< autozero and polarity
+    bool hasShunts = false;     ///< shunts and manual offset
+    bool canBeSelected = false; ///< a universal channel can be switched to it
 };
 
 /// The entry of a function code; for a code without one an entry with empty lists.

@@ -107,16 +107,16 @@ QByteArray Chain::fixedModuleCodes() const
 
 const QStringList &bitRateNames()
 {
-    static const QStringList names = {QStringLiteral("40000"), QStringLiteral("20000"), QStringLiteral("10000"),
-                                      QStringLiteral("5000"),  QStringLiteral("2500"),  QStringLiteral("1250"),
-                                      QStringLiteral("625"),   QStringLiteral("312")};
+    static const QStringList names = {
+        QStringLiteral("40000"), QStringLiteral("20000"), QStringLiteral("10000"), QStringLiteral("5000"),
+        QStringLiteral("2500"),  QStringLiteral("1250"),  QStringLiteral("625"),   QStringLiteral("312")};
     return names;
 }
 
 const QStringList &channelCountNames()
 {
-    static const QStringList names = {QStringLiteral("2"),  QStringLiteral("4"),  QStringLiteral("8"),
-                                      QStringLiteral("16"), QStringLiteral("32"), QStringLiteral("64"),
+    static const QStringList names = {QStringLiteral("2"),   QStringLiteral("4"),  QStringLiteral("8"),
+                                      QStringLiteral("16"),  QStringLiteral("32"), QStringLiteral("64"),
                                       QStringLiteral("128"), QStringLiteral("256")};
     return names;
 }

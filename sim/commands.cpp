@@ -134,7 +134,8 @@ QString Commands::act(int wireChannel, int action)
 
 QString Commands::actOnChannel(Channel &channel, int action)
 {
-    const bool isZeroAction = action == AutoReset || action == Autozero || action == PolarityOff || action == PolarityOn;
+    const bool isZeroAction =
+        action == AutoReset || action == Autozero || action == PolarityOff || action == PolarityOn;
     if (!isZeroAction)
         return switchShunt(channel, action);
     if (!entryOf(channel).hasZero)
@@ -150,7 +151,8 @@ QString Commands::actOnChannel(Channel &channel, int action)
         return QStringLiteral("autozero");
     default:
         channel.reversePolarity = action == PolarityOn;
-        return channel.reversePolarity ? QStringLiteral("polarity reversed") : QStringLiteral("polarity normal");
+        return channel.reversePolarity ? QStringLiteral("polarity reversed")
+                                       : QStringLiteral("polarity normal");
     }
 }
 
@@ -162,11 +164,13 @@ QString Commands::switchShunt(Channel &channel, int action)
     case PositiveShuntOff:
     case PositiveShuntOn:
         setShunt(&Channel::positiveShuntUntil, channel, action == PositiveShuntOn);
-        return action == PositiveShuntOn ? QStringLiteral("positive shunt on") : QStringLiteral("positive shunt off");
+        return action == PositiveShuntOn ? QStringLiteral("positive shunt on")
+                                         : QStringLiteral("positive shunt off");
     case NegativeShuntOff:
     case NegativeShuntOn:
         setShunt(&Channel::negativeShuntUntil, channel, action == NegativeShuntOn);
-        return action == NegativeShuntOn ? QStringLiteral("negative shunt on") : QStringLiteral("negative shunt off");
+        return action == NegativeShuntOn ? QStringLiteral("negative shunt on")
+                                         : QStringLiteral("negative shunt off");
     case PositivePreselectOff:
     case PositivePreselectOn:
         channel.positivePreselected = action == PositivePreselectOn;

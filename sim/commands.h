@@ -12,8 +12,7 @@ public:
     Commands(Chain &chain, Milliseconds now)
         : m_chain(chain)
         , m_now(now)
-    {
-    }
+    {}
 
     QString setBridge(int wireChannel, int index);
     QString setRange(int wireChannel, int index);

@@ -25,7 +25,8 @@ Answer refused(const QString &why)
 
 Answer badForm(const QByteArray &payload)
 {
-    return refused(QStringLiteral("no such form of %1, %2 bytes").arg(hexCode(u8At(payload, 0))).arg(payload.size()));
+    return refused(
+        QStringLiteral("no such form of %1, %2 bytes").arg(hexCode(u8At(payload, 0))).arg(payload.size()));
 }
 
 bool zerosFollowCode(const QByteArray &payload)
@@ -44,8 +45,7 @@ Device::Device(const Chain &description, quint32 seed)
     : m_description(description)
     , m_chain(description)
     , m_live(seed)
-{
-}
+{}
 
 void Device::reset()
 {
@@ -119,7 +119,9 @@ Answer Device::statusReply(const QByteArray &payload, Milliseconds now)
     case FastModuleStatusCode:
         if (argument != 0)
             return badForm(payload);
-        return {Answer::Verdict::Reply, code == FastSystemStatusCode ? replies.head(code) : replies.fastModuleStatus(), {}};
+        return {Answer::Verdict::Reply,
+                code == FastSystemStatusCode ? replies.head(code) : replies.fastModuleStatus(),
+                {}};
     case StaticStatusCode: {
         const QByteArray status = replies.staticStatus(argument);
         if (status.isEmpty())
@@ -150,12 +152,15 @@ Answer Device::textCommand(const QByteArray &payload, Milliseconds now)
 {
     const int channel = u8At(payload, kArgumentAt);
     const bool endsWithItsOnlyZero = payload.indexOf('\0', kArgumentAt + 1) == payload.size() - 1;
-    if (payload.size() < kSmallestTextCommand || !zerosFollowCode(payload) || channel == 0 || !endsWithItsOnlyZero)
+    if (payload.size() < kSmallestTextCommand || !zerosFollowCode(payload) || channel == 0 ||
+        !endsWithItsOnlyZero)
         return badForm(payload);
     const QString text = QString::fromUtf8(payload.mid(kArgumentAt + 1).chopped(1));
     Commands commands(m_chain, now);
     const quint8 code = u8At(payload, 0);
-    return acknowledge(code, code == OffsetCode ? commands.setOffset(channel, text) : commands.setFilter(channel, text), now);
+    return acknowledge(
+        code, code == OffsetCode ? commands.setOffset(channel, text) : commands.setFilter(channel, text),
+        now);
 }
 
 Answer Device::systemCommand(const QByteArray &payload, Milliseconds now)
@@ -190,7 +195,9 @@ Answer Device::fpgaCommand(const QByteArray &payload, Milliseconds now)
 {
     if (payload.size() < kFpgaHeadSize)
         return badForm(payload);
-    return acknowledge(m_chain.fpgaReplyCode, QStringLiteral("FPGA command %1, nothing flashed").arg(hexCode(u8At(payload, kArgumentAt))), now);
+    return acknowledge(
+        m_chain.fpgaReplyCode,
+        QStringLiteral("FPGA command %1, nothing flashed").arg(hexCode(u8At(payload, kArgumentAt))), now);
 }
 
 } // namespace sim

@@ -19,8 +19,8 @@ const QStringList &actionNames()
 {
     // In the order of FaultRule::Action.
     static const QStringList names = {
-        QStringLiteral("lose"),   QStringLiteral("silence"),      QStringLiteral("close"),
-        QStringLiteral("reset-flag"), QStringLiteral("delay"),    QStringLiteral("unknown-code"),
+        QStringLiteral("lose"),       QStringLiteral("silence"), QStringLiteral("close"),
+        QStringLiteral("reset-flag"), QStringLiteral("delay"),   QStringLiteral("unknown-code"),
         QStringLiteral("originator"), QStringLiteral("corrupt"), QStringLiteral("cut")};
     return names;
 }
@@ -96,8 +96,7 @@ void readParameters(ScriptLine &line, FaultRule *rule)
 
 FaultScript::FaultScript(quint32 seed)
     : m_random(seed)
-{
-}
+{}
 
 bool FaultScript::parse(const QString &text, QString *error)
 {
@@ -168,7 +167,7 @@ bool FaultScript::matches(Counted &counted, const QByteArray &request, Milliseco
         return false;
     // The generator's own numbers, because the library's distributions differ between platforms.
     constexpr double kSteps = 4294967296.0;
-    if (rule.probability < 1.0 && m_random() / kSteps >= rule.probability)
+    if (rule.probability < 1.0 && static_cast<double>(m_random()) / kSteps >= rule.probability)
         return false;
     ++counted.acted;
     return true;

@@ -19,8 +19,8 @@ struct Corruption
 
 struct Cut
 {
-    int size = 1;         ///< bytes of each piece; the last may be shorter
-    Milliseconds gap{0};  ///< pause before each piece but the first
+    int size = 1;        ///< bytes of each piece; the last may be shorter
+    Milliseconds gap{0}; ///< pause before each piece but the first
 };
 
 /// What goes wrong with one request and its reply. Nothing, unless a rule matched.

@@ -27,7 +27,15 @@ constexpr double kChannelConstant = 4000; ///< what an autozero takes away
 constexpr double kShuntStep = 30000;
 
 // Places of the values of one module; modules are kPlaces apart.
-enum Place : quint32 { VoltsPlace, CelsiusPlace, ValuePlace, ConstantPlace = 4, InputPlace = 6, LoadPlace, Places };
+enum Place : quint32 {
+    VoltsPlace,
+    CelsiusPlace,
+    ValuePlace,
+    ConstantPlace = 4,
+    InputPlace = 6,
+    LoadPlace,
+    Places
+};
 
 quint32 placeOf(int address, quint32 place)
 {
@@ -43,8 +51,7 @@ int limited(double value, int maximum)
 
 LiveValues::LiveValues(quint32 seed)
     : m_seed(seed)
-{
-}
+{}
 
 double LiveValues::phase(quint32 place) const
 {

@@ -205,7 +205,8 @@ QByteArray Replies::analogStatus(int address) const
         putText(bytes, OffsetAt + i * kShortText, kShortText, channel.offset);
         putText(bytes, FilterAt + i * kShortText, kShortText, channel.filter);
         polarity |= (channel.reversePolarity ? 1 : 0) << i;
-        preselect |= ((channel.positivePreselected ? 1 : 0) | (channel.negativePreselected ? 2 : 0)) << (2 * i);
+        preselect |= ((channel.positivePreselected ? 1 : 0) | (channel.negativePreselected ? 2 : 0))
+                     << (2 * i);
     }
     putU8(bytes, PolarityAt, polarity);
     putU8(bytes, PreselectAt, preselect);

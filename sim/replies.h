@@ -13,8 +13,7 @@ public:
         : m_chain(chain)
         , m_live(live)
         , m_now(now)
-    {
-    }
+    {}
 
     /// 16 bytes with any code; the whole reply to a command or a fast system status request.
     QByteArray head(quint8 code) const;

@@ -62,9 +62,9 @@ int ScriptLine::integer(const QString &key, int current, int minimum, int maximu
         return current;
     bool isNumber = false;
     const bool isHex = value.startsWith(QLatin1String("0x"));
-    const int number = isHex ? value.mid(2).toInt(&isNumber, 16) : value.toInt(&isNumber, 10);
-    if (isNumber && number >= minimum && number <= maximum)
-        return number;
+    const int parsed = isHex ? value.mid(2).toInt(&isNumber, 16) : value.toInt(&isNumber, 10);
+    if (isNumber && parsed >= minimum && parsed <= maximum)
+        return parsed;
     fail(QStringLiteral("%1=%2 is no number from %3 to %4").arg(key, value).arg(minimum).arg(maximum));
     return current;
 }
@@ -75,9 +75,9 @@ double ScriptLine::real(const QString &key, double current, double minimum, doub
     if (!take(key, &value))
         return current;
     bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
-    if (isNumber && number >= minimum && number <= maximum)
-        return number;
+    const double parsed = value.toDouble(&isNumber);
+    if (isNumber && parsed >= minimum && parsed <= maximum)
+        return parsed;
     fail(QStringLiteral("%1=%2 is no number from %3 to %4").arg(key, value).arg(minimum).arg(maximum));
     return current;
 }

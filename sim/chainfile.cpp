@@ -1,0 +1,254 @@
+#include "sim/chainfile.h"
+
+#include "sim/catalogue.h"
+#include "sim/script.h"
+
+#include <QFile>
+#include <QSet>
+
+namespace sim {
+
+namespace {
+
+constexpr int kByteMaximum = 255;
+constexpr int kWordMaximum = 65535;
+constexpr int kShortTextBytes = 16;
+constexpr int kListTextBytes = 200;
+constexpr int kFixedModuleBytes = 10;
+constexpr int kSelftestMaximum = 31;
+constexpr double kVoltsMaximum = 20.47;
+constexpr double kCelsiusMinimum = -55;
+constexpr double kCelsiusMaximum = 200.5;
+constexpr double kInputVoltsMaximum = 600;
+constexpr double kLoadAmperesMaximum = 32;
+constexpr int kLongestMs = 3600000;
+constexpr int kSerialDigits = 4;
+
+QString limitedText(ScriptLine &line, const QString &key, const QString &current, int bytes)
+{
+    const QString text = line.text(key, current);
+    if (text.toUtf8().size() > bytes)
+        line.fail(QStringLiteral("%1 is longer than %2 bytes").arg(key).arg(bytes));
+    return text;
+}
+
+QString shortText(ScriptLine &line, const char *key, const QString &current)
+{
+    return limitedText(line, QString::fromLatin1(key), current, kShortTextBytes);
+}
+
+QString listText(ScriptLine &line, const char *key)
+{
+    const QString name = QString::fromLatin1(key);
+    const QString text = limitedText(line, name, {}, kListTextBytes);
+    if (!text.isEmpty() && !text.endsWith(QLatin1Char('$')))
+        line.fail(QStringLiteral("%1 does not end in \"$\"").arg(name));
+    return text;
+}
+
+void readIdentity(ScriptLine &line, Identity *identity)
+{
+    identity->serial = shortText(line, "serial", identity->serial);
+    identity->hardware = shortText(line, "hw", identity->hardware);
+    identity->firmware1 = shortText(line, "fw1", identity->firmware1);
+    identity->firmware2 = shortText(line, "fw2", identity->firmware2);
+}
+
+void readHealth(ScriptLine &line, Health *health)
+{
+    health->volts = line.real(QStringLiteral("voltage"), health->volts, 0, kVoltsMaximum);
+    health->celsius =
+        line.real(QStringLiteral("temperature"), health->celsius, kCelsiusMinimum, kCelsiusMaximum);
+    health->selftest = static_cast<quint8>(line.integer(QStringLiteral("selftest"), 0, 0, kSelftestMaximum));
+    health->voltsInvalid = !line.flag(QStringLiteral("voltage-valid"), true);
+    health->celsiusInvalid = !line.flag(QStringLiteral("temperature-valid"), true);
+}
+
+void readSystem(ScriptLine &line, Chain *chain)
+{
+    SystemTexts &system = chain->system;
+    system.poweringMode = line.text(QStringLiteral("powering"), system.poweringMode);
+    system.dataTransmission = line.text(QStringLiteral("transmission"), system.dataTransmission);
+    system.fifth = line.text(QStringLiteral("fifth"), system.fifth);
+    system.transmissionMode = line.text(QStringLiteral("mode"), system.transmissionMode);
+    system.bitRateCode =
+        static_cast<quint8>(line.word(QStringLiteral("bitrate"), system.bitRateCode, bitRateNames()));
+    system.channelCountCode = static_cast<quint8>(
+        line.word(QStringLiteral("channels"), system.channelCountCode, channelCountNames()));
+    if (line.has(QStringLiteral("claim")))
+        chain->claimedModules = line.integer(QStringLiteral("claim"), 0, 0, kWordMaximum);
+    if (line.has(QStringLiteral("fixed"))) {
+        QByteArray codes;
+        const QString text = line.text(QStringLiteral("fixed"), {});
+        for (const QString &part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+            bool isNumber = false;
+            const int code = part.trimmed().toInt(&isNumber);
+            if (!isNumber || code < 0 || code > kByteMaximum)
+                line.fail(QStringLiteral("fixed: \"%1\" is no code").arg(part));
+            codes.append(static_cast<char>(code));
+        }
+        if (codes.size() > kFixedModuleBytes)
+            line.fail(QStringLiteral("fixed: more than %1 codes").arg(kFixedModuleBytes));
+        chain->fixedModules = codes;
+    }
+}
+
+void readDevice(ScriptLine &line, Chain *chain)
+{
+    const auto milliseconds = [&line](const char *key, Milliseconds current) {
+        return Milliseconds(
+            line.integer(QString::fromLatin1(key), static_cast<int>(current.count()), 0, kLongestMs));
+    };
+    chain->flagsReset = line.flag(QStringLiteral("reset-flag"), chain->flagsReset);
+    chain->fpgaReplyCode = static_cast<quint8>(
+        line.integer(QStringLiteral("fpga-reply"), chain->fpgaReplyCode, 0, kByteMaximum));
+    chain->autozeroTime = milliseconds("autozero", chain->autozeroTime);
+    chain->shuntTime = milliseconds("shunt", chain->shuntTime);
+}
+
+void readPower(ScriptLine &line, Chain *chain)
+{
+    Power power;
+    power.identity.serial = QStringLiteral("PW-0001");
+    readIdentity(line, &power.identity);
+    readHealth(line, &power.health);
+    power.mode = static_cast<quint8>(
+        line.word(QStringLiteral("mode"), power.mode, {QStringLiteral("fixed"), QStringLiteral("auto")}));
+    power.fixedMillivolts = line.integer(QStringLiteral("fixed"), power.fixedMillivolts, 0, kWordMaximum);
+    power.autoMillivolts = line.integer(QStringLiteral("auto"), power.autoMillivolts, 0, kWordMaximum);
+    power.protection = static_cast<quint8>(line.integer(QStringLiteral("protection"), 0, 0, kByteMaximum));
+    power.inputVolts = line.real(QStringLiteral("input"), power.inputVolts, 0, kInputVoltsMaximum);
+    power.loadAmperes = line.real(QStringLiteral("load"), power.loadAmperes, 0, kLoadAmperesMaximum);
+    power.tooHot = line.flag(QStringLiteral("hot"), power.tooHot);
+    chain->power = power;
+}
+
+/// Reads the keys of one channel: those with the given ending ("" for both channels, "A", "B").
+void readChannel(ScriptLine &line, const QString &ending, bool isUniversal, Channel *channel)
+{
+    const auto key = [&ending](const char *name) { return QString::fromLatin1(name) + ending; };
+    if (isUniversal && line.has(key("function")))
+        *channel =
+            Channel::withFunction(static_cast<quint8>(line.integer(key("function"), 0, 0, kByteMaximum)));
+    channel->bridgeIndex = line.integer(key("bridge"), channel->bridgeIndex, 0, kByteMaximum);
+    channel->gainIndex = line.integer(key("range"), channel->gainIndex, 0, kByteMaximum);
+    channel->offset = limitedText(line, key("offset"), channel->offset, kShortTextBytes);
+    channel->filter = limitedText(line, key("filter"), channel->filter, kShortTextBytes);
+    channel->reversePolarity = line.flag(key("polarity"), channel->reversePolarity);
+    const int current = (channel->positivePreselected ? 1 : 0) | (channel->negativePreselected ? 2 : 0);
+    const int preselect = line.word(key("preselect"), current,
+                                    {QStringLiteral("none"), QStringLiteral("positive"),
+                                     QStringLiteral("negative"), QStringLiteral("both")});
+    channel->positivePreselected = (preselect & 1) != 0;
+    channel->negativePreselected = (preselect & 2) != 0;
+}
+
+void readModules(ScriptLine &line, Chain *chain)
+{
+    if (!line.has(QStringLiteral("type")))
+        line.fail(QStringLiteral("a module needs type="));
+    const auto type =
+        static_cast<quint8>(line.integer(QStringLiteral("type"), kStrainGauge, 0, kByteMaximum));
+    if (type == kControllerType || type == kPowerType)
+        line.fail(QStringLiteral("type %1 is no analog module").arg(type));
+    const int count = line.integer(QStringLiteral("count"), 1, 1, kMaximumModules);
+    if (chain->modules.size() + count > kMaximumModules)
+        line.fail(QStringLiteral("more than %1 modules").arg(kMaximumModules));
+
+    Module module = Module::ofType(type);
+    module.identity.serial = QStringLiteral("VX-");
+    readIdentity(line, &module.identity);
+    readHealth(line, &module.health);
+    module.sensorText = listText(line, "sensors");
+    module.rangeText = listText(line, "ranges");
+    const bool isUniversal = type == kUniversal;
+    Channel both = module.channel(0);
+    readChannel(line, QString(), isUniversal, &both);
+    module.channels = {both, both};
+    readChannel(line, QStringLiteral("A"), isUniversal, &module.channel(0));
+    readChannel(line, QStringLiteral("B"), isUniversal, &module.channel(1));
+
+    for (int i = 0; i < count && !line.failed(); ++i) {
+        Module next = module;
+        if (next.identity.serial.endsWith(QLatin1Char('-')))
+            next.identity.serial +=
+                QString::number(chain->modules.size() + 1).rightJustified(kSerialDigits, QLatin1Char('0'));
+        if (next.identity.serial.toUtf8().size() > kShortTextBytes)
+            line.fail(QStringLiteral("serial is longer than %1 bytes").arg(kShortTextBytes));
+        chain->modules.append(next);
+    }
+}
+
+void readController(ScriptLine &line, Chain *chain)
+{
+    readIdentity(line, &chain->controller.identity);
+    readHealth(line, &chain->controller.health);
+}
+
+/// False if nobody knows the keyword.
+bool readLine(ScriptLine &line, Chain *chain)
+{
+    if (line.keyword == QLatin1String("module"))
+        readModules(line, chain);
+    else if (line.keyword == QLatin1String("system"))
+        readSystem(line, chain);
+    else if (line.keyword == QLatin1String("device"))
+        readDevice(line, chain);
+    else if (line.keyword == QLatin1String("controller"))
+        readController(line, chain);
+    else if (line.keyword == QLatin1String("power"))
+        readPower(line, chain);
+    else
+        return false;
+    return true;
+}
+
+} // namespace
+
+bool parseChain(const QString &text, Chain *chain, QString *error)
+{
+    QVector<ScriptLine> lines;
+    if (!cutScript(text, &lines, error))
+        return false;
+    Chain result;
+    result.controller.identity.serial = QStringLiteral("CT-0001");
+    QSet<QString> keywords;
+    for (ScriptLine &line : lines) {
+        if (line.keyword != QLatin1String("module") && keywords.contains(line.keyword))
+            line.fail(QStringLiteral("a second \"%1\"").arg(line.keyword));
+        keywords.insert(line.keyword);
+        if (!readLine(line, &result)) {
+            *error = QStringLiteral("line %1: there is no \"%2\"").arg(line.number).arg(line.keyword);
+            return false;
+        }
+        *error = line.finish();
+        if (!error->isEmpty())
+            return false;
+    }
+    *chain = result;
+    return true;
+}
+
+bool readTextFile(const QString &fileName, QString *text, QString *error)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("%1: %2").arg(fileName, file.errorString());
+        return false;
+    }
+    *text = QString::fromUtf8(file.readAll());
+    return true;
+}
+
+bool readChainFile(const QString &fileName, Chain *chain, QString *error)
+{
+    QString text;
+    if (!readTextFile(fileName, &text, error))
+        return false;
+    if (parseChain(text, chain, error))
+        return true;
+    *error = QStringLiteral("%1: %2").arg(fileName, *error);
+    return false;
+}
+
+} // namespace sim

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+namespace sim {
+
+/// One peer of the device: a TCP client or the far side of a pseudo terminal. Owned by its link.
+class Connection : public QObject
+{
+    Q_OBJECT
+
+public:
+    Connection(const QString &name, QObject *parent)
+        : QObject(parent)
+        , m_name(name)
+    {}
+
+    /// For the log, as in "tcp:1".
+    QString name() const { return m_name; }
+
+    /// Sends at once. What the peer cannot take is lost, as on a line without flow control.
+    virtual void send(const QByteArray &bytes) = 0;
+    /// Ends the connection; `closed` follows. A line that cannot be closed does nothing.
+    virtual void close() = 0;
+
+signals:
+    void received(const QByteArray &bytes);
+    /// The peer is gone; the connection is deleted in a later turn of the event loop.
+    void closed();
+
+private:
+    const QString m_name;
+};
+
+} // namespace sim

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "sim/chain.h"
+
+#include <functional>
+
+namespace sim {
+
+struct Reception;
+
+/// What a payload says, in words; for the log.
+QString describeRequest(const QByteArray &payload);
+QString describeReply(const QByteArray &payload);
+
+/// Writes frames in clear text, one line each: time in s, connection, direction, meaning, hexadecimal bytes.
+class FrameLog
+{
+public:
+    using Sink = std::function<void(const QString &line)>;
+
+    /// Without a sink nothing is written and nothing is put together.
+    void setSink(Sink sink) { m_sink = std::move(sink); }
+
+    void request(Milliseconds now, const QString &connection, const Reception &reception) const;
+    void reply(Milliseconds now, const QString &connection, const QByteArray &payload,
+               const QByteArray &frame) const;
+    void note(Milliseconds now, const QString &connection, const QString &text) const;
+
+private:
+    void write(Milliseconds now, const QString &connection, const QString &text) const;
+
+    Sink m_sink;
+};
+
+} // namespace sim

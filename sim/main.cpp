@@ -1,0 +1,91 @@
+#include "sim/endsignals.h"
+#include "sim/monotonictime.h"
+#include "sim/options.h"
+#include "sim/server.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr int kWrongUse = 2;
+
+void print(const QString &line)
+{
+    std::fprintf(stdout, "%s\n", qPrintable(line));
+    std::fflush(stdout);
+}
+
+int fail(int code, const QString &error)
+{
+    std::fprintf(stderr, "vxsim: %s\n", qPrintable(error));
+    return code;
+}
+
+bool openLog(const QString &name, QFile *file)
+{
+    if (name == QLatin1String("-"))
+        return file->open(stdout, QIODevice::WriteOnly);
+    file->setFileName(name);
+    return file->open(QIODevice::WriteOnly | QIODevice::Truncate);
+}
+
+bool openLinks(const sim::Options &options, sim::Server &server, QString *error)
+{
+    if (options.tcpPort) {
+        if (!server.listen(*options.tcpPort, error))
+            return false;
+        print(QStringLiteral("listening on 127.0.0.1:%1").arg(server.tcpPort()));
+    }
+    if (!options.terminalName.isEmpty()) {
+        if (!server.openTerminal(options.terminalName, error))
+            return false;
+        print(QStringLiteral("terminal at %1").arg(options.terminalName));
+    }
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("vxsim"));
+    sim::quitOnEndSignals(application);
+
+    sim::Options options;
+    QString error;
+    if (!sim::readOptions(QCoreApplication::arguments(), &options, &error))
+        return fail(kWrongUse, error);
+    if (!options.message.isEmpty()) {
+        print(options.message);
+        return 0;
+    }
+    QFile log;
+    if (!options.logName.isEmpty() && !openLog(options.logName, &log))
+        return fail(1, QStringLiteral("%1: %2").arg(options.logName, log.errorString()));
+
+    sim::MonotonicTime time;
+    sim::Server server(time, options.chain, options.seed);
+    server.setPace(options.bytesPerSecond);
+    server.faults() = options.faults;
+    if (log.isOpen()) {
+        server.log().setSink([&log](const QString &line) {
+            log.write(line.toUtf8() + '\n');
+            log.flush();
+        });
+    }
+    print(QStringLiteral("seed %1").arg(options.seed));
+    if (!openLinks(options, server, &error))
+        return fail(1, error);
+    if (options.runFor) {
+        Timer *end = time.createTimer(&application);
+        end->setSingleShot(true);
+        QObject::connect(end, &Timer::timeout, &application, &QCoreApplication::quit);
+        end->start(*options.runFor);
+    }
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,126 @@
+#include "sim/options.h"
+
+#include "sim/chainfile.h"
+
+#include <QCommandLineParser>
+
+#include <limits>
+
+namespace sim {
+
+namespace {
+
+constexpr int kPortMaximum = 65535;
+constexpr int kPaceMaximum = 100000000;
+constexpr double kLongestRun = 1e7;
+
+void addOptions(QCommandLineParser *parser)
+{
+    const auto add = [parser](const char *name, const char *help, const char *value) {
+        parser->addOption({QString::fromLatin1(name), QString::fromLatin1(help), QString::fromLatin1(value)});
+    };
+    parser->setApplicationDescription(
+        QStringLiteral("Plays a measuring chain on a TCP port and on a pseudo terminal."));
+    add("chain", "Description of the chain; without it a chain without modules.", "file");
+    add("tcp", "Listen on this port of the loopback interface; 0 takes any free one.", "port");
+    add("pty", "Make a pseudo terminal that is found under this name.", "name");
+    add("fault", "Fault script; may be given more than once.", "file");
+    add("fault-rule", "One rule of a fault script; may be given more than once.", "rule");
+    add("pace", "Bytes per second in each direction, as on a serial line; 0 is no limit.", "bytes");
+    add("log", "Write the frames in clear text to this file; - is the standard output.", "file");
+    add("seed", "Seed of the simulated values and of the fault script.", "number");
+    add("run-for", "End after so many seconds.", "seconds");
+    parser->addOption({QStringLiteral("help"), QStringLiteral("Show this text.")});
+}
+
+class Reader
+{
+public:
+    explicit Reader(const QCommandLineParser &parser)
+        : m_parser(parser)
+    {}
+
+    QString text(const char *name) const { return m_parser.value(QString::fromLatin1(name)); }
+    QStringList texts(const char *name) const { return m_parser.values(QString::fromLatin1(name)); }
+    bool has(const char *name) const { return m_parser.isSet(QString::fromLatin1(name)); }
+
+    double number(const char *name, double maximum, bool whole)
+    {
+        bool isNumber = false;
+        const double value = text(name).toDouble(&isNumber);
+        if (!isNumber || value < 0 || value > maximum || (whole && value != static_cast<qint64>(value)))
+            m_error = QStringLiteral("--%1: \"%2\" is no number from 0 to %3")
+                          .arg(QLatin1String(name), text(name))
+                          .arg(maximum, 0, 'f', 0);
+        return value;
+    }
+
+    QString error() const { return m_error; }
+
+private:
+    const QCommandLineParser &m_parser;
+    QString m_error;
+};
+
+bool readFaults(const Reader &reader, Options *options, QString *error)
+{
+    options->faults = FaultScript(options->seed);
+    for (const QString &name : reader.texts("fault")) {
+        QString text;
+        if (!readTextFile(name, &text, error))
+            return false;
+        if (!options->faults.parse(text, error)) {
+            *error = QStringLiteral("%1: %2").arg(name, *error);
+            return false;
+        }
+    }
+    for (const QString &rule : reader.texts("fault-rule")) {
+        if (!options->faults.parse(rule, error)) {
+            *error = QStringLiteral("--fault-rule \"%1\": %2").arg(rule, *error);
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool readOptions(const QStringList &arguments, Options *options, QString *error)
+{
+    QCommandLineParser parser;
+    addOptions(&parser);
+    if (!parser.parse(arguments)) {
+        *error = parser.errorText();
+        return false;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        *error = QStringLiteral("\"%1\" is no option").arg(parser.positionalArguments().first());
+        return false;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        options->message = parser.helpText();
+        return true;
+    }
+    Reader reader(parser);
+    if (reader.has("tcp"))
+        options->tcpPort = static_cast<quint16>(reader.number("tcp", kPortMaximum, true));
+    if (reader.has("pace"))
+        options->bytesPerSecond = static_cast<int>(reader.number("pace", kPaceMaximum, true));
+    if (reader.has("seed"))
+        options->seed =
+            static_cast<quint32>(reader.number("seed", std::numeric_limits<quint32>::max(), true));
+    if (reader.has("run-for"))
+        options->runFor = Milliseconds(qRound64(reader.number("run-for", kLongestRun, false) * 1000));
+    options->terminalName = reader.text("pty");
+    options->logName = reader.text("log");
+    *error = reader.error();
+    if (error->isEmpty() && !options->tcpPort && options->terminalName.isEmpty())
+        *error = QStringLiteral("neither --tcp nor --pty: nobody could reach the device");
+    if (!error->isEmpty())
+        return false;
+    if (reader.has("chain") && !readChainFile(reader.text("chain"), &options->chain, error))
+        return false;
+    return readFaults(reader, options, error);
+}
+
+} // namespace sim

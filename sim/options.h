@@ -1,0 +1,25 @@
+#pragma once
+
+#include "sim/chain.h"
+#include "sim/faults.h"
+
+namespace sim {
+
+/// What the command line asks for.
+struct Options
+{
+    Chain chain;
+    FaultScript faults;
+    quint32 seed = 1;
+    std::optional<quint16> tcpPort;
+    QString terminalName; ///< empty: no pseudo terminal
+    int bytesPerSecond = 0;
+    QString logName; ///< empty: no log; "-": the standard output
+    std::optional<Milliseconds> runFor;
+    QString message; ///< help text to print instead of running
+};
+
+/// Reads the arguments, the program's name in front, and the files they name. False with the reason.
+[[nodiscard]] bool readOptions(const QStringList &arguments, Options *options, QString *error);
+
+} // namespace sim

@@ -1,0 +1,209 @@
+#include "sim/ptylink.h"
+
+#include "sim/connection.h"
+
+#include "base/timesource.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSocketNotifier>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace sim {
+
+namespace {
+
+constexpr std::chrono::milliseconds kIdlePeriod{25};
+constexpr int kReadSize = 4096;
+
+QString systemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+/// Points `name` at `target` in one step, so that nobody meets a name that leads nowhere.
+bool pointName(const QString &name, const QString &target, QString *error)
+{
+    const QFileInfo info(name);
+    if (info.exists() && !info.isSymLink()) {
+        *error = QStringLiteral("%1 exists and is no symbolic link").arg(name);
+        return false;
+    }
+    if (!QDir().mkpath(info.absolutePath())) {
+        *error = QStringLiteral("%1: the folder cannot be made").arg(name);
+        return false;
+    }
+    const QByteArray path = QFile::encodeName(name);
+    const QByteArray fresh = path + '.' + QByteArray::number(QCoreApplication::applicationPid());
+    ::unlink(fresh.constData());
+    if (::symlink(QFile::encodeName(target).constData(), fresh.constData()) == 0 &&
+        ::rename(fresh.constData(), path.constData()) == 0)
+        return true;
+    *error = QStringLiteral("%1: %2").arg(name, systemError());
+    ::unlink(fresh.constData());
+    return false;
+}
+
+} // namespace
+
+/// The two sides of a pseudo terminal, of which the device holds the master. Linux tells by a hang-up that
+/// nobody has the other side open; it then says so for ever, so reading stops and a timer looks for the end
+/// of the hang-up.
+class PtyLink::Terminal final : public Connection
+{
+public:
+    Terminal(TimeSource &time, const QString &linkName, QObject *parent)
+        : Connection(QStringLiteral("pty"), parent)
+        , m_linkName(linkName)
+        , m_idleTimer(time.createTimer(this))
+    {
+        connect(m_idleTimer, &Timer::timeout, this, &Terminal::lookForPeer);
+    }
+
+    ~Terminal() override
+    {
+        release();
+        if (QFile::symLinkTarget(m_linkName) == m_path)
+            QFile::remove(m_linkName);
+    }
+
+    bool make(QString *error)
+    {
+        release();
+        m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+        const char *path = nullptr;
+        if (m_master >= 0 && ::grantpt(m_master) == 0 && ::unlockpt(m_master) == 0)
+            path = ::ptsname(m_master);
+        if (!path) {
+            *error = QStringLiteral("no pseudo terminal: %1").arg(systemError());
+            return false;
+        }
+        m_path = QString::fromLocal8Bit(path);
+        m_notifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
+        connect(m_notifier, &QSocketNotifier::activated, this, &Terminal::read);
+        if (!cleanPeerSide()) {
+            *error = QStringLiteral("%1: %2").arg(m_path, systemError());
+            return false;
+        }
+        becomeIdle();
+        return pointName(m_linkName, m_path, error);
+    }
+
+    void send(const QByteArray &bytes) override
+    {
+        if (m_idleTimer->isActive() || m_master < 0)
+            return;
+        // A full buffer means that the peer does not read: the bytes are lost, as without flow control.
+        const ssize_t written = ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size()));
+        Q_UNUSED(written)
+    }
+
+    void close() override {}
+
+private:
+    void release()
+    {
+        if (m_notifier) {
+            // It may be the sender of the signal that leads here.
+            m_notifier->setEnabled(false);
+            m_notifier->deleteLater();
+        }
+        m_notifier = nullptr;
+        if (m_master >= 0)
+            ::close(m_master);
+        m_master = -1;
+    }
+
+    /// Makes the peer's side raw and empties it. Fails where the last peer took it for itself alone and
+    /// died without giving it back; a new terminal under the same name helps then.
+    bool cleanPeerSide() const
+    {
+        const int peer = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        if (peer < 0)
+            return false;
+        termios settings{};
+        const bool isRaw = ::tcgetattr(peer, &settings) == 0;
+        ::cfmakeraw(&settings);
+        const bool isSet = isRaw && ::tcsetattr(peer, TCSANOW, &settings) == 0;
+        ::tcflush(peer, TCIOFLUSH);
+        ::close(peer);
+        return isSet;
+    }
+
+    void becomeIdle()
+    {
+        m_notifier->setEnabled(false);
+        m_idleTimer->start(kIdlePeriod);
+    }
+
+    bool peerIsGone() const
+    {
+        pollfd state{m_master, POLLIN, 0};
+        return ::poll(&state, 1, 0) > 0 && (state.revents & POLLHUP) != 0;
+    }
+
+    void lookForPeer()
+    {
+        if (peerIsGone())
+            return;
+        m_idleTimer->stop();
+        m_notifier->setEnabled(true);
+    }
+
+    void read()
+    {
+        QByteArray bytes(kReadSize, '\0');
+        const ssize_t size = ::read(m_master, bytes.data(), kReadSize);
+        if (size > 0) {
+            bytes.truncate(static_cast<int>(size));
+            emit received(bytes);
+        } else if (size == 0 || (errno != EAGAIN && errno != EINTR)) {
+            handleHangUp();
+        }
+    }
+
+    void handleHangUp()
+    {
+        if (!peerIsGone())
+            return; // somebody has opened it again at once
+        becomeIdle();
+        QString error;
+        if (!cleanPeerSide() && !make(&error)) {
+            m_idleTimer->stop();
+            qWarning("%s", qPrintable(error));
+        }
+    }
+
+    const QString m_linkName;
+    Timer *m_idleTimer;
+    QSocketNotifier *m_notifier = nullptr;
+    QString m_path;
+    int m_master = -1;
+};
+
+PtyLink::PtyLink(TimeSource &time, QObject *parent)
+    : Link(parent)
+    , m_time(time)
+{}
+
+PtyLink::~PtyLink() = default;
+
+bool PtyLink::open(const QString &name, QString *error)
+{
+    auto terminal = std::make_unique<Terminal>(m_time, QDir::cleanPath(QDir().absoluteFilePath(name)), this);
+    if (!terminal->make(error))
+        return false;
+    m_terminal = terminal.release(); // this object's child
+    emit connected(m_terminal);
+    return true;
+}
+
+} // namespace sim

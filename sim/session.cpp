@@ -1,0 +1,141 @@
+#include "sim/session.h"
+
+#include "sim/bytes.h"
+#include "sim/connection.h"
+
+#include "base/timesource.h"
+
+namespace sim {
+
+namespace {
+
+constexpr qint64 kNsPerSecond = 1000000000;
+constexpr qint64 kNsPerMs = 1000000;
+
+} // namespace
+
+Session::Session(Connection &connection, TimeSource &time, std::function<qint64()> now, int bytesPerSecond,
+                 QObject *parent)
+    : QObject(parent)
+    , m_connection(connection)
+    , m_now(std::move(now))
+    , m_bytesPerSecond(bytesPerSecond)
+    , m_timer(time.createTimer(this))
+{
+    m_timer->setSingleShot(true);
+    connect(m_timer, &Timer::timeout, this, &Session::run);
+    connect(&connection, &Connection::received, this, &Session::take);
+}
+
+qint64 Session::wireNs(int byteCount) const
+{
+    return m_bytesPerSecond > 0 ? byteCount * kNsPerSecond / m_bytesPerSecond : 0;
+}
+
+void Session::take(const QByteArray &bytes)
+{
+    // A peer that answers to a reply got it late by as much as the timer was late; without that it would
+    // have begun earlier. Taking this off keeps the line's own time free of the timer's coarseness.
+    const qint64 startNs = qMax(m_inFreeNs, m_now() - m_latenessNs);
+    m_latenessNs = 0;
+    for (int i = 0; i < bytes.size(); ++i) {
+        for (const Reception &reception : m_receiver.feed(u8At(bytes, i), startNs + wireNs(i + 1)))
+            m_arriving.append(reception);
+    }
+    m_inFreeNs = startNs + wireNs(bytes.size());
+    run();
+}
+
+void Session::send(const QByteArray &bytes, qint64 earliestNs, qint64 gapNs)
+{
+    Outgoing item;
+    item.bytes = bytes;
+    item.startNs = qMax(earliestNs, m_outFreeNs + gapNs);
+    m_outFreeNs = item.startNs + wireNs(bytes.size());
+    m_outgoing.append(item);
+    run();
+}
+
+void Session::closeAt(qint64 earliestNs)
+{
+    Outgoing item;
+    item.startNs = qMax(earliestNs, m_outFreeNs);
+    item.closes = true;
+    m_outgoing.append(item);
+    run();
+}
+
+void Session::run()
+{
+    // What a step sets off may come back here: the outer call goes on with it.
+    if (m_running)
+        return;
+    m_running = true;
+    while (step()) {
+    }
+    m_running = false;
+    schedule();
+}
+
+bool Session::step()
+{
+    const qint64 nowNs = m_now();
+    if (!m_arriving.isEmpty() && m_arriving.first().timeNs <= nowNs) {
+        emit arrived(m_arriving.takeFirst());
+        return true;
+    }
+    if (m_outgoing.isEmpty())
+        return false;
+    Outgoing item = m_outgoing.takeFirst();
+    if (pump(&item, nowNs))
+        return true;
+    m_outgoing.prepend(item);
+    return false;
+}
+
+/// Sends what is due of an item; true when nothing of it is left.
+bool Session::pump(Outgoing *item, qint64 nowNs)
+{
+    if (item->startNs > nowNs)
+        return false;
+    if (item->closes) {
+        m_connection.close();
+        return true;
+    }
+    int due = item->bytes.size();
+    if (m_bytesPerSecond > 0) {
+        // As many bytes as have their last bit on the line.
+        const qint64 elapsedNs = qMin(nowNs - item->startNs, wireNs(due));
+        due = qMin(due, static_cast<int>(elapsedNs * m_bytesPerSecond / kNsPerSecond));
+        while (due < item->bytes.size() && wireNs(due + 1) <= elapsedNs)
+            ++due;
+    }
+    const QByteArray piece = item->bytes.mid(item->sent, due - item->sent);
+    item->sent = due;
+    const bool done = item->sent == item->bytes.size();
+    if (done && m_bytesPerSecond > 0)
+        m_latenessNs = nowNs - (item->startNs + wireNs(due));
+    if (!piece.isEmpty())
+        m_connection.send(piece);
+    return done;
+}
+
+qint64 Session::nextByteNs(const Outgoing &item) const
+{
+    return item.closes ? item.startNs : item.startNs + wireNs(item.sent + 1);
+}
+
+void Session::schedule()
+{
+    if (m_arriving.isEmpty() && m_outgoing.isEmpty()) {
+        m_timer->stop();
+        return;
+    }
+    qint64 dueNs = m_arriving.isEmpty() ? nextByteNs(m_outgoing.first()) : m_arriving.first().timeNs;
+    if (!m_outgoing.isEmpty())
+        dueNs = qMin(dueNs, nextByteNs(m_outgoing.first()));
+    const qint64 waitNs = dueNs - m_now();
+    m_timer->start(std::chrono::milliseconds(qMax<qint64>(1, (waitNs + kNsPerMs - 1) / kNsPerMs)));
+}
+
+} // namespace sim

@@ -1,0 +1,73 @@
+#include "sim/tcplink.h"
+
+#include "sim/connection.h"
+
+#include <QTcpSocket>
+
+namespace sim {
+
+namespace {
+
+class TcpConnection final : public Connection
+{
+public:
+    TcpConnection(const QString &name, QTcpSocket *socket, QObject *parent)
+        : Connection(name, parent)
+        , m_socket(socket)
+    {
+        socket->setParent(this);
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        connect(socket, &QTcpSocket::readyRead, this, [this] { emit received(m_socket->readAll()); });
+        connect(socket, &QTcpSocket::disconnected, this, [this] {
+            emit closed();
+            deleteLater();
+        });
+    }
+
+    void send(const QByteArray &bytes) override
+    {
+        if (m_socket->state() != QAbstractSocket::ConnectedState)
+            return;
+        m_socket->write(bytes);
+        m_socket->flush();
+    }
+
+    void close() override { m_socket->disconnectFromHost(); }
+
+private:
+    QTcpSocket *m_socket;
+};
+
+} // namespace
+
+TcpLink::TcpLink(QObject *parent)
+    : Link(parent)
+{
+    connect(&m_server, &QTcpServer::newConnection, this, &TcpLink::takeClients);
+}
+
+bool TcpLink::open(quint16 port, QString *error)
+{
+    if (m_server.listen(QHostAddress::LocalHost, port))
+        return true;
+    *error = QStringLiteral("TCP port %1: %2").arg(port).arg(m_server.errorString());
+    return false;
+}
+
+void TcpLink::takeClients()
+{
+    while (QTcpSocket *socket = m_server.nextPendingConnection()) {
+        const QString name = QStringLiteral("tcp:%1").arg(++m_clientCount);
+        auto *connection = new TcpConnection(name, socket, this);
+        emit connected(connection);
+        if (socket->bytesAvailable() > 0)
+            emit connection->received(socket->readAll());
+        // The client may be gone already, before anybody listened.
+        if (socket->state() == QAbstractSocket::UnconnectedState) {
+            emit connection->closed();
+            connection->deleteLater();
+        }
+    }
+}
+
+} // namespace sim
