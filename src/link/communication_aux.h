@@ -37,7 +37,7 @@ public:
     /// -1 refused as a first byte, or bad header; -2 buffer overflow; -9 bad frame CRC.
     int RX_from_VX(uchar byte)
     {
-        if (m_index >= m_stop)
+        if (Q_UNLIKELY(m_index >= m_stop))
             return takeAtStop(byte);
         m_bytes[m_index] = byte;
         ++m_index;
