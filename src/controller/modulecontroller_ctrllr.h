@@ -1,14 +1,14 @@
 #pragma once
 
-#include "protocol/records/modulestatus.h"
+#include "controller/controllermodel.h"
 
 #include <QObject>
 #include <QPointer>
-#include <QString>
 #include <QVariant>
 
 class ModuleController_View;
 class TimeSource;
+struct Module_Status;
 
 /// Drives the top row: the controller module and, beside it, the power module. Shows what they are and how
 /// they fare, and warns of firmware that does not match.
@@ -17,8 +17,8 @@ class ModuleController_Ctrllr : public QObject
     Q_OBJECT
 
 public:
-    /// `rowNumber` is the row's place among the controller rows, from 1. With `withPower` the power module's
-    /// part is shown until a report tells that there is none.
+    /// `rowNumber` is the row's place among the controller rows, from 1. With `withPower` the power
+    /// module's part is shown until a report tells that no such module answers; once hidden it stays so.
     ModuleController_Ctrllr(int moduleNumber, int rowNumber, bool withPower, TimeSource &time,
                             QObject *parent = nullptr);
     ~ModuleController_Ctrllr() override;
@@ -32,7 +32,7 @@ public slots:
     /// Shows the controller's version numbers. The box does not block.
     void Slot_ControllerButton();
 
-    /// `remote` is the newest firmware known on the web, `flag` is passed on.
+    /// `remote` is the newest firmware known on the web; `flag` is passed on.
     void Slot_CheckFrmwrVersion(QString remote, int flag);
 
     /// The vector of Fast_Module_Status entries, of which the last two are taken.
@@ -45,19 +45,20 @@ public slots:
     void Slot_StaticPowerStatus(QVariant data);
 
 signals:
-    /// Origin "local": the modules' firmware differs among themselves, emitted once at most, flag 0.
-    /// Origin "remote": there is newer firmware on the web, with the flag of the check.
+    /// Origin "local": the modules' firmware differs among themselves; emitted once at most, with flag 0.
+    /// Origin "remote": there is newer firmware on the web; with the flag of that check.
     void Signal_FirmwareMismatch(QString origin, int flag);
 
 private:
-    void showController(const Module_Status &status);
-    void showPower(const QString &serialNumber, const QString &hardware, const QString &firmware);
+    void showController();
+    void showPower();
+    void takeController(const Module_Status &status);
+    void takePower(const QString &serialNumber, const QString &hardware, const QString &firmware);
     void checkLocalFirmware(const QString &firmware);
 
     int m_rowNumber;
+    ControllerModel m_data;
     QPointer<ModuleController_View> m_view;
-    QString m_hardware;
-    QString m_referenceFirmware; ///< firmware 1 of the controller; empty until it reported
-    QString m_firmware2;
+    QString m_referenceFirmware;        ///< firmware 1 of the controller; empty until it reported
     bool m_firmwareCheckPending = true; ///< no local mismatch was reported yet
 };

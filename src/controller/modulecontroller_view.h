@@ -6,6 +6,7 @@
 namespace Ui {
 class ModuleController_View;
 }
+class QSpacerItem;
 
 /// The top row: the controller module on the left and, when there is one, the power module on the right.
 class ModuleController_View : public QFrame
@@ -27,6 +28,7 @@ public:
     void setSelftest(quint8 code);
 
     void setPowerName(const QString &name);
+    /// The serial number alone; it is shown behind "S/N ".
     void setPowerSerial(const QString &serialNumber);
     void setPowerHardware(const QString &hardware);
     void setPowerFirmware(const QString &firmware);
@@ -34,7 +36,8 @@ public:
     void setPowerTemperature(float celsius);
     void setPowerSelftest(quint8 code);
 
-    /// Without the power part a spacer stands in its place: the controller's part keeps its width.
+    /// Shows or hides the power module's part. While it is hidden a spacer stands in its place, so that
+    /// the controller's part keeps its width.
     void setPowerVisible(bool visible);
 
 public slots:
@@ -49,4 +52,5 @@ signals:
 
 private:
     std::unique_ptr<Ui::ModuleController_View> m_ui;
+    QSpacerItem *m_powerSpacer = nullptr; ///< while the power part is hidden; owned by the row's layout
 };
