@@ -2,7 +2,6 @@
 
 #include "base/settingsfolder.h"
 #include "base/timesource.h"
-#include "link/serialcomm.h"
 #include "link/tcpsock.h"
 
 #include <QCoreApplication>

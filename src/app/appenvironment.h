@@ -2,7 +2,8 @@
 
 #include "app/deployment.h"
 #include "link/portdirectory.h"
-#include "protocol/communication.h"
+#include "protocol/commlinks.h"
+#include "protocol/commperiods.h"
 #include "settings/configpaths.h"
 
 #include <chrono>

@@ -18,6 +18,7 @@ Deployment readDeployment(const QString &file)
     const uint port = settings.value(QStringLiteral("port"), deployment.port).toUInt();
     if (port > 0 && port <= std::numeric_limits<quint16>::max())
         deployment.port = static_cast<quint16>(port);
-    deployment.downloadPage = settings.value(QStringLiteral("downloadPage"), deployment.downloadPage).toString();
+    deployment.downloadPage =
+        settings.value(QStringLiteral("downloadPage"), deployment.downloadPage).toString();
     return deployment;
 }

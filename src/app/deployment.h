@@ -6,8 +6,8 @@
 /// environment variable VXCONFIG_DEPLOYMENT names. What the file does not say keeps its default.
 struct Deployment
 {
-    QString host = QStringLiteral("www.qor.example"); ///< server of the version files
-    quint16 port = 443;                               ///< its HTTPS port
+    QString host = QStringLiteral("www.qor.example");                 ///< server of the version files
+    quint16 port = 443;                                               ///< its HTTPS port
     QString downloadPage = QStringLiteral("https://www.qor.example"); ///< where the user gets new versions
 };
 

@@ -35,8 +35,8 @@ Framework_Ctrllr::Framework_Ctrllr(const AppEnvironment &environment, QObject *p
                                                       environment.commPeriods))
 {
     createWindow();
-    wireApplication({this, m_view.get(), m_view->portLister(), m_communication.get(), m_appConfig.get(),
-                     m_retryTimer});
+    wireApplication(
+        {this, m_view.get(), m_view->portLister(), m_communication.get(), m_appConfig.get(), m_retryTimer});
     createPlaceholders();
     loadSettings();
     m_isConstructed = true;

@@ -42,6 +42,9 @@ public:
     /// The controller module, null if there is none.
     ModuleController_Ctrllr *controllerModule() const { return m_controllerModule; }
 
+    /// The session with the device; it belongs to this object.
+    Communication *communication() const { return m_communication.get(); }
+
     /// Opens the link of the current settings; the only way to a link. Tells the outcome in the status
     /// line and by the connection lamp, and disables the sampling rates until a system status comes.
     bool openLink();

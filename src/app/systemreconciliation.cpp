@@ -129,7 +129,8 @@ void Framework_Ctrllr::connectKnownModule(AnalogModule_Ctrllr *module)
 {
     connect(module, &AnalogModule_Ctrllr::Signal_HwResponseDelay, this,
             &Framework_Ctrllr::Slot_HwResponseDelay);
-    connect(module, &AnalogModule_Ctrllr::Signal_GetChannelData, this, &Framework_Ctrllr::Slot_GetChannelData);
+    connect(module, &AnalogModule_Ctrllr::Signal_GetChannelData, this,
+            &Framework_Ctrllr::Slot_GetChannelData);
     connectStatus(module);
     connect(this, &Framework_Ctrllr::Signal_SendAll, module, &AnalogModule_Ctrllr::Slot_FilterOrRangeHandle);
     connect(module, &AnalogModule_Ctrllr::Signal_ShiftClickCommand, this, &Framework_Ctrllr::Signal_SendAll);
@@ -205,14 +206,16 @@ void Framework_Ctrllr::Slot_UpdateSamplingNBitRate(QVariant data)
 void Framework_Ctrllr::Slot_FirmwareMismatch(QString origin, int flag)
 {
     if (origin == QLatin1String("local")) {
-        m_view->showWarning(QStringLiteral("The firmware versions in the individual modules are different. This "
-                                           "may lead to communication problems. We strongly recommend that you "
-                                           "perform a firmware update. The latest firmware can be found on the "
-                                           "qor Torvex Support website.\n\n")
-                            + m_environment.deployment.downloadPage);
-        m_view->showColoured(QStringLiteral("Warning: Firmware mismatch between individual modules. We strongly "
-                                            "recommended to update the firmware."),
-                             kStays, 1);
+        m_view->showWarning(
+            QStringLiteral("The firmware versions in the individual modules are different. This "
+                           "may lead to communication problems. We strongly recommend that you "
+                           "perform a firmware update. The latest firmware can be found on the "
+                           "qor Torvex Support website.\n\n") +
+            m_environment.deployment.downloadPage);
+        m_view->showColoured(
+            QStringLiteral("Warning: Firmware mismatch between individual modules. We strongly "
+                           "recommended to update the firmware."),
+            kStays, 1);
     } else if (origin == QLatin1String("remote")) {
         m_view->showColoured(
             QStringLiteral("Warning: Please download the latest vxupdate.exe, current version is outdated"),

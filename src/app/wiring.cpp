@@ -68,7 +68,8 @@ void wireStatus(const ApplicationParts &p)
                      &Framework_View::Signal_FastSystemStatus);
     QObject::connect(p.communication, &Communication::statusAvailbl, p.controller,
                      &Framework_Ctrllr::statusAvailbl);
-    QObject::connect(p.communication, &Communication::statusBusy, p.controller, &Framework_Ctrllr::statusBusy);
+    QObject::connect(p.communication, &Communication::statusBusy, p.controller,
+                     &Framework_Ctrllr::statusBusy);
     QObject::connect(p.communication, &Communication::packetRecvd, p.view, &Framework_View::setRxLed);
     QObject::connect(p.communication, &Communication::packetSent, p.view, &Framework_View::setTxLed);
     QObject::connect(p.communication, &Communication::Signal_DebugMsg, p.view,

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "app/framework_ctrllr.h"
+#include "app/framework_view.h"
+#include "base/timesource.h"
+#include "sim/chain.h"
+#include "sim/server.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <memory>
+
+class ModuleDevice_View;
+
+/// The whole program with its real links, joined to the simulator in the same process, over real sockets and
+/// pseudo terminals. The program's periods are shortened, so that a test waits for milliseconds where an
+/// operator waits for seconds.
+class SystemFixture
+{
+public:
+    enum class LinkKind { Tcp, Serial };
+
+    explicit SystemFixture(LinkKind kind);
+    ~SystemFixture();
+
+    SystemTime time;
+    QTemporaryDir folder;
+    std::unique_ptr<sim::Server> device; ///< null: nobody is there
+    std::unique_ptr<Framework_Ctrllr> app;
+
+    /// Makes the simulated chain of this description answer; over TCP on the port that the first one chose.
+    void plug(const QString &chainText);
+
+    /// The same with a file of sim/chains.
+    void plugFile(const QString &name);
+
+    /// The chain goes away, and the port or connection with it.
+    void unplug();
+
+    /// Starts the program with a settings file that names the link.
+    void start();
+
+    Framework_View *window() const { return app->mainWindow(); }
+    QString statusBox() const;
+    QString statusText() const;
+    bool isReady() const { return statusBox() == QStringLiteral("READY"); }
+    int rowCount() const;
+
+    /// Text of a label in the row of the module at `index`, from 0.
+    QString rowText(int index, const char *label) const;
+
+    /// Text of a label in the top row.
+    QString controllerText(const char *label) const;
+
+private:
+    void answer(const sim::Chain &chain);
+
+    LinkKind m_kind;
+    quint16 m_port = 0;
+};
+
+Q_DECLARE_METATYPE(SystemFixture::LinkKind)
+
+/// Rows "tcp" and "serial" with a column "kind".
+void addLinkKinds();
