@@ -1,0 +1,633 @@
+#include "base/gui/fonts.h"
+#include "modules/analogmodule_ctrllr.h"
+#include "modules/common/modulemodel.h"
+#include "modules/moduledevice_view.h"
+#include "modules/modulefactory.h"
+#include "protocol/records/fastmodulestatus.h"
+#include "protocol/records/modulestatus.h"
+#include "support/childbyname.h"
+#include "support/virtualtime.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+#include <memory>
+
+Q_DECLARE_METATYPE(HeaderForm)
+
+namespace {
+
+/// A module's controller with short ways to play a device and to read the row.
+class Module
+{
+public:
+    explicit Module(int typeCode, int number = 3, int firstChannel = 5)
+        : controller(createModule(static_cast<quint8>(typeCode), number, firstChannel, time, nullptr))
+    {}
+
+    QString text(const char *name) const { return childByName<QLabel>(controller->GetView(), name)->text(); }
+
+    bool hidden(const char *name) const
+    {
+        return childByName<QWidget>(controller->GetView(), name)->isHidden();
+    }
+
+    void take(const Module_Status &status)
+    {
+        controller->Slot_StaticModuleStatus(QVariant::fromValue(status));
+    }
+
+    void take(const Fast_Module_Status &status, int entry = 3)
+    {
+        QVector<Fast_Module_Status> entries(kFastModuleStatusCount);
+        entries[entry] = status;
+        controller->Slot_FastModuleStatus(QVariant::fromValue(entries));
+    }
+
+    /// Voltage, temperature and self-test as the row shows them.
+    QString live() const
+    {
+        return text("label_Voltage") + QLatin1Char('|') + text("label_Temperature") + QLatin1Char('|') +
+               text("label_SelftestSt");
+    }
+
+    /// The four identification labels.
+    QString identification() const
+    {
+        return text("label_SnVersion") + QLatin1Char('|') + text("label_HwVersion") + QLatin1Char('|') +
+               text("label_SwVersion") + QLatin1Char('|') + text("label_FpgaVersn");
+    }
+
+    QString names() const
+    {
+        return text("label_DeviceName") + QLatin1Char('|') + text("ChDeviceLabel_A") + QLatin1Char('|') +
+               text("ChDeviceLabel_B");
+    }
+
+    VirtualTime time;
+    std::unique_ptr<AnalogModule_Ctrllr> controller;
+};
+
+Module_Status status(int typeCode, int number = 3)
+{
+    Module_Status status;
+    status.moduleAddress = static_cast<quint8>(number);
+    status.moduleType = static_cast<quint8>(typeCode);
+    status.serialNumber = QStringLiteral("4711");
+    status.hardwareVersion = QStringLiteral("01.02");
+    status.firmware1Version = QStringLiteral("03.04.05");
+    status.firmware2Version = QStringLiteral("06.07");
+    return status;
+}
+
+Fast_Module_Status live(quint16 voltage, quint16 temperature, quint8 state)
+{
+    Fast_Module_Status status;
+    status.supplyVoltage = voltage;
+    status.temperature = temperature;
+    status.moduleState = state;
+    return status;
+}
+
+const QString kNewIdentification = QStringLiteral("4711|01.02|03.04.05|06.07");
+const QString kFirstIdentification = QStringLiteral("XXXXXXX|XX.XX|XX.XX.XX|XX.XX.XX");
+const QString kFirstNames = QStringLiteral("Unknown|Unknown|Unknown");
+
+} // namespace
+
+class TstAnalogModuleCtrllr : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void eachTypeGetsItsRow_data();
+    void eachTypeGetsItsRow();
+    void numbersStandOnTheButtons();
+    void beginsWithInitialTextsAndZeros();
+
+    void statusShowsNamesAndIdentification_data();
+    void statusShowsNamesAndIdentification();
+    void statusFillsTheDataRecordButNotItsSerialNumber();
+    void statusOfAnotherModuleIsSkipped();
+    void foreignTypeUpdatesOnlyTheIdentification_data();
+    void foreignTypeUpdatesOnlyTheIdentification();
+    void changedTypeOfTheSameFamilyRenamesTheRow();
+    void xvdtStatusChangesTheHeaders();
+    void universalStatusNamesEachChannel();
+    void staticStatusOfAWrongTypeIsSkipped();
+
+    void fastStatusShowsTheOwnEntry();
+    void lastModuleReadsEntry128();
+    void invalidVoltageLeavesTheText();
+    void invalidTemperatureLeavesTheText();
+    void fastStatusOfAWrongTypeReadsAsZero();
+    void shortFastStatusReadsAsZero();
+    void settersStoreAndShow();
+    void unusedOperationsDoNothing();
+
+    void versionBoxShowsTheVersions();
+    void versionBoxDoesNotBlock();
+    void rowMayBeDeletedWhileTheBoxIsOpen();
+    void versionTextsAreNoMarkup();
+
+    void unknownModuleKeepsOnlyIdentificationAndStatus();
+    void unknownModuleTakesStatus();
+
+    void shiftClickStampsTheType();
+    void groupCommandsReachMatchingModulesOnly();
+
+    void rowGoesWithItsController();
+    void rowMayGoBeforeItsController();
+
+    void unchangedLiveValuesTouchNoWidget();
+    void changedLiveValuesKeepTheLayout();
+};
+
+void TstAnalogModuleCtrllr::initTestCase()
+{
+    fonts::installSubstitutions();
+}
+
+void TstAnalogModuleCtrllr::eachTypeGetsItsRow_data()
+{
+    QTest::addColumn<HeaderForm>("form");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QByteArray>("log");
+    const char *type1 = "Model Type 1 created...";
+    const char *type2 = "Model Type 2 created...";
+    const char *type3 = "Model Type 3 created...";
+    const char *type4 = "Model Type 4 created...";
+    QTest::newRow("1") << HeaderForm::StrainGauge << "3" << QByteArray(type1);
+    for (const char *code : {"2", "3", "5", "6", "7", "8"})
+        QTest::newRow(code) << HeaderForm::Voltage << "3" << QByteArray(type2);
+    QTest::newRow("4") << HeaderForm::Thermo << "3" << QByteArray(type3);
+    for (const char *code : {"9", "0", "10", "100", "120", "255"})
+        QTest::newRow(code) << HeaderForm::Universal << "unknown" << QByteArray(type4);
+}
+
+void TstAnalogModuleCtrllr::eachTypeGetsItsRow()
+{
+    QFETCH(QByteArray, log);
+    QTest::ignoreMessage(QtDebugMsg, log.constData());
+    const Module module(QByteArray(QTest::currentDataTag()).toInt());
+    QTEST(module.controller->GetData()->headerForm, "form");
+    QTEST(module.controller->GetData()->address, "address");
+    QCOMPARE(module.controller->typeCode(), static_cast<quint8>(QByteArray(QTest::currentDataTag()).toInt()));
+}
+
+void TstAnalogModuleCtrllr::numbersStandOnTheButtons()
+{
+    const Module module(1, 128, 255);
+    const ModuleDevice_View *row = module.controller->GetView();
+    QCOMPARE(childByName<QPushButton>(row, "pushButton_DeviceButton")->text(), QStringLiteral("128"));
+    QCOMPARE(childByName<QPushButton>(row, "pushButton_ChA")->text(), QStringLiteral("255"));
+    QCOMPARE(childByName<QPushButton>(row, "pushButton_ChB")->text(), QStringLiteral("256"));
+    QCOMPARE(module.controller->moduleNumber(), 128);
+    QCOMPARE(module.controller->GetData()->moduleNumber, 128);
+}
+
+void TstAnalogModuleCtrllr::beginsWithInitialTextsAndZeros()
+{
+    const Module module(1);
+    QCOMPARE(module.names(), kFirstNames);
+    QCOMPARE(module.identification(), kFirstIdentification);
+    QCOMPARE(module.live(), QString::fromUtf8("0.00 V|0.0 °C|O.K."));
+}
+
+void TstAnalogModuleCtrllr::statusShowsNamesAndIdentification_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("1") << "Strain Gauge";
+    QTest::newRow("2") << "Voltage";
+    QTest::newRow("3") << QString::fromUtf8("IEPE/ICP®");
+    QTest::newRow("4") << "Thermo";
+    QTest::newRow("5") << "XVDT";
+    QTest::newRow("6") << "Potentiometer";
+    QTest::newRow("7") << "4_20";
+    QTest::newRow("8") << "Auxilary";
+}
+
+void TstAnalogModuleCtrllr::statusShowsNamesAndIdentification()
+{
+    QFETCH(QString, name);
+    const int code = QByteArray(QTest::currentDataTag()).toInt();
+    Module module(code);
+    module.take(status(code));
+    QCOMPARE(module.names(), QStringLiteral("%1|%1|%1").arg(name));
+    QCOMPARE(module.identification(), kNewIdentification);
+}
+
+void TstAnalogModuleCtrllr::statusFillsTheDataRecordButNotItsSerialNumber()
+{
+    Module module(1);
+    module.take(status(1));
+    const ModuleModel *data = module.controller->GetData();
+    QCOMPARE(data->hardware, QStringLiteral("01.02"));
+    QCOMPARE(data->firmware1, QStringLiteral("03.04.05"));
+    QCOMPARE(data->firmware2, QStringLiteral("06.07"));
+    QCOMPARE(data->serialNumber, QStringLiteral("XXXXXXX"));
+}
+
+void TstAnalogModuleCtrllr::statusOfAnotherModuleIsSkipped()
+{
+    Module module(1);
+    module.take(status(1, 4));
+    module.take(status(1, 0));
+    QCOMPARE(module.names(), kFirstNames);
+    QCOMPARE(module.identification(), kFirstIdentification);
+}
+
+void TstAnalogModuleCtrllr::foreignTypeUpdatesOnlyTheIdentification_data()
+{
+    QTest::addColumn<int>("own");
+    QTest::addColumn<int>("reported");
+    QTest::newRow("voltage on a strain gauge row") << 1 << 2;
+    QTest::newRow("strain gauge on a voltage row") << 2 << 1;
+    QTest::newRow("thermo on a voltage row") << 2 << 4;
+    QTest::newRow("voltage on a thermo row") << 4 << 2;
+    QTest::newRow("strain gauge on a universal row") << 9 << 1;
+    QTest::newRow("universal on a strain gauge row") << 1 << 9;
+    QTest::newRow("no known type") << 1 << 77;
+    QTest::newRow("no type") << 2 << 0;
+    QTest::newRow("controller") << 9 << 100;
+}
+
+void TstAnalogModuleCtrllr::foreignTypeUpdatesOnlyTheIdentification()
+{
+    QFETCH(int, own);
+    QFETCH(int, reported);
+    Module module(own);
+    const QString header = module.text("label_FirstInfoDevice");
+    module.take(status(reported));
+    QCOMPARE(module.identification(), kNewIdentification);
+    QCOMPARE(module.names(), kFirstNames);
+    QCOMPARE(module.controller->GetData()->hardware, QStringLiteral("XX.XX"));
+    QCOMPARE(module.text("label_FirstInfoDevice"), header);
+}
+
+void TstAnalogModuleCtrllr::changedTypeOfTheSameFamilyRenamesTheRow()
+{
+    Module module(3);
+    module.take(status(2));
+    QCOMPARE(module.names(), QStringLiteral("Voltage|Voltage|Voltage"));
+}
+
+void TstAnalogModuleCtrllr::xvdtStatusChangesTheHeaders()
+{
+    Module module(5);
+    QCOMPARE(module.text("label_SecondInfoDevice"), QString::fromUtf8("Range  [±V]   "));
+    module.take(status(5));
+    for (const char *name : {"label_FirstInfoDevice", "label_FirstInfoDevice_2"})
+        QCOMPARE(module.text(name), QStringLiteral("Input"));
+    for (const char *name : {"label_SecondInfoDevice", "label_SecondInfoDevice_2"})
+        QCOMPARE(module.text(name), QStringLiteral("Range  "));
+    Module voltage(2);
+    voltage.take(status(2));
+    QCOMPARE(voltage.text("label_SecondInfoDevice"), QString::fromUtf8("Range  [±V]   "));
+}
+
+void TstAnalogModuleCtrllr::universalStatusNamesEachChannel()
+{
+    Module module(9);
+    Module_Status reported = status(9);
+    reported.functionCodeA = 6;
+    reported.functionCodeB = 1;
+    module.take(reported);
+    QCOMPARE(module.names(), QStringLiteral("Analog|Potentiometer|Strain Gauge"));
+    QCOMPARE(module.text("label_FirstInfoDevice"), QStringLiteral("Input"));
+    QCOMPARE(module.text("label_FirstInfoDevice_2"), QStringLiteral("BridgeType  [Ohm]"));
+    QVERIFY(module.hidden("label_Shunt"));
+    QVERIFY(!module.hidden("label_Shunt_2"));
+}
+
+void TstAnalogModuleCtrllr::staticStatusOfAWrongTypeIsSkipped()
+{
+    Module module(1);
+    module.controller->Slot_StaticModuleStatus(QVariant(QStringLiteral("no status")));
+    module.controller->Slot_StaticModuleStatus(QVariant());
+    QCOMPARE(module.identification(), kFirstIdentification);
+}
+
+void TstAnalogModuleCtrllr::fastStatusShowsTheOwnEntry()
+{
+    Module module(1);
+    module.take(live(1200, 0, 10), 3);
+    QCOMPARE(module.live(), QString::fromUtf8("12.00 V|-55.0 °C|0x0A"));
+    QCOMPARE(module.controller->GetData()->voltage, 12.0F);
+    QCOMPARE(module.controller->GetData()->temperature, -55.0F);
+    QCOMPARE(module.controller->GetData()->selftest, quint8(10));
+}
+
+void TstAnalogModuleCtrllr::lastModuleReadsEntry128()
+{
+    Module module(1, 128, 255);
+    module.take(live(1500, 160, 0), 128);
+    QCOMPARE(module.live(), QString::fromUtf8("15.00 V|25.0 °C|O.K."));
+}
+
+void TstAnalogModuleCtrllr::invalidVoltageLeavesTheText()
+{
+    Module module(1);
+    module.take(live(1200, 160, 0));
+    Fast_Module_Status next = live(999, 170, 1);
+    next.supplyVoltageInvalid = 1;
+    module.take(next);
+    QCOMPARE(module.live(), QString::fromUtf8("12.00 V|30.0 °C|0x01"));
+}
+
+void TstAnalogModuleCtrllr::invalidTemperatureLeavesTheText()
+{
+    Module module(1);
+    module.take(live(1200, 160, 0));
+    Fast_Module_Status next = live(1300, 170, 2);
+    next.temperatureInvalid = 1;
+    module.take(next);
+    QCOMPARE(module.live(), QString::fromUtf8("13.00 V|25.0 °C|0x02"));
+}
+
+void TstAnalogModuleCtrllr::fastStatusOfAWrongTypeReadsAsZero()
+{
+    Module module(1);
+    module.take(live(1200, 160, 5));
+    module.controller->Slot_FastModuleStatus(QVariant(7));
+    QCOMPARE(module.live(), QString::fromUtf8("0.00 V|-55.0 °C|O.K."));
+}
+
+void TstAnalogModuleCtrllr::shortFastStatusReadsAsZero()
+{
+    Module module(1);
+    module.take(live(1200, 160, 5));
+    module.controller->Slot_FastModuleStatus(QVariant::fromValue(QVector<Fast_Module_Status>(3)));
+    QCOMPARE(module.live(), QString::fromUtf8("0.00 V|-55.0 °C|O.K."));
+}
+
+void TstAnalogModuleCtrllr::settersStoreAndShow()
+{
+    Module module(1);
+    ModuleDevice_Ctrllr *controller = module.controller.get();
+    controller->SetVoltage(9.5F);
+    controller->SetTemperature(20.0F);
+    controller->SetSelftest(255);
+    QCOMPARE(module.live(), QString::fromUtf8("9.50 V|20.0 °C|0xFF"));
+    QCOMPARE(controller->GetData()->voltage, 9.5F);
+    QCOMPARE(controller->GetData()->temperature, 20.0F);
+    QCOMPARE(controller->GetData()->selftest, quint8(255));
+}
+
+void TstAnalogModuleCtrllr::unusedOperationsDoNothing()
+{
+    Module module(1);
+    ModuleDevice_Ctrllr *controller = module.controller.get();
+    const ChannelSetup setup{{QStringLiteral("a")}, {QStringLiteral("b")}, -1, 1, 1, 1, 2, 3};
+    ChannelRecord values;
+    values.gainIndex = 7;
+    controller->SetChannelT1Setup(1, setup);
+    controller->SetChannelT2Setup(1, setup);
+    controller->SetChannelT3Setup(1, setup);
+    controller->SetChannelT4Setup(1, setup);
+    controller->SetChannelT1Values(1, values);
+    controller->SetChannelT2Values(1, values);
+    controller->SetChannelT3Values(1, values);
+    controller->SetChannelT4Values(1, values);
+    const ModuleModel *data = controller->GetData();
+    QCOMPARE(data->channel(1).gainIndex, 0);
+    QVERIFY(data->channel(1).bridgeTypeList.isEmpty());
+}
+
+void TstAnalogModuleCtrllr::versionBoxShowsTheVersions()
+{
+    Module module(1);
+    module.take(status(1));
+    QTest::mouseClick(childByName<QPushButton>(module.controller->GetView(), "pushButton_DeviceButton"),
+                      Qt::LeftButton);
+    auto *box = module.controller->GetView()->findChild<QMessageBox *>();
+    QVERIFY(box);
+    QVERIFY(box->isVisible());
+    QCOMPARE(box->windowTitle(), QStringLiteral("Module Version Info"));
+    QCOMPARE(box->text(),
+             QStringLiteral("Component version numbers\nHardware:\t01.02\nFirmware 1:\t03.04.05\n"
+                            "Firmware 2:\t06.07\n"));
+    QCOMPARE(box->icon(), QMessageBox::Information);
+    QCOMPARE(box->standardButtons(), QMessageBox::Ok);
+    const QPointer<QMessageBox> watched(box);
+    QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+    QTRY_VERIFY(!watched);
+}
+
+void TstAnalogModuleCtrllr::versionBoxDoesNotBlock()
+{
+    Module module(1);
+    module.controller->Slot_DeviceButton();
+    // A status that comes while the box is open is shown behind it.
+    module.take(status(1));
+    QCOMPARE(module.identification(), kNewIdentification);
+    QCOMPARE(module.controller->GetView()->findChild<QMessageBox *>()->text(),
+             QStringLiteral("Component version numbers\nHardware:\tXX.XX\nFirmware 1:\tXX.XX.XX\n"
+                            "Firmware 2:\tXX.XX.XX\n"));
+}
+
+void TstAnalogModuleCtrllr::rowMayBeDeletedWhileTheBoxIsOpen()
+{
+    Module module(1);
+    module.controller->GetView()->show();
+    module.controller->Slot_DeviceButton();
+    const QPointer<QMessageBox> box(module.controller->GetView()->findChild<QMessageBox *>());
+    QVERIFY(box);
+    module.controller.reset();
+    QVERIFY(!box);
+    QCoreApplication::processEvents();
+}
+
+void TstAnalogModuleCtrllr::versionTextsAreNoMarkup()
+{
+    Module module(1);
+    module.controller->Slot_DeviceButton();
+    QCOMPARE(module.controller->GetView()->findChild<QMessageBox *>()->textFormat(), Qt::PlainText);
+}
+
+void TstAnalogModuleCtrllr::unknownModuleKeepsOnlyIdentificationAndStatus()
+{
+    const Module module(77);
+    module.controller->showAsUnknownModule();
+    for (const char *name : {"label_Channel",
+                             "label_FirstInfoDevice",
+                             "label_SecondInfoDevice",
+                             "label_Shunt",
+                             "label_Filter",
+                             "label_ManualOffset",
+                             "label_RevPol",
+                             "label_Level",
+                             "label_Channel_2",
+                             "label_FirstInfoDevice_2",
+                             "label_SecondInfoDevice_2",
+                             "label_Shunt_2",
+                             "label_Filter_2",
+                             "label_ManualOffset_2",
+                             "label_RevPol_2",
+                             "label_Level_2",
+                             "pushButton_ChA",
+                             "pushButton_ChB",
+                             "ChDeviceLabel_A",
+                             "ChDeviceLabel_B"})
+        QVERIFY2(module.hidden(name), name);
+    for (const char *name :
+         {"label_DeviceName", "label_SnVersion", "label_HwVersion", "label_SwVersion", "label_FpgaVersn",
+          "label_Voltage", "label_Temperature", "label_SelftestSt", "pushButton_DeviceButton"})
+        QVERIFY2(!module.hidden(name), name);
+    QCOMPARE(module.controller->GetData()->address, QStringLiteral("unknown"));
+}
+
+void TstAnalogModuleCtrllr::unknownModuleTakesStatus()
+{
+    Module module(77);
+    module.controller->showAsUnknownModule();
+    module.take(status(77));
+    module.take(live(1200, 110, 0));
+    QCOMPARE(module.identification(), kNewIdentification);
+    QCOMPARE(module.names(), kFirstNames);
+    QCOMPARE(module.live(), QString::fromUtf8("12.00 V|0.0 °C|O.K."));
+    QVERIFY(module.hidden("label_Filter"));
+}
+
+void TstAnalogModuleCtrllr::shiftClickStampsTheType()
+{
+    for (const int code : {1, 2, 3, 4, 5, 6, 7, 8}) {
+        const Module module(code);
+        QVector<GroupCommand> sent;
+        connect(module.controller.get(), &AnalogModule_Ctrllr::Signal_ShiftClickCommand, this,
+                [&sent](const GroupCommand &command) { sent.append(command); });
+        GroupCommand command;
+        command.moduleType = 99;
+        command.command = 3;
+        command.value = 250;
+        module.controller->Slot_ShiftClick(command);
+        QCOMPARE(sent.size(), 1);
+        QCOMPARE(static_cast<int>(sent.first().moduleType), code);
+        QCOMPARE(sent.first().command, 3);
+        QCOMPARE(sent.first().value, 250);
+    }
+}
+
+namespace {
+
+/// A family that only counts the group commands that reach it.
+class CountingModule : public AnalogModule_Ctrllr
+{
+public:
+    using AnalogModule_Ctrllr::AnalogModule_Ctrllr;
+
+    int count = 0;
+
+protected:
+    void applyGroupCommand(const GroupCommand &) override { ++count; }
+};
+
+} // namespace
+
+void TstAnalogModuleCtrllr::groupCommandsReachMatchingModulesOnly()
+{
+    VirtualTime time;
+    CountingModule module(3, 1, 1, time);
+    GroupCommand command;
+    for (int type = 0; type < 12; ++type) {
+        command.moduleType = static_cast<quint8>(type);
+        module.Slot_FilterOrRangeHandle(command);
+        QCOMPARE(module.count, type < 3 ? 0 : 1);
+    }
+}
+
+void TstAnalogModuleCtrllr::rowGoesWithItsController()
+{
+    Module module(1);
+    const QPointer<ModuleDevice_View> row(module.controller->GetView());
+    module.controller.reset();
+    QVERIFY(!row);
+}
+
+void TstAnalogModuleCtrllr::rowMayGoBeforeItsController()
+{
+    Module module(1);
+    delete module.controller->GetView();
+    QVERIFY(!module.controller->GetView());
+    module.controller.reset();
+}
+
+namespace {
+
+/// Counts the events of one kind that reach a widget tree.
+class EventCounter : public QObject
+{
+public:
+    EventCounter(QWidget *root, QList<QEvent::Type> types)
+        : m_types(std::move(types))
+    {
+        root->installEventFilter(this);
+        const auto children = root->findChildren<QWidget *>();
+        for (QWidget *child : children)
+            child->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (m_types.contains(event->type()))
+            ++count;
+        return false;
+    }
+
+    int count = 0;
+
+private:
+    QList<QEvent::Type> m_types;
+};
+
+/// Delivers what was posted, painting included.
+void settle()
+{
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
+
+void TstAnalogModuleCtrllr::unchangedLiveValuesTouchNoWidget()
+{
+    Module module(1);
+    ModuleDevice_View *row = module.controller->GetView();
+    row->show();
+    module.take(live(1200, 160, 0));
+    settle();
+    EventCounter painted(row, {QEvent::Paint, QEvent::UpdateRequest, QEvent::LayoutRequest});
+    module.take(live(1200, 160, 0));
+    settle();
+    QCOMPARE(painted.count, 0);
+    // The counter sees a change.
+    module.take(live(1201, 160, 0));
+    settle();
+    QVERIFY(painted.count > 0);
+}
+
+void TstAnalogModuleCtrllr::changedLiveValuesKeepTheLayout()
+{
+    Module module(1);
+    ModuleDevice_View *row = module.controller->GetView();
+    row->show();
+    settle();
+    EventCounter laidOut(row, {QEvent::LayoutRequest});
+    module.take(live(1999, 500, 31));
+    module.take(status(1));
+    settle();
+    const int byNames = laidOut.count;
+    module.take(live(2, 3, 0));
+    settle();
+    QCOMPARE(laidOut.count, byNames);
+}
+
+QTEST_MAIN(TstAnalogModuleCtrllr)
+#include "tst_analogmodule_ctrllr.moc"
