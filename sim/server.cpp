@@ -127,10 +127,9 @@ void Server::takeConnection(Link *link, Connection *connection)
     });
 }
 
-void Server::refuse(Milliseconds now, const QString &connection, const QString &reason)
+void Server::refuse(const QString &reason)
 {
     m_refusals.append(reason);
-    m_log.note(now, connection, QStringLiteral("not answered: %1").arg(reason));
     emit refused(reason);
 }
 
@@ -140,7 +139,7 @@ void Server::takeReception(Link *link, Session *session, const Reception &recept
     const QString name = session->connection().name();
     m_log.request(now, name, reception);
     if (!reception.valid) {
-        refuse(now, name, reception.fault);
+        refuse(reception.fault);
         return;
     }
     ++m_counts[u8At(reception.payload, 0)];
@@ -163,7 +162,8 @@ void Server::carryOut(Link *link, Session *session, const Reception &reception)
     const Answer answer = m_device.answer(reception.payload, now);
     switch (answer.verdict) {
     case Answer::Verdict::Refused:
-        refuse(now, name, answer.note);
+        m_log.note(now, name, QStringLiteral("refused: %1").arg(answer.note));
+        refuse(answer.note);
         return;
     case Answer::Verdict::Silent:
         m_log.note(now, name, answer.note);

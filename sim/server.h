@@ -85,7 +85,7 @@ private:
     void carryOut(Link *link, Session *session, const Reception &reception);
     void sendReply(Link *link, Session *session, const QByteArray &payload, qint64 startNs,
                    const FaultPlan &plan);
-    void refuse(Milliseconds now, const QString &connection, const QString &reason);
+    void refuse(const QString &reason);
     qint64 nowNs() const;
 
     TimeSource &m_time;

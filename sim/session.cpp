@@ -11,6 +11,7 @@ namespace {
 
 constexpr qint64 kNsPerSecond = 1000000000;
 constexpr qint64 kNsPerMs = 1000000;
+constexpr qint64 kAnswerWindowNs = 20 * kNsPerMs;
 
 } // namespace
 
@@ -35,8 +36,11 @@ qint64 Session::wireNs(int byteCount) const
 void Session::take(const QByteArray &bytes)
 {
     // A peer that answers to a reply got it late by as much as the timer was late; without that it would
-    // have begun earlier. Taking this off keeps the line's own time free of the timer's coarseness.
-    const qint64 startNs = qMax(m_inFreeNs, m_now() - m_latenessNs);
+    // have begun earlier. Taking this off keeps the line's own time free of the timer's coarseness. What
+    // comes long after a reply is no answer to it.
+    const qint64 nowNs = m_now();
+    const bool isAnswer = nowNs - m_repliedNs <= kAnswerWindowNs;
+    const qint64 startNs = qMax(m_inFreeNs, isAnswer ? nowNs - m_latenessNs : nowNs);
     m_latenessNs = 0;
     for (int i = 0; i < bytes.size(); ++i) {
         for (const Reception &reception : m_receiver.feed(u8At(bytes, i), startNs + wireNs(i + 1)))
@@ -113,8 +117,10 @@ bool Session::pump(Outgoing *item, qint64 nowNs)
     const QByteArray piece = item->bytes.mid(item->sent, due - item->sent);
     item->sent = due;
     const bool done = item->sent == item->bytes.size();
-    if (done && m_bytesPerSecond > 0)
+    if (done && m_bytesPerSecond > 0) {
         m_latenessNs = nowNs - (item->startNs + wireNs(due));
+        m_repliedNs = nowNs;
+    }
     if (!piece.isEmpty())
         m_connection.send(piece);
     return done;

@@ -67,7 +67,8 @@ private:
     QList<Outgoing> m_outgoing;
     qint64 m_inFreeNs = 0;
     qint64 m_outFreeNs = 0;
-    qint64 m_latenessNs = 0;
+    qint64 m_latenessNs = 0; ///< of the timer at the end of the last reply, which was at
+    qint64 m_repliedNs = 0;
     bool m_running = false;
 };
 

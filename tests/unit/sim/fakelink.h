@@ -1,0 +1,68 @@
+#pragma once
+
+#include "sim/connection.h"
+#include "sim/link.h"
+
+#include "support/virtualtime.h"
+
+#include <QVector>
+
+/// A peer on virtual time that writes down what reaches it and when, and plays back what the test says.
+class FakeConnection final : public sim::Connection
+{
+public:
+    struct Piece
+    {
+        qint64 atMs = 0;
+        QByteArray bytes;
+    };
+
+    FakeConnection(VirtualTime &time, QObject *parent)
+        : Connection(QStringLiteral("fake"), parent)
+        , m_time(time)
+    {}
+
+    void send(const QByteArray &bytes) override
+    {
+        pieces.append({m_time.elapsedMs(), bytes});
+        if (onSend)
+            onSend();
+    }
+
+    void close() override { closedAtMs = m_time.elapsedMs(); }
+
+    void write(const QByteArray &bytes) { emit received(bytes); }
+
+    QByteArray bytes() const
+    {
+        QByteArray all;
+        for (const Piece &piece : pieces)
+            all += piece.bytes;
+        return all;
+    }
+
+    QVector<Piece> pieces;
+    qint64 closedAtMs = -1;
+    std::function<void()> onSend;
+
+private:
+    VirtualTime &m_time;
+};
+
+class FakeLink final : public sim::Link
+{
+public:
+    explicit FakeLink(VirtualTime &time)
+        : m_time(time)
+    {}
+
+    FakeConnection *plugIn()
+    {
+        auto *connection = new FakeConnection(m_time, this);
+        emit connected(connection);
+        return connection;
+    }
+
+private:
+    VirtualTime &m_time;
+};

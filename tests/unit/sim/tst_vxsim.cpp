@@ -1,0 +1,225 @@
+#include <QtTest>
+
+#include <QProcess>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+
+#include <csignal>
+
+namespace {
+
+const QByteArray kFastRequest = QByteArray::fromHex("8081828301ff4350000000000000000005008ff408000000007334");
+constexpr int kFrameSize = 38;
+
+/// The simulator as a process of its own.
+class Process : public QProcess
+{
+public:
+    explicit Process(const QStringList &arguments) { start(QStringLiteral(VXSIM), arguments); }
+
+    ~Process() override
+    {
+        if (state() != NotRunning) {
+            kill();
+            waitForFinished();
+        }
+    }
+
+    /// Reads lines until one begins so; gives what stands behind the beginning, nothing if none comes.
+    QString lineAfter(const QString &beginning)
+    {
+        while (canReadLine() || waitForReadyRead()) {
+            while (canReadLine()) {
+                const QString line = QString::fromUtf8(readLine()).trimmed();
+                if (line.startsWith(beginning))
+                    return line.mid(beginning.size());
+            }
+        }
+        return {};
+    }
+};
+
+} // namespace
+
+class TstVxsim : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void portIsPrintedAndAnswers();
+    void exampleChainAndLog();
+    void logOnTheStandardOutput();
+    void seedIsPrinted();
+    void faultFileAndRule();
+    void endsAfterItsTime();
+    void signalEndsItAndRemovesTheLink_data();
+    void signalEndsItAndRemovesTheLink();
+    void wrongUse_data();
+    void wrongUse();
+    void helpNamesTheOptions();
+    void paceHoldsOnTheMachinesClock();
+};
+
+void TstVxsim::portIsPrintedAndAnswers()
+{
+    Process process({"--tcp", "0"});
+    const int port = process.lineAfter("listening on 127.0.0.1:").toInt();
+    QVERIFY(port > 0);
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    socket.write(kFastRequest);
+    QTRY_COMPARE(socket.bytesAvailable(), kFrameSize);
+}
+
+void TstVxsim::exampleChainAndLog()
+{
+    QTemporaryDir folder;
+    const QString log = folder.filePath("frames.log");
+    Process process({"--tcp", "0", "--chain", SIM_CHAINS "/demo.chain", "--log", log});
+    const int port = process.lineAfter("listening on 127.0.0.1:").toInt();
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    socket.write(QByteArray::fromHex("80818283010143500000000000000000050091f30100000001ec2b"));
+    QTRY_VERIFY(socket.bytesAvailable() > 178);
+    QCOMPARE(int(socket.readAll().at(20 + 16)), 14);
+    QFile file(log);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(file.readAll());
+    QVERIFY(text.contains(" tcp:1 -> 0x01 system status | 80 81 82 83 01 01 43 50 "));
+    QVERIFY(text.contains(" tcp:1 <- 0x01 system status: 14 modules, "));
+}
+
+void TstVxsim::logOnTheStandardOutput()
+{
+    Process process({"--tcp", "0", "--log", "-"});
+    const int port = process.lineAfter("listening on 127.0.0.1:").toInt();
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    QVERIFY(socket.waitForConnected());
+    while (!process.canReadLine())
+        QVERIFY(process.waitForReadyRead());
+    QVERIFY(process.readLine().endsWith("tcp:1 -- connected\n"));
+}
+
+void TstVxsim::seedIsPrinted()
+{
+    Process process({"--tcp", "0", "--seed", "4711"});
+    QCOMPARE(process.lineAfter("seed "), QString("4711"));
+}
+
+void TstVxsim::faultFileAndRule()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("bad.fault"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("# the first is lost\nlose nth=1\n");
+    file.close();
+    Process process({"--tcp", "0", "--fault", file.fileName(), "--fault-rule", "reset-flag nth=2"});
+    const int port = process.lineAfter("listening on 127.0.0.1:").toInt();
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    socket.write(kFastRequest + kFastRequest);
+    QTRY_COMPARE(socket.bytesAvailable(), kFrameSize);
+    const QByteArray reply = socket.readAll();
+    QCOMPARE(int(reply.at(5)), 2);
+    QCOMPARE(int(reply.at(20 + 8)), 1);
+}
+
+void TstVxsim::endsAfterItsTime()
+{
+    Process process({"--tcp", "0", "--run-for", "0.05"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+}
+
+void TstVxsim::signalEndsItAndRemovesTheLink_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+}
+
+void TstVxsim::signalEndsItAndRemovesTheLink()
+{
+    QFETCH(int, signal);
+    QTemporaryDir folder;
+    const QString name = folder.filePath("ports/COM40");
+    Process process({"--pty", name});
+    QCOMPARE(process.lineAfter("terminal at "), name);
+    QVERIFY(QFileInfo(name).isSymLink());
+    QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+    QVERIFY(!QFileInfo(name).isSymLink());
+}
+
+void TstVxsim::wrongUse_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("error");
+
+    const QString all = "--tcp";
+    QTest::newRow("nothing") << QStringList()
+                             << "vxsim: neither --tcp nor --pty: nobody could reach the device";
+    QTest::newRow("unknown option") << QStringList({"--colour"}) << "vxsim: Unknown option 'colour'.";
+    QTest::newRow("a word") << QStringList({"demo"}) << "vxsim: \"demo\" is no option";
+    QTest::newRow("port") << QStringList({all, "70000"})
+                          << "vxsim: --tcp: \"70000\" is no number from 0 to 65535";
+    QTest::newRow("port, broken") << QStringList({all, "1.5"})
+                                  << "vxsim: --tcp: \"1.5\" is no number from 0 to 65535";
+    QTest::newRow("pace") << QStringList({all, "0", "--pace", "fast"})
+                          << "vxsim: --pace: \"fast\" is no number from 0 to 100000000";
+    QTest::newRow("rule") << QStringList({all, "0", "--fault-rule", "burn"})
+                          << "vxsim: --fault-rule \"burn\": line 1: there is no fault \"burn\"";
+    QTest::newRow("chain file") << QStringList({all, "0", "--chain", "/no/such.chain"})
+                                << "vxsim: /no/such.chain: No such file or directory";
+}
+
+void TstVxsim::wrongUse()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, error);
+    Process process(arguments);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 2);
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()).trimmed(), error);
+}
+
+void TstVxsim::helpNamesTheOptions()
+{
+    Process process({"--help"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+    const QString help = QString::fromUtf8(process.readAllStandardOutput());
+    for (const char *option :
+         {"--chain", "--tcp", "--pty", "--fault", "--fault-rule", "--pace", "--log", "--seed", "--run-for"})
+        QVERIFY2(help.contains(QLatin1String(option)), option);
+}
+
+void TstVxsim::paceHoldsOnTheMachinesClock()
+{
+    constexpr int kPace = 10472;
+    constexpr int kTurns = 100;
+    Process process({"--tcp", "0", "--pace", QString::number(kPace)});
+    const int port = process.lineAfter("listening on 127.0.0.1:").toInt();
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    QVERIFY(socket.waitForConnected());
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < kTurns; ++i) {
+        socket.write(kFastRequest);
+        while (socket.bytesAvailable() < kFrameSize)
+            QVERIFY(socket.waitForReadyRead());
+        socket.readAll();
+    }
+    const double wireMs = 1000.0 * kTurns * (kFastRequest.size() + kFrameSize) / kPace;
+    // Never faster than the line. How much slower depends on the load of the machine.
+    QVERIFY2(static_cast<double>(clock.elapsed()) >= wireMs - 2,
+             qPrintable(QString::number(clock.elapsed())));
+    qInfo("%d turns: %lld ms, on the wire %.1f ms", kTurns, clock.elapsed(), wireMs);
+}
+
+QTEST_GUILESS_MAIN(TstVxsim)
+#include "tst_vxsim.moc"
