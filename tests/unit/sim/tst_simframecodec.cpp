@@ -53,7 +53,7 @@ QByteArray countingPayload(int size)
 
 } // namespace
 
-class TstFrameCodec : public QObject
+class TstSimFrameCodec : public QObject
 {
     Q_OBJECT
 
@@ -79,7 +79,7 @@ private slots:
     void roundTrip();
 };
 
-void TstFrameCodec::replyIsBuilt_data()
+void TstSimFrameCodec::replyIsBuilt_data()
 {
     QTest::addColumn<int>("counter");
     QTest::addColumn<QByteArray>("payload");
@@ -92,7 +92,7 @@ void TstFrameCodec::replyIsBuilt_data()
         << 255 << QByteArray() << hex("8081828301ff504b0000000000000000000092f47fbf");
 }
 
-void TstFrameCodec::replyIsBuilt()
+void TstSimFrameCodec::replyIsBuilt()
 {
     QFETCH(int, counter);
     QFETCH(QByteArray, payload);
@@ -102,7 +102,7 @@ void TstFrameCodec::replyIsBuilt()
     QCOMPARE(FrameCodec::encode(header, payload).toHex(), frame.toHex());
 }
 
-void TstFrameCodec::longestReplyHasItsSums()
+void TstSimFrameCodec::longestReplyHasItsSums()
 {
     FrameHeader header;
     header.counter = 9;
@@ -112,7 +112,7 @@ void TstFrameCodec::longestReplyHasItsSums()
     QCOMPARE(frame.right(2).toHex(), QByteArray("a5f7"));
 }
 
-void TstFrameCodec::requestIsTaken_data()
+void TstSimFrameCodec::requestIsTaken_data()
 {
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<int>("counter");
@@ -124,7 +124,7 @@ void TstFrameCodec::requestIsTaken_data()
     QTest::newRow("no payload") << hex("80818283010043500000000000000000000 08bf33b1d") << 0 << QByteArray();
 }
 
-void TstFrameCodec::requestIsTaken()
+void TstSimFrameCodec::requestIsTaken()
 {
     QFETCH(QByteArray, frame);
     QFETCH(int, counter);
@@ -137,7 +137,7 @@ void TstFrameCodec::requestIsTaken()
     QCOMPARE(receptions.first().raw, frame);
 }
 
-void TstFrameCodec::longestRequestIsTaken()
+void TstSimFrameCodec::longestRequestIsTaken()
 {
     const QByteArray payload = countingPayload(1300);
     const QVector<Reception> receptions =
@@ -145,7 +145,7 @@ void TstFrameCodec::longestRequestIsTaken()
     QCOMPARE(summary(receptions), QStringList(QString::fromLatin1(payload.toHex())));
 }
 
-void TstFrameCodec::wrongHeaderIsRefused_data()
+void TstSimFrameCodec::wrongHeaderIsRefused_data()
 {
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<QString>("fault");
@@ -163,7 +163,7 @@ void TstFrameCodec::wrongHeaderIsRefused_data()
     QTest::newRow("sync") << hex("80818383010143500000000000000000050092f30100000001ec2b") << "no sync bytes";
 }
 
-void TstFrameCodec::wrongHeaderIsRefused()
+void TstSimFrameCodec::wrongHeaderIsRefused()
 {
     QFETCH(QByteArray, frame);
     QFETCH(QString, fault);
@@ -172,14 +172,14 @@ void TstFrameCodec::wrongHeaderIsRefused()
     QCOMPARE(summary(feed(receiver, hex(kFastRequest))), QStringList("0800000000"));
 }
 
-void TstFrameCodec::payloadAbove1300IsRefusedAtTheHeader()
+void TstSimFrameCodec::payloadAbove1300IsRefusedAtTheHeader()
 {
     RequestReceiver receiver;
     QCOMPARE(summary(feed(receiver, hex("808182830101435000000000000000001505a6f3"))),
              QStringList("payload length 1301"));
 }
 
-void TstFrameCodec::wrongCrcIsRefused()
+void TstSimFrameCodec::wrongCrcIsRefused()
 {
     RequestReceiver receiver;
     QByteArray frame = hex(kSystemStatusRequest);
@@ -187,7 +187,7 @@ void TstFrameCodec::wrongCrcIsRefused()
     QCOMPARE(summary(feed(receiver, frame + hex(kFastRequest))), QStringList({"wrong CRC", "0800000000"}));
 }
 
-void TstFrameCodec::everyFlippedBitIsNoticed()
+void TstSimFrameCodec::everyFlippedBitIsNoticed()
 {
     const QByteArray frame = hex(kFilterRequest);
     for (int bit = 0; bit < frame.size() * 8; ++bit) {
@@ -198,27 +198,27 @@ void TstFrameCodec::everyFlippedBitIsNoticed()
     }
 }
 
-void TstFrameCodec::truncatedRequestGivesNothing()
+void TstSimFrameCodec::truncatedRequestGivesNothing()
 {
     const QByteArray frame = hex(kFilterRequest);
     for (int size = 0; size < frame.size(); ++size)
         QVERIFY(feed(frame.left(size)).isEmpty());
 }
 
-void TstFrameCodec::noiseIsSkippedAndReportedOnce()
+void TstSimFrameCodec::noiseIsSkippedAndReportedOnce()
 {
     QCOMPARE(summary(feed(hex("00112280558081") + hex(kFastRequest) + hex("3344"))),
              QStringList({"no sync bytes", "0800000000", "no sync bytes"}));
 }
 
-void TstFrameCodec::requestBehindAHeaderThatWasCutShortIsTaken()
+void TstSimFrameCodec::requestBehindAHeaderThatWasCutShortIsTaken()
 {
     // The cut frame's length makes the receiver read on into the next frame; the check sums end that.
     const QByteArray cut = hex(kFilterRequest).left(8);
     QCOMPARE(summary(feed(cut + hex(kFastRequest) + hex(kFastRequest))).last(), QString("0800000000"));
 }
 
-void TstFrameCodec::pauseInsideAFrameDropsIt()
+void TstSimFrameCodec::pauseInsideAFrameDropsIt()
 {
     RequestReceiver receiver;
     const QByteArray frame = hex(kFastRequest);
@@ -226,7 +226,7 @@ void TstFrameCodec::pauseInsideAFrameDropsIt()
     QCOMPARE(summary(feed(receiver, frame, 1001 * kMs)), QStringList({"pause inside a frame", "0800000000"}));
 }
 
-void TstFrameCodec::pauseBetweenFramesIsNone()
+void TstSimFrameCodec::pauseBetweenFramesIsNone()
 {
     RequestReceiver receiver;
     const QByteArray frame = hex(kFastRequest);
@@ -235,7 +235,7 @@ void TstFrameCodec::pauseBetweenFramesIsNone()
     QCOMPARE(summary(feed(receiver, frame, 900000 * kMs)), QStringList("0800000000"));
 }
 
-void TstFrameCodec::timeIsThatOfTheLastByte()
+void TstSimFrameCodec::timeIsThatOfTheLastByte()
 {
     RequestReceiver receiver;
     const QByteArray frame = hex(kFastRequest);
@@ -246,7 +246,7 @@ void TstFrameCodec::timeIsThatOfTheLastByte()
     QCOMPARE(receptions.first().timeNs, 26 * kMs);
 }
 
-void TstFrameCodec::randomBytesNeverGiveARequest()
+void TstSimFrameCodec::randomBytesNeverGiveARequest()
 {
     QRandomGenerator random(4711);
     RequestReceiver receiver;
@@ -260,7 +260,7 @@ void TstFrameCodec::randomBytesNeverGiveARequest()
     QCOMPARE(summary(feed(receiver, hex(kFastRequest), 200000)), QStringList("0800000000"));
 }
 
-void TstFrameCodec::roundTrip()
+void TstSimFrameCodec::roundTrip()
 {
     QRandomGenerator random(99);
     RequestReceiver receiver;
@@ -277,5 +277,5 @@ void TstFrameCodec::roundTrip()
     }
 }
 
-QTEST_GUILESS_MAIN(TstFrameCodec)
-#include "tst_framecodec.moc"
+QTEST_GUILESS_MAIN(TstSimFrameCodec)
+#include "tst_simframecodec.moc"

@@ -52,7 +52,7 @@ int fastBits(const QByteArray &reply, int entry, int firstBit, int width)
 
 } // namespace
 
-class TstDevice : public QObject
+class TstSimDevice : public QObject
 {
     Q_OBJECT
 
@@ -126,12 +126,12 @@ private:
     std::unique_ptr<Device> m_device;
 };
 
-void TstDevice::init()
+void TstSimDevice::init()
 {
     m_device = std::make_unique<Device>(smallChain(), 1);
 }
 
-void TstDevice::systemStatusByteForByte()
+void TstSimDevice::systemStatusByteForByte()
 {
     const QByteArray reply = ask("0100000001");
     QCOMPARE(reply.at(0), '\x01');
@@ -142,13 +142,13 @@ void TstDevice::systemStatusByteForByte()
     QCOMPARE(reply.mid(156).replace('\0', '|'), QByteArray("inductive|inductive|3000|2500 (16ch)|-|PCM|"));
 }
 
-void TstDevice::systemStatusWithoutPower()
+void TstSimDevice::systemStatusWithoutPower()
 {
     m_device->chain().power.reset();
     QCOMPARE(ask("0100000001").mid(146, 10).toHex(), QByteArray("64000000000000000000"));
 }
 
-void TstDevice::claimedCountAndFixedModulesAreTakenAsDescribed()
+void TstSimDevice::claimedCountAndFixedModulesAreTakenAsDescribed()
 {
     m_device->chain().claimedModules = 130;
     m_device->chain().fixedModules = hex("0078");
@@ -158,7 +158,7 @@ void TstDevice::claimedCountAndFixedModulesAreTakenAsDescribed()
     QCOMPARE(reply.mid(156, 9), QByteArray("inductive"));
 }
 
-void TstDevice::fastSystemStatusIsTheHead()
+void TstSimDevice::fastSystemStatusIsTheHead()
 {
     Power &power = *m_device->chain().power;
     power.tooHot = true;
@@ -172,13 +172,13 @@ void TstDevice::fastSystemStatusIsTheHead()
     QVERIFY(qAbs(u16(reply, 14) - 2500) <= 100);
 }
 
-void TstDevice::headWithoutPowerIsZero()
+void TstSimDevice::headWithoutPowerIsZero()
 {
     m_device->chain().power.reset();
     QCOMPARE(ask("0800000000").toHex(), QByteArray("08000000000000000000000000000000"));
 }
 
-void TstDevice::fastModuleStatusHas130Entries()
+void TstSimDevice::fastModuleStatusHas130Entries()
 {
     const QByteArray reply = ask("1000000000");
     QCOMPARE(reply.size(), 1186);
@@ -191,7 +191,7 @@ void TstDevice::fastModuleStatusHas130Entries()
     QCOMPARE(reply.mid(16 + 9 * 5, 9 * 123), QByteArray(9 * 123, '\0'));
 }
 
-void TstDevice::fastModuleStatusOfAFullChain()
+void TstSimDevice::fastModuleStatusOfAFullChain()
 {
     Chain chain;
     for (int i = 0; i < 128; ++i)
@@ -207,7 +207,7 @@ void TstDevice::fastModuleStatusOfAFullChain()
     QCOMPARE(ask("1200000080").size(), 564);
 }
 
-void TstDevice::analogStatusByteForByte()
+void TstSimDevice::analogStatusByteForByte()
 {
     Channel &a = channel(1, 0);
     a.bridgeIndex = 3;
@@ -239,7 +239,7 @@ void TstDevice::analogStatusByteForByte()
     QCOMPARE(reply.mid(364, 200), QByteArray("0.5$1$2$5$10$20$50$100$").leftJustified(200, '\0'));
 }
 
-void TstDevice::textsThatFillTheirFieldKeepAllBytes()
+void TstSimDevice::textsThatFillTheirFieldKeepAllBytes()
 {
     m_device->chain().module(1).identity.serial = QStringLiteral("0123456789abcdef");
     m_device->chain().module(1).sensorText = QString(199, QLatin1Char('x')) + QLatin1Char('$');
@@ -250,7 +250,7 @@ void TstDevice::textsThatFillTheirFieldKeepAllBytes()
     QCOMPARE(reply.mid(52, 16), QByteArray(15, 'h') + '\0');
 }
 
-void TstDevice::controllerStatus()
+void TstSimDevice::controllerStatus()
 {
     const QByteArray reply = ask("1200000000");
     QCOMPARE(reply.size(), 564);
@@ -259,7 +259,7 @@ void TstDevice::controllerStatus()
     QCOMPARE(reply.mid(100), QByteArray(464, '\0'));
 }
 
-void TstDevice::powerStatusByteForByte()
+void TstSimDevice::powerStatusByteForByte()
 {
     Power &power = *m_device->chain().power;
     power.mode = Power::Auto;
@@ -273,7 +273,7 @@ void TstDevice::powerStatusByteForByte()
     QCOMPARE(reply.mid(84, 16), QByteArray("1.07").leftJustified(16, '\0'));
 }
 
-void TstDevice::unknownTypeAnswersWithEmptyLists()
+void TstSimDevice::unknownTypeAnswersWithEmptyLists()
 {
     m_device->chain().modules.append(Module::ofType(77));
     QCOMPARE(ask("0100000001").mid(18, 5).toHex(), QByteArray("010204094d"));
@@ -283,7 +283,7 @@ void TstDevice::unknownTypeAnswersWithEmptyLists()
     QCOMPARE(reply.mid(164), QByteArray(400, '\0'));
 }
 
-void TstDevice::absentAddressIsSilent_data()
+void TstSimDevice::absentAddressIsSilent_data()
 {
     QTest::addColumn<int>("address");
     QTest::newRow("behind the last module") << 5;
@@ -292,7 +292,7 @@ void TstDevice::absentAddressIsSilent_data()
     QTest::newRow("beyond all addresses") << 0x82;
 }
 
-void TstDevice::absentAddressIsSilent()
+void TstSimDevice::absentAddressIsSilent()
 {
     QFETCH(int, address);
     m_device->chain().power.reset();
@@ -301,13 +301,13 @@ void TstDevice::absentAddressIsSilent()
     QVERIFY(answer.payload.isEmpty());
 }
 
-void TstDevice::eepromRequestGetsAPlainHead()
+void TstSimDevice::eepromRequestGetsAPlainHead()
 {
     m_device->chain().power.reset();
     QCOMPARE(ask("1400000003").toHex(), QByteArray("14000000000000000000000000000000"));
 }
 
-void TstDevice::fpgaCommandGetsAPlainHead()
+void TstSimDevice::fpgaCommandGetsAPlainHead()
 {
     m_device->chain().power.reset();
     QCOMPARE(ask("16010201010000 0000").toHex(), QByteArray("16000000000000000000000000000000"));
@@ -316,7 +316,7 @@ void TstDevice::fpgaCommandGetsAPlainHead()
     QCOMPARE(ask("160102010100000000").toHex(), QByteArray("08000000000000000000000000000000"));
 }
 
-void TstDevice::malformedRequestIsRefused_data()
+void TstSimDevice::malformedRequestIsRefused_data()
 {
     QTest::addColumn<QByteArray>("payload");
 
@@ -347,7 +347,7 @@ void TstDevice::malformedRequestIsRefused_data()
     QTest::newRow("FPGA command too short") << hex("1601020101000000");
 }
 
-void TstDevice::malformedRequestIsRefused()
+void TstSimDevice::malformedRequestIsRefused()
 {
     QFETCH(QByteArray, payload);
     const Answer answer = m_device->answer(payload, Milliseconds(0));
@@ -356,7 +356,7 @@ void TstDevice::malformedRequestIsRefused()
     QVERIFY(!answer.note.isEmpty());
 }
 
-void TstDevice::commandIsAcknowledged_data()
+void TstSimDevice::commandIsAcknowledged_data()
 {
     QTest::addColumn<QByteArray>("payload");
 
@@ -374,14 +374,14 @@ void TstDevice::commandIsAcknowledged_data()
     QTest::newRow("for a channel that is not there") << hex("2000000000ff01").remove(4, 1);
 }
 
-void TstDevice::commandIsAcknowledged()
+void TstSimDevice::commandIsAcknowledged()
 {
     QFETCH(QByteArray, payload);
     m_device->chain().power.reset();
     QCOMPARE(ask(payload).toHex(), payload.left(1).toHex() + QByteArray(30, '0'));
 }
 
-void TstDevice::bridgeAndRange()
+void TstSimDevice::bridgeAndRange()
 {
     ask("200000000102");
     ask("200000000203");
@@ -393,7 +393,7 @@ void TstDevice::bridgeAndRange()
     QCOMPARE(ask("1200000002").mid(19, 4).toHex(), QByteArray("00000004"));
 }
 
-void TstDevice::indexBeyondTheListIsNotTaken()
+void TstSimDevice::indexBeyondTheListIsNotTaken()
 {
     ask("220000000107");
     ask("220000000108");
@@ -402,7 +402,7 @@ void TstDevice::indexBeyondTheListIsNotTaken()
     QCOMPARE(channel(1, 0).bridgeIndex, 0);
 }
 
-void TstDevice::commandForAnAbsentChannelChangesNothing()
+void TstSimDevice::commandForAnAbsentChannelChangesNothing()
 {
     const QByteArray before = ask("1200000004");
     QCOMPARE(ask("200000000901").size(), 16);
@@ -410,7 +410,7 @@ void TstDevice::commandForAnAbsentChannelChangesNothing()
     QCOMPARE(ask("1200000004"), before);
 }
 
-void TstDevice::wireChannelOfModule128()
+void TstSimDevice::wireChannelOfModule128()
 {
     Chain chain;
     for (int i = 0; i < 128; ++i)
@@ -423,7 +423,7 @@ void TstDevice::wireChannelOfModule128()
     QCOMPARE(channel(64, 1).gainIndex, 5);
 }
 
-void TstDevice::offsetText_data()
+void TstSimDevice::offsetText_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<int>("wireChannel");
@@ -440,7 +440,7 @@ void TstDevice::offsetText_data()
     QTest::newRow("voltage channel") << QByteArray("12.5") << 3 << QByteArray("3");
 }
 
-void TstDevice::offsetText()
+void TstSimDevice::offsetText()
 {
     QFETCH(QByteArray, text);
     QFETCH(int, wireChannel);
@@ -451,7 +451,7 @@ void TstDevice::offsetText()
     QCOMPARE(ask(hex("12000000") + static_cast<char>(address)).mid(100, 16), shown.leftJustified(16, '\0'));
 }
 
-void TstDevice::filterText_data()
+void TstSimDevice::filterText_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<int>("wireChannel");
@@ -468,7 +468,7 @@ void TstDevice::filterText_data()
     QTest::newRow("thermo, zero") << QByteArray("0") << 5 << QByteArray("600");
 }
 
-void TstDevice::filterText()
+void TstSimDevice::filterText()
 {
     QFETCH(QByteArray, text);
     QFETCH(int, wireChannel);
@@ -479,7 +479,7 @@ void TstDevice::filterText()
     QCOMPARE(ask(hex("12000000") + static_cast<char>(address)).mid(132, 16), shown.leftJustified(16, '\0'));
 }
 
-void TstDevice::polarity()
+void TstSimDevice::polarity()
 {
     ask("280000000185");
     QCOMPARE(int(ask("1200000001").at(25)), 1);
@@ -489,7 +489,7 @@ void TstDevice::polarity()
     QCOMPARE(int(ask("1200000001").at(25)), 2);
 }
 
-void TstDevice::autozeroShowsForAWhile()
+void TstSimDevice::autozeroShowsForAWhile()
 {
     const int before = fastBits(ask("1000000000", 1000), 1, 48, 18);
     ask("280000000281", 1000);
@@ -503,7 +503,7 @@ void TstDevice::autozeroShowsForAWhile()
     QVERIFY(channel(1, 1).zeroed);
 }
 
-void TstDevice::autoResetEndsAutozero()
+void TstSimDevice::autoResetEndsAutozero()
 {
     ask("280000000181");
     ask("280000000180", 10);
@@ -511,7 +511,7 @@ void TstDevice::autoResetEndsAutozero()
     QVERIFY(!channel(1, 0).zeroed);
 }
 
-void TstDevice::shuntsTurnThemselvesOff()
+void TstSimDevice::shuntsTurnThemselvesOff()
 {
     ask("280000000183", 500); // positive on
     ask("280000000289", 700); // negative on
@@ -523,7 +523,7 @@ void TstDevice::shuntsTurnThemselvesOff()
     QCOMPARE(fastBits(ask("1000000000", 20700), 1, 45, 2), 0);
 }
 
-void TstDevice::shuntCanBeTurnedOff()
+void TstSimDevice::shuntCanBeTurnedOff()
 {
     ask("280000000183");
     ask("280000000189");
@@ -535,7 +535,7 @@ void TstDevice::shuntCanBeTurnedOff()
     QCOMPARE(fastBits(ask("1000000000", 20), 1, 45, 2), 0);
 }
 
-void TstDevice::groupShuntsReachAllStrainGaugeChannels_data()
+void TstSimDevice::groupShuntsReachAllStrainGaugeChannels_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<bool>("positiveBefore");
@@ -551,7 +551,7 @@ void TstDevice::groupShuntsReachAllStrainGaugeChannels_data()
     QTest::newRow("143, nothing preselected") << 143 << false << false << false << false;
 }
 
-void TstDevice::groupShuntsReachAllStrainGaugeChannels()
+void TstSimDevice::groupShuntsReachAllStrainGaugeChannels()
 {
     QFETCH(int, code);
     QFETCH(bool, positiveBefore);
@@ -575,7 +575,7 @@ void TstDevice::groupShuntsReachAllStrainGaugeChannels()
     QCOMPARE(channel(2, 0).shuntOn(now), false);
 }
 
-void TstDevice::preselectedShunts()
+void TstSimDevice::preselectedShunts()
 {
     ask("28000000019b"); // 155, positive
     ask("28000000029d"); // 157, negative
@@ -597,7 +597,7 @@ void TstDevice::preselectedShunts()
     QCOMPARE(int(ask("1200000001").at(30)), 0);
 }
 
-void TstDevice::thermoHasNoActions()
+void TstSimDevice::thermoHasNoActions()
 {
     for (const char *request : {"280000000581", "280000000585", "280000000583", "28000000059b"})
         QCOMPARE(ask(request).size(), 16);
@@ -606,7 +606,7 @@ void TstDevice::thermoHasNoActions()
     QCOMPARE(int(ask("1200000003").at(30)), 0);
 }
 
-void TstDevice::functionChangeStartsTheChannelAfresh()
+void TstSimDevice::functionChangeStartsTheChannelAfresh()
 {
     channel(4, 1).gainIndex = 3;
     channel(4, 1).reversePolarity = true;
@@ -628,7 +628,7 @@ void TstDevice::functionChangeStartsTheChannelAfresh()
     QCOMPARE(channel(4, 1).gainIndex, 4);
 }
 
-void TstDevice::functionThatCannotBeSelected_data()
+void TstSimDevice::functionThatCannotBeSelected_data()
 {
     QTest::addColumn<QByteArray>("request");
 
@@ -638,7 +638,7 @@ void TstDevice::functionThatCannotBeSelected_data()
     QTest::newRow("a module of one function") << hex("1e000000010200");
 }
 
-void TstDevice::functionThatCannotBeSelected()
+void TstSimDevice::functionThatCannotBeSelected()
 {
     QFETCH(QByteArray, request);
     const QByteArray first = ask("1200000001");
@@ -648,7 +648,7 @@ void TstDevice::functionThatCannotBeSelected()
     QCOMPARE(ask("1200000004"), fourth);
 }
 
-void TstDevice::voltageSupply()
+void TstSimDevice::voltageSupply()
 {
     ask("1c00000007015a");
     QCOMPARE(channel(4, 0).supplyVolts(), 12.0);
@@ -661,7 +661,7 @@ void TstDevice::voltageSupply()
     QVERIFY(!channel(1, 0).supplyOn);
 }
 
-void TstDevice::powerSettings_data()
+void TstSimDevice::powerSettings_data()
 {
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("modeAndProtection");
@@ -679,7 +679,7 @@ void TstDevice::powerSettings_data()
     QTest::newRow("other first argument") << hex("1800000002210000") << QByteArray("0001") << 12000 << 12000;
 }
 
-void TstDevice::powerSettings()
+void TstSimDevice::powerSettings()
 {
     QFETCH(QByteArray, request);
     QFETCH(QByteArray, modeAndProtection);
@@ -694,7 +694,7 @@ void TstDevice::powerSettings()
     QCOMPARE(u16(ask("0800000000"), 12), modeAndProtection.startsWith("01") ? autoVoltage : fixedVoltage);
 }
 
-void TstDevice::rates_data()
+void TstSimDevice::rates_data()
 {
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("texts");
@@ -708,7 +708,7 @@ void TstDevice::rates_data()
     QTest::newRow("no such channel count") << hex("2a000000040800") << QByteArray("3000|2500 (16ch)");
 }
 
-void TstDevice::rates()
+void TstSimDevice::rates()
 {
     QFETCH(QByteArray, request);
     QFETCH(QByteArray, texts);
@@ -717,7 +717,7 @@ void TstDevice::rates()
     QCOMPARE(area, QByteArray("inductive|inductive|") + texts + "|-|PCM|");
 }
 
-void TstDevice::resetRestoresTheDescription()
+void TstSimDevice::resetRestoresTheDescription()
 {
     ask("220000000103");
     ask("2a000000060400");
@@ -732,7 +732,7 @@ void TstDevice::resetRestoresTheDescription()
     QVERIFY(ask("0100000001").contains("2500 (16ch)"));
 }
 
-void TstDevice::resetFlagCanBeSwitchedOff()
+void TstSimDevice::resetFlagCanBeSwitchedOff()
 {
     Chain chain = smallChain();
     chain.flagsReset = false;
@@ -741,7 +741,7 @@ void TstDevice::resetFlagCanBeSwitchedOff()
     QCOMPARE(int(ask("0800000000").at(8)), 0);
 }
 
-void TstDevice::resetFlagCanBeRaised()
+void TstSimDevice::resetFlagCanBeRaised()
 {
     m_device->raiseResetFlag();
     // Requests without an answer do not use it up.
@@ -751,7 +751,7 @@ void TstDevice::resetFlagCanBeRaised()
     QCOMPARE(int(ask("1200000001").at(8)), 0);
 }
 
-void TstDevice::valuesWanderSlowlyAndAreRepeatable()
+void TstSimDevice::valuesWanderSlowlyAndAreRepeatable()
 {
     Device other(smallChain(), 1);
     Device differs(smallChain(), 2);
@@ -773,7 +773,7 @@ void TstDevice::valuesWanderSlowlyAndAreRepeatable()
     QVERIFY(differences > 200);
 }
 
-void TstDevice::invalidMarksAndSelftest()
+void TstSimDevice::invalidMarksAndSelftest()
 {
     sim::Health &health = m_device->chain().module(2).health;
     health.voltsInvalid = true;
@@ -790,7 +790,7 @@ void TstDevice::invalidMarksAndSelftest()
     QCOMPARE(fastBits(reply, 2, 21, 1), 1);
 }
 
-void TstDevice::everyListFitsItsField()
+void TstSimDevice::everyListFitsItsField()
 {
     const quint8 functions[] = {1, 2, 3, 4, 5, 6, 7, 8};
     Module universal = Module::ofType(sim::kUniversal);
@@ -806,5 +806,5 @@ void TstDevice::everyListFitsItsField()
     }
 }
 
-QTEST_GUILESS_MAIN(TstDevice)
-#include "tst_device.moc"
+QTEST_GUILESS_MAIN(TstSimDevice)
+#include "tst_simdevice.moc"

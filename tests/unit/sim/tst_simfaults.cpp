@@ -37,7 +37,7 @@ QVector<int> touched(FaultScript faults, int requests, const QByteArray &request
 
 } // namespace
 
-class TstFaults : public QObject
+class TstSimFaults : public QObject
 {
     Q_OBJECT
 
@@ -59,7 +59,7 @@ private slots:
     void failureAddsNothing();
 };
 
-void TstFaults::noRulesIsClean()
+void TstSimFaults::noRulesIsClean()
 {
     FaultScript faults = script("# nothing\n\n");
     QCOMPARE(faults.ruleCount(), 0);
@@ -70,7 +70,7 @@ void TstFaults::noRulesIsClean()
     QCOMPARE(int(plan.delay.count()), 0);
 }
 
-void TstFaults::triggers_data()
+void TstSimFaults::triggers_data()
 {
     QTest::addColumn<QString>("rule");
     QTest::addColumn<QVector<int>>("numbers");
@@ -85,14 +85,14 @@ void TstFaults::triggers_data()
     QTest::newRow("never") << "lose probability=0" << QVector<int>{};
 }
 
-void TstFaults::triggers()
+void TstSimFaults::triggers()
 {
     QFETCH(QString, rule);
     QFETCH(QVector<int>, numbers);
     QCOMPARE(touched(script(rule), 9), numbers);
 }
 
-void TstFaults::codeAndArgumentAreFilters()
+void TstSimFaults::codeAndArgumentAreFilters()
 {
     QCOMPARE(touched(script("lose code=0x08"), 2).size(), 2);
     QCOMPARE(touched(script("lose code=18"), 2).size(), 0);
@@ -100,7 +100,7 @@ void TstFaults::codeAndArgumentAreFilters()
     QCOMPARE(touched(script("lose code=0x12 argument=3"), 2, staticRequest(4)).size(), 0);
 }
 
-void TstFaults::onlyMatchingRequestsAreCounted()
+void TstSimFaults::onlyMatchingRequestsAreCounted()
 {
     FaultScript faults = script("lose code=0x12 nth=2");
     QVERIFY(faults.planFor(kFast, Milliseconds(0)).isClean());
@@ -110,7 +110,7 @@ void TstFaults::onlyMatchingRequestsAreCounted()
     QVERIFY(faults.planFor(staticRequest(3), Milliseconds(0)).isClean());
 }
 
-void TstFaults::timeWindow()
+void TstSimFaults::timeWindow()
 {
     FaultScript faults = script("silence from=1000 for=500");
     for (const int ms : {0, 999, 1500, 9000})
@@ -119,7 +119,7 @@ void TstFaults::timeWindow()
         QVERIFY(faults.planFor(kFast, Milliseconds(ms)).silence);
 }
 
-void TstFaults::probabilityFollowsTheSeed()
+void TstSimFaults::probabilityFollowsTheSeed()
 {
     const QVector<int> first = touched(script("lose probability=0.25", 7), 4000);
     QVERIFY(first.size() > 900 && first.size() < 1100);
@@ -128,7 +128,7 @@ void TstFaults::probabilityFollowsTheSeed()
     QCOMPARE(touched(script("lose probability=1", 7), 10).size(), 10);
 }
 
-void TstFaults::actions()
+void TstSimFaults::actions()
 {
     const auto plan = [](const char *rule) {
         FaultScript faults = script(QString::fromLatin1(rule));
@@ -151,7 +151,7 @@ void TstFaults::actions()
     QCOMPARE(plan("lose").notes, QStringList("lose (line 1)"));
 }
 
-void TstFaults::parametersHaveUsualValues()
+void TstSimFaults::parametersHaveUsualValues()
 {
     FaultScript faults = script("unknown-code\noriginator\ncorrupt\ncut size=3");
     const FaultPlan plan = faults.planFor(kFast, Milliseconds(0));
@@ -161,7 +161,7 @@ void TstFaults::parametersHaveUsualValues()
     QVERIFY(plan.cut && plan.cut->gap.count() == 0);
 }
 
-void TstFaults::silenceLastsFromItsRequest()
+void TstSimFaults::silenceLastsFromItsRequest()
 {
     FaultScript faults = script("silence nth=2 ms=4000\ndelay ms=1");
     QVERIFY(!faults.planFor(kFast, Milliseconds(100)).silence);
@@ -170,7 +170,7 @@ void TstFaults::silenceLastsFromItsRequest()
     QVERIFY(!faults.planFor(kFast, Milliseconds(4200)).silence);
 }
 
-void TstFaults::severalRulesAddUp()
+void TstSimFaults::severalRulesAddUp()
 {
     FaultScript faults = script("delay ms=100\ndelay ms=50 nth=2\nreset-flag nth=2\n");
     QCOMPARE(int(faults.planFor(kFast, Milliseconds(0)).delay.count()), 100);
@@ -180,7 +180,7 @@ void TstFaults::severalRulesAddUp()
     QCOMPARE(second.notes, QStringList({"delay (line 1)", "delay (line 2)", "reset-flag (line 3)"}));
 }
 
-void TstFaults::clearForgetsRulesAndSilence()
+void TstSimFaults::clearForgetsRulesAndSilence()
 {
     FaultScript faults = script("silence ms=100000");
     QVERIFY(faults.planFor(kFast, Milliseconds(0)).silence);
@@ -188,7 +188,7 @@ void TstFaults::clearForgetsRulesAndSilence()
     QVERIFY(faults.planFor(kFast, Milliseconds(1)).isClean());
 }
 
-void TstFaults::badRuleIsReportedWithItsLine_data()
+void TstSimFaults::badRuleIsReportedWithItsLine_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("error");
@@ -213,7 +213,7 @@ void TstFaults::badRuleIsReportedWithItsLine_data()
                              << "line 1: every=0 is no number from 1 to 2147483647";
 }
 
-void TstFaults::badRuleIsReportedWithItsLine()
+void TstSimFaults::badRuleIsReportedWithItsLine()
 {
     QFETCH(QString, text);
     QFETCH(QString, error);
@@ -223,7 +223,7 @@ void TstFaults::badRuleIsReportedWithItsLine()
     QCOMPARE(reported, error);
 }
 
-void TstFaults::failureAddsNothing()
+void TstSimFaults::failureAddsNothing()
 {
     FaultScript faults;
     QString error;
@@ -231,5 +231,5 @@ void TstFaults::failureAddsNothing()
     QCOMPARE(faults.ruleCount(), 0);
 }
 
-QTEST_GUILESS_MAIN(TstFaults)
-#include "tst_faults.moc"
+QTEST_GUILESS_MAIN(TstSimFaults)
+#include "tst_simfaults.moc"

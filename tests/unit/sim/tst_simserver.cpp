@@ -28,7 +28,7 @@ constexpr int kFrameSize = 38;
 
 } // namespace
 
-class TstServer : public QObject
+class TstSimServer : public QObject
 {
     Q_OBJECT
 
@@ -82,7 +82,7 @@ private:
     FakeConnection *m_peer = nullptr;
 };
 
-void TstServer::init()
+void TstSimServer::init()
 {
     Chain chain;
     chain.modules = {Module::ofType(1), Module::ofType(2)};
@@ -94,20 +94,20 @@ void TstServer::init()
     m_peer = m_link->plugIn();
 }
 
-void TstServer::cleanup()
+void TstSimServer::cleanup()
 {
     m_server.reset();
     m_time.reset();
 }
 
-void TstServer::replyComesAtOnceWithoutPace()
+void TstSimServer::replyComesAtOnceWithoutPace()
 {
     m_peer->write(kFastRequest);
     QCOMPARE(m_peer->pieces.size(), 1);
     QCOMPARE(m_peer->bytes().toHex(), QByteArray(kFastReplyFrame));
 }
 
-void TstServer::counterRunsOnOverReconnections()
+void TstSimServer::counterRunsOnOverReconnections()
 {
     for (int i = 0; i < 255; ++i)
         m_peer->write(kFastRequest);
@@ -119,7 +119,7 @@ void TstServer::counterRunsOnOverReconnections()
     QCOMPARE(int(next->pieces.last().bytes.at(5)), 1);
 }
 
-void TstServer::eachLinkHasItsCounter()
+void TstSimServer::eachLinkHasItsCounter()
 {
     m_peer->write(kFastRequest);
     m_peer->write(kFastRequest);
@@ -133,7 +133,7 @@ void TstServer::eachLinkHasItsCounter()
     QCOMPARE(int(m_peer->pieces.last().bytes.at(5)), 3);
 }
 
-void TstServer::twoPeersMeetOneChain()
+void TstSimServer::twoPeersMeetOneChain()
 {
     FakeConnection *second = m_link->plugIn();
     m_peer->write(kFilterRequest);
@@ -144,7 +144,7 @@ void TstServer::twoPeersMeetOneChain()
     QCOMPARE(m_server->requestCount(), 2);
 }
 
-void TstServer::requestsAreCountedAndKept()
+void TstSimServer::requestsAreCountedAndKept()
 {
     m_peer->write(kFastRequest);
     m_peer->write(kSystemRequest + kFastRequest);
@@ -159,7 +159,7 @@ void TstServer::requestsAreCountedAndKept()
     QVERIFY(m_server->receivedPayloads().isEmpty());
 }
 
-void TstServer::refusedRequestIsNotAnswered_data()
+void TstSimServer::refusedRequestIsNotAnswered_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("reason");
@@ -169,7 +169,7 @@ void TstServer::refusedRequestIsNotAnswered_data()
     QTest::newRow("payload") << hex("8081828301004350000000000000000000008bf33b1d") << "empty payload";
 }
 
-void TstServer::refusedRequestIsNotAnswered()
+void TstSimServer::refusedRequestIsNotAnswered()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, reason);
@@ -182,7 +182,7 @@ void TstServer::refusedRequestIsNotAnswered()
     QCOMPARE(m_peer->bytes().toHex(), QByteArray(kFastReplyFrame));
 }
 
-void TstServer::signalsTellRequestsAndReplies()
+void TstSimServer::signalsTellRequestsAndReplies()
 {
     QSignalSpy requests(m_server.get(), &Server::requestReceived);
     QSignalSpy replies(m_server.get(), &Server::replied);
@@ -193,7 +193,7 @@ void TstServer::signalsTellRequestsAndReplies()
     QCOMPARE(replies.first().first().toByteArray(), hex(kFastReply));
 }
 
-void TstServer::lostReplyIsCarriedOutAndCounted()
+void TstSimServer::lostReplyIsCarriedOutAndCounted()
 {
     load("lose nth=1");
     m_peer->write(kFilterRequest);
@@ -203,7 +203,7 @@ void TstServer::lostReplyIsCarriedOutAndCounted()
     QCOMPARE(int(m_peer->bytes().at(5)), 2);
 }
 
-void TstServer::silencedRequestIsNotCarriedOut()
+void TstSimServer::silencedRequestIsNotCarriedOut()
 {
     load("silence nth=1 ms=3000");
     m_peer->write(kFilterRequest);
@@ -217,7 +217,7 @@ void TstServer::silencedRequestIsNotCarriedOut()
     QCOMPARE(m_peer->bytes().toHex(), QByteArray(kFastReplyFrame));
 }
 
-void TstServer::delayedReply()
+void TstSimServer::delayedReply()
 {
     load("delay ms=1500 nth=1");
     m_time->advance(100);
@@ -229,7 +229,7 @@ void TstServer::delayedReply()
     QCOMPARE(m_peer->pieces.first().atMs, 1600);
 }
 
-void TstServer::repliesKeepTheirOrderBehindADelayedOne()
+void TstSimServer::repliesKeepTheirOrderBehindADelayedOne()
 {
     load("delay ms=500 nth=1");
     m_peer->write(kSystemRequest + kFastRequest);
@@ -240,7 +240,7 @@ void TstServer::repliesKeepTheirOrderBehindADelayedOne()
     QCOMPARE(int(m_peer->pieces.at(1).bytes.at(20)), 8);
 }
 
-void TstServer::corruptedByte_data()
+void TstSimServer::corruptedByte_data()
 {
     QTest::addColumn<QByteArray>("rule");
     QTest::addColumn<int>("place");
@@ -252,7 +252,7 @@ void TstServer::corruptedByte_data()
     QTest::newRow("usual") << QByteArray("corrupt") << 36;
 }
 
-void TstServer::corruptedByte()
+void TstSimServer::corruptedByte()
 {
     QFETCH(QByteArray, rule);
     QFETCH(int, place);
@@ -263,7 +263,7 @@ void TstServer::corruptedByte()
     QCOMPARE(m_peer->bytes().toHex(), expected.toHex());
 }
 
-void TstServer::cutReply()
+void TstSimServer::cutReply()
 {
     load("cut size=19 gap=300");
     m_peer->write(kFastRequest);
@@ -275,7 +275,7 @@ void TstServer::cutReply()
     QCOMPARE(m_peer->pieces.size(), 2);
 }
 
-void TstServer::cutLeavesTheLastPieceShorter()
+void TstSimServer::cutLeavesTheLastPieceShorter()
 {
     load("cut size=10");
     m_peer->write(kFastRequest);
@@ -284,21 +284,21 @@ void TstServer::cutLeavesTheLastPieceShorter()
     QCOMPARE(m_peer->bytes().toHex(), QByteArray(kFastReplyFrame));
 }
 
-void TstServer::resetFlagInTheReply()
+void TstSimServer::resetFlagInTheReply()
 {
     load("reset-flag");
     m_peer->write(kFastRequest);
     QCOMPARE(m_peer->bytes().mid(20, 16).toHex(), QByteArray("08000000000000000100000000000000"));
 }
 
-void TstServer::unknownPayloadCode()
+void TstSimServer::unknownPayloadCode()
 {
     load("unknown-code value=0x77");
     m_peer->write(kFastRequest);
     QCOMPARE(m_peer->bytes().mid(20, 16).toHex(), QByteArray("77000000000000000000000000000000"));
 }
 
-void TstServer::otherOriginator()
+void TstSimServer::otherOriginator()
 {
     load("originator");
     m_peer->write(kFastRequest);
@@ -306,7 +306,7 @@ void TstServer::otherOriginator()
     QCOMPARE(m_peer->bytes().left(20).toHex(), QByteArray("808182830101505000000000000000001000a9f3"));
 }
 
-void TstServer::closedConnection()
+void TstSimServer::closedConnection()
 {
     load("close nth=2\ndelay ms=40 nth=2");
     m_peer->write(kFastRequest);
@@ -317,7 +317,7 @@ void TstServer::closedConnection()
     QCOMPARE(m_peer->pieces.size(), 1);
 }
 
-void TstServer::paceOfOneFrame()
+void TstSimServer::paceOfOneFrame()
 {
     m_server->setPace(1000);
     FakeConnection *peer = m_link->plugIn();
@@ -332,7 +332,7 @@ void TstServer::paceOfOneFrame()
     QCOMPARE(m_time->elapsedMs(), 27 + kFrameSize);
 }
 
-void TstServer::paceSendsBytesAsTheyPass()
+void TstSimServer::paceSendsBytesAsTheyPass()
 {
     m_server->setPace(4000);
     FakeConnection *peer = m_link->plugIn();
@@ -345,7 +345,7 @@ void TstServer::paceSendsBytesAsTheyPass()
     }
 }
 
-void TstServer::paceHoldsForRequestsThatComeTooFast()
+void TstSimServer::paceHoldsForRequestsThatComeTooFast()
 {
     m_server->setPace(1000);
     FakeConnection *peer = m_link->plugIn();
@@ -362,7 +362,7 @@ void TstServer::paceHoldsForRequestsThatComeTooFast()
     QCOMPARE(peer->bytes().size(), 2 * kFrameSize);
 }
 
-void TstServer::paceDoesNotDrift_data()
+void TstSimServer::paceDoesNotDrift_data()
 {
     QTest::addColumn<int>("pace");
 
@@ -371,7 +371,7 @@ void TstServer::paceDoesNotDrift_data()
     QTest::newRow("faster than the timer") << 100003;
 }
 
-void TstServer::paceDoesNotDrift()
+void TstSimServer::paceDoesNotDrift()
 {
     QFETCH(int, pace);
     constexpr int kTurns = 2000;
@@ -396,7 +396,7 @@ void TstServer::paceDoesNotDrift()
              qPrintable(QStringLiteral("%1 ms for %2 ms").arg(lastMs).arg(wireMs)));
 }
 
-void TstServer::paceTakesThePeersOwnTimeAsItIs()
+void TstSimServer::paceTakesThePeersOwnTimeAsItIs()
 {
     m_server->setPace(10000);
     FakeConnection *peer = m_link->plugIn();
@@ -410,7 +410,7 @@ void TstServer::paceTakesThePeersOwnTimeAsItIs()
     QCOMPARE(peer->bytes().size(), kFrameSize);
 }
 
-void TstServer::gapsAndDelaysAddToThePace()
+void TstSimServer::gapsAndDelaysAddToThePace()
 {
     load("cut size=19 gap=100\ndelay ms=50");
     m_server->setPace(1000);
@@ -426,7 +426,7 @@ void TstServer::gapsAndDelaysAddToThePace()
     QCOMPARE(peer->bytes().size(), kFrameSize);
 }
 
-void TstServer::logIsClearText()
+void TstSimServer::logIsClearText()
 {
     QStringList lines;
     m_server->log().setSink([&lines](const QString &line) { lines.append(line); });
@@ -446,7 +446,7 @@ void TstServer::logIsClearText()
     QVERIFY(lines.at(6).contains(QLatin1String("-> refused, wrong CRC | 80 81")));
 }
 
-void TstServer::timeoutOfAPartialRequest()
+void TstSimServer::timeoutOfAPartialRequest()
 {
     m_peer->write(kFastRequest.left(26));
     m_time->advance(1001);
@@ -455,5 +455,5 @@ void TstServer::timeoutOfAPartialRequest()
     QCOMPARE(m_server->refusals(), QStringList("pause inside a frame"));
 }
 
-QTEST_GUILESS_MAIN(TstServer)
-#include "tst_server.moc"
+QTEST_GUILESS_MAIN(TstSimServer)
+#include "tst_simserver.moc"

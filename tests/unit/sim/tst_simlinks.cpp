@@ -62,7 +62,7 @@ private:
 
 } // namespace
 
-class TstLinks : public QObject
+class TstSimLinks : public QObject
 {
     Q_OBJECT
 
@@ -108,7 +108,7 @@ private:
     std::unique_ptr<Server> m_server;
 };
 
-void TstLinks::init()
+void TstSimLinks::init()
 {
     Chain chain;
     chain.modules = {Module::ofType(1)};
@@ -119,13 +119,13 @@ void TstLinks::init()
     QVERIFY(m_server->tcpPort() != 0);
 }
 
-void TstLinks::cleanup()
+void TstSimLinks::cleanup()
 {
     m_server.reset();
     m_folder.reset();
 }
 
-void TstLinks::tcpAnswers()
+void TstSimLinks::tcpAnswers()
 {
     const auto socket = client();
     socket->write(kFastRequest.left(11));
@@ -136,7 +136,7 @@ void TstLinks::tcpAnswers()
     QCOMPARE(socket->readAll().left(8).toHex(), QByteArray("808182830101504b"));
 }
 
-void TstLinks::severalClients()
+void TstSimLinks::severalClients()
 {
     const auto first = client();
     const auto second = client();
@@ -148,7 +148,7 @@ void TstLinks::severalClients()
     QTRY_COMPARE(first->bytesAvailable(), 2 * kFrameSize);
 }
 
-void TstLinks::clientMayGoAndComeBack()
+void TstSimLinks::clientMayGoAndComeBack()
 {
     for (int i = 1; i <= 3; ++i) {
         const auto socket = client();
@@ -158,7 +158,7 @@ void TstLinks::clientMayGoAndComeBack()
     }
 }
 
-void TstLinks::takenPortIsReported()
+void TstSimLinks::takenPortIsReported()
 {
     Server other(m_time, Chain());
     QString error;
@@ -166,7 +166,7 @@ void TstLinks::takenPortIsReported()
     QVERIFY(error.startsWith(QStringLiteral("TCP port %1: ").arg(m_server->tcpPort())));
 }
 
-void TstLinks::closeFaultEndsTheConnection()
+void TstSimLinks::closeFaultEndsTheConnection()
 {
     QString error;
     QVERIFY(m_server->faults().parse("close nth=1", &error));
@@ -179,14 +179,14 @@ void TstLinks::closeFaultEndsTheConnection()
     QTRY_COMPARE(next->bytesAvailable(), kFrameSize);
 }
 
-void TstLinks::wholeFastModuleStatusOverTcp()
+void TstSimLinks::wholeFastModuleStatusOverTcp()
 {
     const auto socket = client();
     socket->write(QByteArray::fromHex("80818283010143500000000000000000050091f31000000000c695"));
     QTRY_COMPARE(socket->bytesAvailable(), 1208);
 }
 
-void TstLinks::terminalAnswersUnderItsName()
+void TstSimLinks::terminalAnswersUnderItsName()
 {
     openTerminal();
     QVERIFY(QFileInfo(portName()).isSymLink());
@@ -197,7 +197,7 @@ void TstLinks::terminalAnswersUnderItsName()
     QCOMPARE(port.received.left(8).toHex(), QByteArray("808182830101504b"));
 }
 
-void TstLinks::terminalIsRaw()
+void TstSimLinks::terminalIsRaw()
 {
     openTerminal();
     const Port port(portName());
@@ -207,7 +207,7 @@ void TstLinks::terminalIsRaw()
     QCOMPARE(int(settings.c_oflag & OPOST), 0);
 }
 
-void TstLinks::terminalSurvivesReopening()
+void TstSimLinks::terminalSurvivesReopening()
 {
     openTerminal();
     for (int i = 0; i < 5; ++i) {
@@ -219,7 +219,7 @@ void TstLinks::terminalSurvivesReopening()
     QCOMPARE(m_server->requestCount(0x08), 5);
 }
 
-void TstLinks::staleBytesAreGoneAtTheNextOpening()
+void TstSimLinks::staleBytesAreGoneAtTheNextOpening()
 {
     openTerminal();
     {
@@ -241,7 +241,7 @@ void TstLinks::staleBytesAreGoneAtTheNextOpening()
     QCOMPARE(int(port.received.at(5)), 2);
 }
 
-void TstLinks::terminalSurvivesAnExclusiveOwnerThatDied()
+void TstSimLinks::terminalSurvivesAnExclusiveOwnerThatDied()
 {
     openTerminal();
     {
@@ -255,7 +255,7 @@ void TstLinks::terminalSurvivesAnExclusiveOwnerThatDied()
     QTRY_VERIFY(next.received.size() + port.received.size() == kFrameSize);
 }
 
-void TstLinks::nothingReadsSoNothingBlocks()
+void TstSimLinks::nothingReadsSoNothingBlocks()
 {
     openTerminal();
     const int reader = ::open(QFile::encodeName(portName()).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
@@ -269,7 +269,7 @@ void TstLinks::nothingReadsSoNothingBlocks()
     ::close(reader);
 }
 
-void TstLinks::oldLinkIsReplaced()
+void TstSimLinks::oldLinkIsReplaced()
 {
     QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("ports")));
     QVERIFY(QFile::link(QStringLiteral("/no/such/device"), portName()));
@@ -277,7 +277,7 @@ void TstLinks::oldLinkIsReplaced()
     QVERIFY(Port(portName()).isOpen());
 }
 
-void TstLinks::fileIsNotReplaced()
+void TstSimLinks::fileIsNotReplaced()
 {
     QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("ports")));
     QFile file(portName());
@@ -290,7 +290,7 @@ void TstLinks::fileIsNotReplaced()
     QVERIFY(file.exists() && !QFileInfo(portName()).isSymLink());
 }
 
-void TstLinks::nameIsRemovedAtTheEnd()
+void TstSimLinks::nameIsRemovedAtTheEnd()
 {
     openTerminal();
     m_server.reset();
@@ -299,7 +299,7 @@ void TstLinks::nameIsRemovedAtTheEnd()
              QStringList());
 }
 
-void TstLinks::nameOfAnotherIsLeftAlone()
+void TstSimLinks::nameOfAnotherIsLeftAlone()
 {
     openTerminal();
     QVERIFY(QFile::remove(portName()));
@@ -308,7 +308,7 @@ void TstLinks::nameOfAnotherIsLeftAlone()
     QCOMPARE(QFile::symLinkTarget(portName()), QStringLiteral("/dev/null"));
 }
 
-void TstLinks::bothLinksMeetOneChain()
+void TstSimLinks::bothLinksMeetOneChain()
 {
     openTerminal();
     Port port(portName());
@@ -322,5 +322,5 @@ void TstLinks::bothLinksMeetOneChain()
     QVERIFY(m_server->chain().module(1).channel(0).reversePolarity);
 }
 
-QTEST_GUILESS_MAIN(TstLinks)
-#include "tst_links.moc"
+QTEST_GUILESS_MAIN(TstSimLinks)
+#include "tst_simlinks.moc"
