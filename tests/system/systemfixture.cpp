@@ -22,8 +22,8 @@ CommPeriods shortPeriods()
 {
     CommPeriods periods;
     periods.cyclic = std::chrono::milliseconds(20);
-    periods.comm = std::chrono::milliseconds(400);
-    periods.initSequence = std::chrono::milliseconds(380);
+    periods.comm = std::chrono::milliseconds(800);
+    periods.initSequence = std::chrono::milliseconds(760);
     return periods;
 }
 
@@ -32,7 +32,8 @@ constexpr std::chrono::milliseconds kReconnect{150};
 } // namespace
 
 SystemFixture::SystemFixture(LinkKind kind)
-    : m_kind(kind)
+    : periods(shortPeriods())
+    , m_kind(kind)
 {}
 
 SystemFixture::~SystemFixture() = default;
@@ -71,6 +72,12 @@ void SystemFixture::unplug()
     device.reset();
 }
 
+void SystemFixture::useProductTimeouts()
+{
+    periods.comm = CommPeriods().comm;
+    periods.initSequence = CommPeriods().initSequence;
+}
+
 void SystemFixture::start()
 {
     const QString mode = m_kind == LinkKind::Tcp ? QStringLiteral("TCP") : QStringLiteral("Serial");
@@ -91,7 +98,7 @@ void SystemFixture::start()
     };
     const ConfigPaths paths{folder.path(), folder.path() + QStringLiteral("/desktop"), QString()};
     app = std::make_unique<Framework_Ctrllr>(
-        AppEnvironment{time, ports, paths, Deployment(), createLinks, shortPeriods(), kReconnect});
+        AppEnvironment{time, ports, paths, Deployment(), createLinks, periods, kReconnect});
 }
 
 QString SystemFixture::statusBox() const

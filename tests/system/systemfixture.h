@@ -25,6 +25,8 @@ public:
 
     SystemTime time;
     QTemporaryDir folder;
+    /// Short ones for the cycle and the time-outs; to be changed before start().
+    CommPeriods periods;
     std::unique_ptr<sim::Server> device; ///< null: nobody is there
     std::unique_ptr<Framework_Ctrllr> app;
 
@@ -36,6 +38,10 @@ public:
 
     /// The chain goes away, and the port or connection with it.
     void unplug();
+
+    /// Lets the session wait for replies as long as the product does: for tests in which no reply is missing
+    /// and a busy machine must not look like a silent device.
+    void useProductTimeouts();
 
     /// Starts the program with a settings file that names the link.
     void start();

@@ -62,6 +62,7 @@ void TstChain::chainIsReadOverBothLinks()
 {
     QFETCH(SystemFixture::LinkKind, kind);
     create(kind);
+    m_fixture->useProductTimeouts();
     m_fixture->plug(kSmallChain);
     m_fixture->start();
     QTRY_VERIFY(m_fixture->isReady());
@@ -95,6 +96,7 @@ void TstChain::liveValuesFollowTheChain()
 
 void TstChain::fullChainIsRead()
 {
+    m_fixture->useProductTimeouts();
     m_fixture->plugFile(QStringLiteral("full128.chain"));
     m_fixture->start();
     QTRY_VERIFY_WITH_TIMEOUT(m_fixture->isReady(), 60000);
@@ -107,6 +109,7 @@ void TstChain::fullChainIsRead()
 
 void TstChain::chainWithoutPowerModule()
 {
+    m_fixture->useProductTimeouts();
     m_fixture->plug(QStringLiteral("controller serial=C-1\nmodule type=2 count=2 serial=V-\n"));
     m_fixture->start();
     QTRY_VERIFY(m_fixture->isReady());
@@ -125,6 +128,7 @@ void TstChain::chainWithoutController()
 
 void TstChain::chainWithoutModules()
 {
+    m_fixture->useProductTimeouts();
     m_fixture->plug(QStringLiteral("controller serial=C-1\npower serial=P-1\n"));
     m_fixture->start();
     QTRY_VERIFY(m_fixture->isReady());
@@ -135,6 +139,7 @@ void TstChain::chainWithoutModules()
 
 void TstChain::unknownTypeKeepsItsRow()
 {
+    m_fixture->useProductTimeouts();
     m_fixture->plug(
         QStringLiteral("controller serial=C-1\nmodule type=1 serial=A-\nmodule type=77 serial=B-\n"
                        "module type=2 serial=D-\n"));
@@ -147,6 +152,7 @@ void TstChain::unknownTypeKeepsItsRow()
 
 void TstChain::claimedModulesBeyondTheMost()
 {
+    m_fixture->useProductTimeouts();
     m_fixture->plugFile(QStringLiteral("full128.chain"));
     m_fixture->device->chain().claimedModules = 129;
     m_fixture->start();
@@ -167,6 +173,7 @@ void TstChain::emptyPowerSerialHidesThePowerPart()
 
 void TstChain::differentFirmwareWarnsOnce()
 {
+    m_fixture->useProductTimeouts();
     m_fixture->plug(QStringLiteral("controller serial=C-1 fw1=1.4.2\nmodule type=1 serial=A- fw1=1.4.1\n"
                                    "module type=1 serial=B- fw1=1.3.0\n"));
     m_fixture->start();

@@ -1,8 +1,10 @@
 #include "app/dynamicmodulesframe_view.h"
 #include "app/initmodulenotfound_view.h"
+#include "controller/modulecontroller_ctrllr.h"
 #include "controller/modulecontroller_view.h"
 #include "modules/analogmodule_ctrllr.h"
 #include "modules/moduledevice_view.h"
+#include "protocol/communication.h"
 #include "protocol/records/fastmodulestatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/systemstatus.h"
@@ -15,6 +17,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QtTest>
 
 namespace {

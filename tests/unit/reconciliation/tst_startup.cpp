@@ -1,4 +1,6 @@
+#include "modules/moduledevice_ctrllr.h"
 #include "modules/moduledevice_view.h"
+#include "protocol/communication.h"
 #include "protocol/records/systemstatus.h"
 #include "settings/portlister.h"
 #include "support/appfixture.h"

@@ -14,7 +14,7 @@ constexpr int kRows = 5;
 } // namespace
 
 /// The session recovers from whatever goes wrong on the link, and then shows the chain as it is.
-class TstFaults : public QObject
+class TstRecovery : public QObject
 {
     Q_OBJECT
 
@@ -41,12 +41,12 @@ private:
     std::unique_ptr<SystemFixture> m_fixture;
 };
 
-void TstFaults::init()
+void TstRecovery::init()
 {
     m_fixture = std::make_unique<SystemFixture>(SystemFixture::LinkKind::Tcp);
 }
 
-void TstFaults::plugWithFaults(const QString &script)
+void TstRecovery::plugWithFaults(const QString &script)
 {
     m_fixture->plug(kChain);
     QString error;
@@ -54,7 +54,7 @@ void TstFaults::plugWithFaults(const QString &script)
     m_fixture->start();
 }
 
-void TstFaults::sessionRecovers_data()
+void TstRecovery::sessionRecovers_data()
 {
     QTest::addColumn<QString>("script");
     QTest::newRow("first reply lost") << "lose nth=1";
@@ -75,7 +75,7 @@ void TstFaults::sessionRecovers_data()
     QTest::newRow("connection closed in the cycle") << "close code=0x08 nth=3";
 }
 
-void TstFaults::sessionRecovers()
+void TstRecovery::sessionRecovers()
 {
     QFETCH(QString, script);
     plugWithFaults(script);
@@ -87,7 +87,7 @@ void TstFaults::sessionRecovers()
     QCOMPARE(m_fixture->device->refusals(), QStringList());
 }
 
-void TstFaults::faultDoesNotEvenDelayTheSession_data()
+void TstRecovery::faultDoesNotEvenDelayTheSession_data()
 {
     QTest::addColumn<QString>("script");
     QTest::newRow("every reply in single bytes") << "cut size=1 gap=0";
@@ -95,8 +95,9 @@ void TstFaults::faultDoesNotEvenDelayTheSession_data()
     QTest::newRow("every reply late") << "delay ms=10";
 }
 
-void TstFaults::faultDoesNotEvenDelayTheSession()
+void TstRecovery::faultDoesNotEvenDelayTheSession()
 {
+    m_fixture->useProductTimeouts();
     QFETCH(QString, script);
     plugWithFaults(script);
     QSignalSpy slates(m_fixture->app->communication(), &Communication::Signal_CleanSlateProtocol);
@@ -105,7 +106,7 @@ void TstFaults::faultDoesNotEvenDelayTheSession()
     QCOMPARE(slates.size(), 0);
 }
 
-void TstFaults::resetFlagStartsOver_data()
+void TstRecovery::resetFlagStartsOver_data()
 {
     QTest::addColumn<QString>("script");
     QTest::newRow("in the system status") << "reset-flag code=0x01 nth=1";
@@ -114,8 +115,9 @@ void TstFaults::resetFlagStartsOver_data()
     QTest::newRow("in a fast module status") << "reset-flag code=0x10 nth=1";
 }
 
-void TstFaults::resetFlagStartsOver()
+void TstRecovery::resetFlagStartsOver()
 {
+    m_fixture->useProductTimeouts();
     QFETCH(QString, script);
     plugWithFaults(script);
     QTRY_COMPARE(m_fixture->device->requestCount(0x01), 2);
@@ -123,7 +125,7 @@ void TstFaults::resetFlagStartsOver()
     QVERIFY(m_fixture->device->requestCount(0x12) >= kRows + 2);
 }
 
-void TstFaults::silentDeviceIsAskedAgainAndAgain()
+void TstRecovery::silentDeviceIsAskedAgainAndAgain()
 {
     plugWithFaults(QStringLiteral("silence"));
     QTRY_VERIFY(m_fixture->device->requestCount(0x01) >= 3);
@@ -133,7 +135,7 @@ void TstFaults::silentDeviceIsAskedAgainAndAgain()
     QTRY_VERIFY(isWhole());
 }
 
-void TstFaults::silenceInTheCycleRemovesTheRows()
+void TstRecovery::silenceInTheCycleRemovesTheRows()
 {
     m_fixture->plug(kChain);
     m_fixture->start();
@@ -146,8 +148,9 @@ void TstFaults::silenceInTheCycleRemovesTheRows()
     QTRY_VERIFY(isWhole());
 }
 
-void TstFaults::replyOfUnknownCodeEndsTheTurn()
+void TstRecovery::replyOfUnknownCodeEndsTheTurn()
 {
+    m_fixture->useProductTimeouts();
     plugWithFaults(QStringLiteral("unknown-code code=0x08"));
     QSignalSpy slates(m_fixture->app->communication(), &Communication::Signal_CleanSlateProtocol);
     QTRY_VERIFY(m_fixture->device->requestCount(0x10) > 3);
@@ -155,8 +158,9 @@ void TstFaults::replyOfUnknownCodeEndsTheTurn()
     QVERIFY(isWhole());
 }
 
-void TstFaults::systemResetOfTheDeviceReadsTheChainAnew()
+void TstRecovery::systemResetOfTheDeviceReadsTheChainAnew()
 {
+    m_fixture->useProductTimeouts();
     m_fixture->plug(kChain);
     m_fixture->start();
     QTRY_VERIFY(isWhole());
@@ -166,7 +170,7 @@ void TstFaults::systemResetOfTheDeviceReadsTheChainAnew()
     QTRY_VERIFY(isWhole());
 }
 
-void TstFaults::stormOfFaultsEndsInReady()
+void TstRecovery::stormOfFaultsEndsInReady()
 {
     plugWithFaults(QStringLiteral("lose probability=0.05\ncorrupt part=payload byte=3 probability=0.05\n"
                                   "close probability=0.02\nreset-flag probability=0.02\n"
@@ -177,6 +181,6 @@ void TstFaults::stormOfFaultsEndsInReady()
     QCOMPARE(m_fixture->device->refusals(), QStringList());
 }
 
-QTEST_MAIN(TstFaults)
+QTEST_MAIN(TstRecovery)
 
-#include "tst_faults.moc"
+#include "tst_recovery.moc"

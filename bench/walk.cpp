@@ -1,0 +1,87 @@
+// How long the session takes to walk a full chain over a link that is as slow as a serial line, beside the
+// time that the bytes themselves need on the wire.
+
+#include "base/timesource.h"
+#include "link/portdirectory.h"
+#include "link/serialcomm.h"
+#include "link/tcpsock.h"
+#include "protocol/commlinks.h"
+#include "protocol/communication.h"
+#include "simulatedchain.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QLoggingCategory>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+constexpr int kBytesPerSecond = 10472; // 115200 bit/s, 11 bits a byte
+constexpr double kLimit = 1.03;
+constexpr std::chrono::seconds kPatience{60};
+
+/// Counts the bytes of both directions.
+class CountingSock final : public TcpSock
+{
+public:
+    CountingSock(TimeSource &time, qint64 &count)
+        : TcpSock(time)
+        , m_count(count)
+    {
+        connect(this, &TcpSock::messagePacket, this, [this](QByteArray &bytes) { m_count += bytes.size(); });
+    }
+
+    void Write(const QByteArray &frame) override
+    {
+        m_count += frame.size();
+        TcpSock::Write(frame);
+    }
+
+private:
+    qint64 &m_count;
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    const SimulatedChain chain(QStringLiteral("full128.chain"),
+                               {QStringLiteral("--pace"), QString::number(kBytesPerSecond)});
+
+    SystemTime time;
+    qint64 bytes = 0;
+    CommLinks links;
+    links.serial = std::make_unique<SerialComm>(time, PortDirectory(QString()));
+    links.tcp = std::make_unique<CountingSock>(time, bytes);
+    Communication communication(time, std::move(links));
+
+    model_Namespace::Settings settings;
+    settings.ipAddress = QStringLiteral("127.0.0.1");
+    settings.tcpPort = QString::number(chain.port());
+    settings.commType = Comm_Type::Ethernet;
+
+    QElapsedTimer clock;
+    int modules = 0;
+    QObject::connect(&communication, &Communication::ModuleRead, &application, [&modules] { ++modules; });
+    QObject::connect(&communication, &Communication::stateInitialized, &application, [&] {
+        const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
+        const double wire = static_cast<double>(bytes) / kBytesPerSecond;
+        std::printf(
+            "walk of %d modules: %.3f s, %lld bytes, bare wire time %.3f s, ratio %.4f (limit %.2f)\n",
+            modules, seconds, static_cast<long long>(bytes), wire, seconds / wire, kLimit);
+        QCoreApplication::exit(0);
+    });
+    QTimer::singleShot(kPatience, &application, [] {
+        std::fprintf(stderr, "The walk did not end.\n");
+        QCoreApplication::exit(1);
+    });
+    clock.start();
+    if (!communication.OpenCommunicationChannel(settings)) {
+        std::fprintf(stderr, "The link did not open.\n");
+        return 1;
+    }
+    return QCoreApplication::exec();
+}
