@@ -283,9 +283,9 @@ void Framework_View::SetAvailableStatus()
     setLampColour(m_bar->statusBox, LampColour::Green);
 }
 
-void Framework_View::Slot_SystemStatus(QVariant data)
+void Framework_View::Slot_SystemStatus(QVariant systemStatus)
 {
-    const auto status = recordFromVariant<System_Status>(data);
+    const auto status = recordFromVariant<System_Status>(systemStatus);
     m_totalModules = static_cast<quint16>(status.nModules + 1); // the controller counts as one
     m_bar->statusBox->setText(QStringLiteral("0 / %1 ").arg(m_totalModules));
     setLampColour(m_bar->statusBox, LampColour::Yellow);

@@ -109,7 +109,7 @@ public slots:
     void onHelpPressed();
     void onHelpReleased();
     void mainClockHandlr();
-    void Slot_SystemStatus(QVariant data);
+    void Slot_SystemStatus(QVariant systemStatus);
 
     /// `count` modules were read so far, the controller included.
     void Slot_ModulesRead(ushort count);
