@@ -1,8 +1,9 @@
 #include "link/keepalive.h"
 
 #include <QDebug>
-#include <mstcpip.h>
 #include <winsock2.h>
+
+#include <mstcpip.h> // needs the types of winsock2.h
 
 namespace {
 

@@ -1,14 +1,16 @@
 #include "link/tcpsock.h"
 
 #include "link/communication_aux.h"
+#include "link/hostlookup.h"
 #include "link/keepalive.h"
 
+#include <QDeadlineTimer>
 #include <QTcpSocket>
 
 namespace {
 
 constexpr int kReceiveBufferSize = 1250172;
-constexpr int kConnectTimeoutMs = 50;
+constexpr std::chrono::milliseconds kConnectTimeout(50);
 
 } // namespace
 
@@ -40,10 +42,7 @@ bool TcpSock::connectToServer(QString ipAddr, QString port)
     leaveConnection();
     // Unsent bytes would keep the old connection, which then refuses to be opened anew.
     m_socket->abort();
-    m_socket->connectToHost(ipAddr, port.toUShort(), QIODevice::ReadWrite, QAbstractSocket::AnyIPProtocol);
-    // A short blocking wait on purpose: a device that takes longer counts as failed.
-    if (!m_socket->waitForConnected(kConnectTimeoutMs)) {
-        m_socket->abort();
+    if (!connectWithin(kConnectTimeout, ipAddr, port.toUShort())) {
         emit TcpDisconnectd();
         return false;
     }
@@ -53,6 +52,21 @@ bool TcpSock::connectToServer(QString ipAddr, QString port)
     // A receiver may have left the connection again.
     m_connected = m_socket->state() == QAbstractSocket::ConnectedState;
     return m_connected;
+}
+
+/// A short blocking wait on purpose: a device that takes longer counts as failed. The look-up of a name is
+/// part of the wait.
+bool TcpSock::connectWithin(std::chrono::milliseconds limit, const QString &host, quint16 port)
+{
+    const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
+    const auto addresses = addressesWithin(limit, host);
+    for (const QHostAddress &address : addresses) {
+        m_socket->connectToHost(address, port, QIODevice::ReadWrite);
+        if (m_socket->waitForConnected(int(deadline.remainingTime())))
+            return true;
+        m_socket->abort();
+    }
+    return false;
 }
 
 void TcpSock::disconnectSocket()

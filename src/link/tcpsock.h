@@ -5,6 +5,7 @@
 #include <QAbstractSocket>
 #include <QByteArray>
 #include <QObject>
+#include <chrono>
 
 class Communication_Aux;
 class QTcpSocket;
@@ -26,8 +27,8 @@ public:
     virtual void Write(const QByteArray &frame);
 
 public slots:
-    /// Waits at most 50 ms. True and TcpConnected() on success; otherwise the attempt is aborted,
-    /// TcpDisconnectd() is emitted and the result is false.
+    /// Waits at most 50 ms, the look-up of a host name included. True and TcpConnected() on success;
+    /// otherwise the attempt is aborted, TcpDisconnectd() is emitted and the result is false.
     virtual bool connectToServer(QString ipAddr, QString port);
 
     /// Leaves the connection; emits nothing.
@@ -49,6 +50,7 @@ signals:
 
 private:
     void leaveConnection();
+    bool connectWithin(std::chrono::milliseconds limit, const QString &host, quint16 port);
 
     Communication_Aux *m_decoder; ///< child
     QTcpSocket *m_socket;         ///< child

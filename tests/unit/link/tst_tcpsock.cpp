@@ -7,6 +7,7 @@
 #include <QByteArrayList>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QHostInfo>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -84,6 +85,8 @@ private slots:
 
     void isNotConnectedAtFirst();
     void connectsAndTells();
+    void aHostNameIsLookedUp();
+    void anEmptyHostFails();
     void thePortIsReadAsADecimalNumber();
     void portsThatAreNoSixteenBitNumberFail_data();
     void portsThatAreNoSixteenBitNumberFail();
@@ -198,6 +201,19 @@ void TstTcpSock::connectsAndTells()
     QCOMPARE(m_disconnects->count(), 0);
     QCOMPARE(m_log->lines(),
              (QStringList{QStringLiteral("Connect Received"), QStringLiteral("Connected State")}));
+}
+
+void TstTcpSock::aHostNameIsLookedUp()
+{
+    if (!QHostInfo::fromName(QStringLiteral("localhost")).addresses().contains(QHostAddress::LocalHost))
+        QSKIP("The name localhost is not known here");
+    QVERIFY(m_sock->connectToServer(QStringLiteral("localhost"), port()));
+}
+
+void TstTcpSock::anEmptyHostFails()
+{
+    QVERIFY(!m_sock->connectToServer(QString(), port()));
+    QCOMPARE(m_disconnects->count(), 1);
 }
 
 void TstTcpSock::thePortIsReadAsADecimalNumber()
