@@ -80,6 +80,12 @@ FakeTcpSock::FakeTcpSock(TimeSource &time)
     : TcpSock(time)
 {}
 
+FakeTcpSock::~FakeTcpSock()
+{
+    if (m_up)
+        emit TcpDisconnectd();
+}
+
 void FakeTcpSock::Write(const QByteArray &frame)
 {
     if (!m_up)

@@ -74,6 +74,9 @@ class FakeTcpSock final : public TcpSock, public FakeWire
 public:
     explicit FakeTcpSock(TimeSource &time);
 
+    /// Tells of the end of a connection that is still up, as a socket may that closes while it dies.
+    ~FakeTcpSock() override;
+
     bool connects = true; ///< answer to the next attempts to connect
     QString address;
     QString port;
