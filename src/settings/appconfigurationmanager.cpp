@@ -154,7 +154,11 @@ bool AppConfigurationManager::writeFile(const QString &path)
     stream.setCodec("UTF-8");
     stream << settingsfile::fileText(values());
     stream.flush();
-    return file.commit();
+    // Looked at here because the file itself does not notice when only a part of its buffer was written.
+    const bool isWritten = stream.status() == QTextStream::Ok;
+    if (!isWritten)
+        file.cancelWriting();
+    return file.commit() && isWritten;
 }
 
 settingsfile::Values AppConfigurationManager::values()

@@ -28,6 +28,12 @@ ComConfigBox::ComConfigBox(QWidget *parent)
     , m_ui(std::make_unique<Ui::ComConfigBox>())
 {
     m_ui->setupUi(this);
+    // The Tab key goes to the chosen button of each group, the arrow keys to the others.
+    const auto buttons = findChildren<QRadioButton *>();
+    for (QRadioButton *button : buttons) {
+        if (!button->isChecked())
+            button->setFocusPolicy(Qt::ClickFocus);
+    }
 }
 
 ComConfigBox::~ComConfigBox() = default;

@@ -4,7 +4,6 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <iterator>
-#include <vector>
 
 namespace settingsfile {
 
@@ -59,51 +58,62 @@ Line portLine(const QString &line)
     return PortLine{line.split(noWord)};
 }
 
+constexpr qint64 kBlockSize = 64 * 1024; ///< bytes
+constexpr int kShortestKey = int(sizeof kModeKey) - 1;
+
 bool holdsKey(const QByteArray &line)
 {
-    return std::any_of(std::begin(kKeys), std::end(kKeys),
+    return line.size() >= kShortestKey &&
+           std::any_of(std::begin(kKeys), std::end(kKeys),
                        [&line](const char *key) { return line.contains(key); });
 }
 
-/// Reads a device line by line; a line longer than kMaxLineLength comes in several pieces.
-class PieceReader
+/// Puts lines together from the blocks of a device and keeps those with a key. Never holds more than one
+/// block and the longest line in memory.
+class LineCollector
 {
 public:
-    explicit PieceReader(QIODevice &device)
-        : m_device(device)
-        , m_buffer(kMaxLineLength + kLineEnd + 1)
-    {}
-
-    /// False at the end of the device.
-    bool next()
+    /// `block` may begin and end anywhere in a line.
+    void add(const QByteArray &block)
     {
-        m_length = int(m_device.readLine(m_buffer.data(), qint64(m_buffer.size())));
-        return m_length > 0;
+        int begin = 0;
+        for (int end = block.indexOf('\n'); end >= 0; end = block.indexOf('\n', begin)) {
+            append(block, begin, end);
+            finishLine();
+            begin = end + 1;
+        }
+        append(block, begin, block.size());
     }
 
-    bool endsLine() const
+    /// Call once behind the last block.
+    QStringList finished()
     {
-        return m_buffer.at(std::size_t(m_length) - 1) == '\n' || m_length <= kMaxLineLength;
+        finishLine();
+        return m_lines;
     }
-
-    /// Valid until the next call of next().
-    QByteArray bytes() const { return QByteArray::fromRawData(m_buffer.data(), m_length); }
 
 private:
-    static constexpr int kLineEnd = 1;
+    void append(const QByteArray &block, int begin, int end)
+    {
+        m_isTooLong = m_isTooLong || m_line.size() + end - begin > kMaxLineLength;
+        if (!m_isTooLong)
+            m_line.append(block.constData() + begin, end - begin);
+    }
 
-    QIODevice &m_device;
-    std::vector<char> m_buffer;
-    int m_length = 0;
+    void finishLine()
+    {
+        if (m_line.endsWith('\r'))
+            m_line.chop(1);
+        if (!m_isTooLong && holdsKey(m_line))
+            m_lines.append(QString::fromUtf8(m_line.constData(), m_line.size())); // zero bytes included
+        m_line.resize(0);
+        m_isTooLong = false;
+    }
+
+    QByteArray m_line;
+    bool m_isTooLong = false;
+    QStringList m_lines;
 };
-
-QString withoutLineEnd(const QByteArray &piece)
-{
-    int length = piece.size();
-    while (length > 0 && (piece.at(length - 1) == '\n' || piece.at(length - 1) == '\r'))
-        --length;
-    return QString::fromUtf8(piece.constData(), length);
-}
 
 } // namespace
 
@@ -178,16 +188,10 @@ QString modeText(Comm_Type kind)
 
 QStringList keyLines(QIODevice &device)
 {
-    QStringList lines;
-    PieceReader reader(device);
-    bool atLineStart = true;
-    while (reader.next()) {
-        const bool isWholeLine = atLineStart && reader.endsLine();
-        if (isWholeLine && holdsKey(reader.bytes()))
-            lines.append(withoutLineEnd(reader.bytes()));
-        atLineStart = reader.endsLine();
-    }
-    return lines;
+    LineCollector collector;
+    for (QByteArray block = device.read(kBlockSize); !block.isEmpty(); block = device.read(kBlockSize))
+        collector.add(block);
+    return collector.finished();
 }
 
 } // namespace settingsfile
