@@ -22,6 +22,7 @@ namespace sim {
 namespace {
 
 constexpr std::chrono::milliseconds kIdlePeriod{25};
+constexpr int kRepairTurns = 20; ///< of the idle period
 constexpr int kReadSize = 4096;
 
 QString systemError()
@@ -152,10 +153,12 @@ private:
 
     void lookForPeer()
     {
-        if (peerIsGone())
-            return;
-        m_idleTimer->stop();
-        m_notifier->setEnabled(true);
+        if (!peerIsGone()) {
+            m_idleTimer->stop();
+            m_notifier->setEnabled(true);
+        } else if (++m_idleTurns % kRepairTurns == 0) {
+            repair(); // somebody may have come and gone between two turns
+        }
     }
 
     void read()
@@ -175,11 +178,16 @@ private:
         if (!peerIsGone())
             return; // somebody has opened it again at once
         becomeIdle();
+        repair();
+    }
+
+    void repair()
+    {
         QString error;
-        if (!cleanPeerSide() && !make(&error)) {
-            m_idleTimer->stop();
-            qWarning("%s", qPrintable(error));
-        }
+        if (cleanPeerSide() || make(&error))
+            return;
+        m_idleTimer->stop();
+        qWarning("%s", qPrintable(error));
     }
 
     const QString m_linkName;
@@ -187,6 +195,7 @@ private:
     QSocketNotifier *m_notifier = nullptr;
     QString m_path;
     int m_master = -1;
+    int m_idleTurns = 0;
 };
 
 PtyLink::PtyLink(TimeSource &time, QObject *parent)
