@@ -25,11 +25,7 @@ TcpSock::TcpSock(TimeSource &time, QObject *parent)
     connect(m_decoder, &Communication_Aux::Signal_RcvDatagramOk, this, &TcpSock::Slot_RcvDatagramOK);
 }
 
-TcpSock::~TcpSock()
-{
-    // The socket closes as it dies and must not be heard any more by then.
-    disconnect(m_socket, nullptr, this, nullptr);
-}
+TcpSock::~TcpSock() = default;
 
 bool TcpSock::IsConnected() const
 {
@@ -92,11 +88,9 @@ void TcpSock::Write(const QByteArray &frame)
 void TcpSock::readData()
 {
     const QByteArray bytes = m_socket->readAll();
-    if (!m_connected)
-        return;
     QByteArray message = bytes;
     emit messagePacket(message);
-    if (m_connected)
+    if (m_connected) // a receiver may have left
         m_decoder->takeRead(bytes);
 }
 

@@ -110,6 +110,7 @@ private slots:
 
     void bytes999MsApartAreOneFrame();
     void aPauseOf1000MsDropsTheFrame();
+    void theTimeOutComesOnce();
     void thePauseCountsFromTheLastByte();
     void aPauseBetweenFramesDoesNothing();
     void aFrameBegunInTheTurnOfAnotherIsWatched();
@@ -456,6 +457,14 @@ void TstCommunication_Aux::aPauseOf1000MsDropsTheFrame()
     QCOMPARE(m_resets, 1);
     QCOMPARE(feed(*m_decoder, deviceframes::five().mid(24, 1)).last(), int(Communication_Aux::Refused));
     QVERIFY(m_frames.isEmpty());
+}
+
+void TstCommunication_Aux::theTimeOutComesOnce()
+{
+    feed(*m_decoder, deviceframes::five().left(24));
+    m_time->advance(5000);
+    QCOMPARE(m_log->lines().filter(kTimeoutLine).size(), 1);
+    QCOMPARE(m_resets, 1);
 }
 
 void TstCommunication_Aux::thePauseCountsFromTheLastByte()

@@ -58,6 +58,7 @@ private slots:
     void everyWriteOnAGonePortTellsAgain();
 
     void aVanishedPortIsNoticedWithoutAWrite();
+    void aWriteThatFailsIsTheLossOfThePort();
     void aLostPortIsNotWrittenTo();
     void aLostPortCanBeOpenedAgain();
 
@@ -368,6 +369,18 @@ void TstSerialComm::aVanishedPortIsNoticedWithoutAWrite()
     QVERIFY(!port()->isOpen());
     QVERIFY(port()->findChildren<QSocketNotifier *>().isEmpty());
     QVERIFY(m_link->IsOpen());
+}
+
+void TstSerialComm::aWriteThatFailsIsTheLossOfThePort()
+{
+    QVERIFY(m_link->Open());
+    m_terminal->vanish();
+    plug(); // at once, so that the name is still there
+    m_link->Write(deviceframes::five());
+    QCOMPARE(m_retries->count(), 1);
+    QCOMPARE(m_written->count(), 0);
+    QCOMPARE(m_log->lines().last(), kFailing);
+    QVERIFY(port()->findChildren<QSocketNotifier *>().isEmpty());
 }
 
 void TstSerialComm::aLostPortIsNotWrittenTo()
