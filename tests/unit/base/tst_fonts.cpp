@@ -1,0 +1,60 @@
+#include "base/gui/fonts.h"
+
+#include <QtTest>
+
+class TstFonts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void textIs12Pixels();
+    void textKeepsTheOtherPropertiesOfItsBase();
+    void strongIsBold();
+    void placeholderIsLargeBoldAndItalic();
+    void substitutionsComeInTheirOrder();
+};
+
+void TstFonts::textIs12Pixels()
+{
+    QCOMPARE(fonts::text().family(), QStringLiteral("Segoe UI"));
+    QCOMPARE(fonts::text().pixelSize(), 12);
+    QCOMPARE(fonts::text().weight(), int(QFont::Normal));
+}
+
+void TstFonts::textKeepsTheOtherPropertiesOfItsBase()
+{
+    QFont base(QStringLiteral("Other"));
+    base.setPixelSize(30);
+    base.setUnderline(true);
+    const QFont font = fonts::text(base);
+    QVERIFY(font.underline());
+    QCOMPARE(font.pixelSize(), 12);
+    QCOMPARE(font.family(), QStringLiteral("Segoe UI"));
+}
+
+void TstFonts::strongIsBold()
+{
+    QCOMPARE(fonts::strong().pixelSize(), 12);
+    QCOMPARE(fonts::strong().weight(), 75);
+}
+
+void TstFonts::placeholderIsLargeBoldAndItalic()
+{
+    const QFont font = fonts::placeholder();
+    QCOMPARE(font.family(), QStringLiteral("Segoe UI"));
+    QCOMPARE(font.pixelSize(), 15);
+    QCOMPARE(font.weight(), 75);
+    QVERIFY(font.italic());
+    QVERIFY(font.kerning());
+}
+
+void TstFonts::substitutionsComeInTheirOrder()
+{
+    fonts::installSubstitutions();
+    // Families compare without regard to case, and the list keeps them in lower case.
+    const QString list = QFont::substitutes(QStringLiteral("Segoe UI")).join(QLatin1Char(',')).toLower();
+    QVERIFY2(list.startsWith(QStringLiteral("open sans,noto sans,dejavu sans")), qPrintable(list));
+}
+
+QTEST_MAIN(TstFonts)
+#include "tst_fonts.moc"
