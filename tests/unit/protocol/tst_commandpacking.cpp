@@ -80,6 +80,7 @@ class TstCommandPacking : public QObject
 
 private slots:
     void init() { m_log = std::make_unique<MessageCatcher>(); }
+    void cleanup() { m_log.reset(); }
 
     void statusRequestsAreFiveBytes_data();
     void statusRequestsAreFiveBytes();

@@ -28,7 +28,9 @@ class TstModuleWalk : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { m_log = std::make_unique<MessageCatcher>(); }
+    void cleanup() { m_log.reset(); }
+
     void walkEndsAfterTheLastModuleWithoutPower();
     void powerModuleComesLast();
     void noModulesGoesStraightToThePowerModule();
@@ -43,11 +45,6 @@ private slots:
 private:
     std::unique_ptr<MessageCatcher> m_log;
 };
-
-void TstModuleWalk::init()
-{
-    m_log = std::make_unique<MessageCatcher>();
-}
 
 void TstModuleWalk::walkEndsAfterTheLastModuleWithoutPower()
 {

@@ -36,6 +36,7 @@ class TstRequestQueues : public QObject
 
 private slots:
     void init() { m_log = std::make_unique<MessageCatcher>(); }
+    void cleanup() { m_log.reset(); }
 
     void emptyQueuesGiveNothing();
     void kindsOfWorkComeInTheirOrder();

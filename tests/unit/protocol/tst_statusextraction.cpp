@@ -396,7 +396,7 @@ void TstStatusExtraction::randomPayloadsLeaveAWorkingSession_data()
 void TstStatusExtraction::randomPayloadsLeaveAWorkingSession()
 {
     QFETCH(int, state);
-    constexpr int kRounds = 3000;
+    constexpr int kRounds = 1500;
     constexpr char kCodes[] = {0x01, 0x08, 0x10, 0x12, 0x14, 0x03};
     std::mt19937 random(static_cast<unsigned>(state));
     s->bringTo(static_cast<SessionState>(state));
