@@ -17,6 +17,7 @@
 
 #include <QCloseEvent>
 #include <QDebug>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,6 +38,16 @@ constexpr char kApplication[] = "VXConfig";
 constexpr char kGeometryKey[] = "geometry";
 constexpr char kWindowStateKey[] = "windowState";
 constexpr char kNoticeStyle[] = "QLabel { color : red; }";
+
+/// A key that presses a button which has the focus.
+bool isActivationByKey(const QEvent &event)
+{
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto &press = static_cast<const QKeyEvent &>(event);
+    const int key = press.key();
+    return !press.isAutoRepeat() && (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter);
+}
 
 } // namespace
 
@@ -176,11 +187,11 @@ void Framework_View::removeModule(QWidget *module)
 
 bool Framework_View::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
-        const auto widgets = openers();
-        if (std::find(widgets.begin(), widgets.end(), watched) != widgets.end())
-            openPortLister();
-    }
+    const auto widgets = openers();
+    const bool isOpener = std::find(widgets.begin(), widgets.end(), watched) != widgets.end();
+    const bool isMousePress = isOpener && event->type() == QEvent::MouseButtonPress;
+    if (isMousePress || (watched == m_bar->configButton && isActivationByKey(*event)))
+        openPortLister();
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -23,6 +23,8 @@ private slots:
     void pressOpensTheConnectionDialog_data();
     void pressOpensTheConnectionDialog();
     void pressOpensItAlsoOnADisabledField();
+    void keyOnTheButtonOpensIt_data();
+    void keyOnTheButtonOpensIt();
     void pressGoesOnToItsWidget();
     void buttonIsUpAgainAfterTheDialog();
     void pressWhileTheDialogIsOpenDoesNotNest();
@@ -127,6 +129,24 @@ void TstFrameworkViewDialogs::pressOpensItAlsoOnADisabledField()
     auto *ip = m->child<QLineEdit>("ipEdit");
     ip->setEnabled(false);
     QVERIFY(opensDialog([&] { QTest::mousePress(ip, Qt::LeftButton); }));
+}
+
+void TstFrameworkViewDialogs::keyOnTheButtonOpensIt_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("space") << Qt::Key_Space;
+    QTest::newRow("return") << Qt::Key_Return;
+    QTest::newRow("enter") << Qt::Key_Enter;
+}
+
+void TstFrameworkViewDialogs::keyOnTheButtonOpensIt()
+{
+    QFETCH(Qt::Key, key);
+    auto *button = m->child<QPushButton>("configButton");
+    button->setFocus();
+    QVERIFY(opensDialog([&] { QTest::keyPress(button, key); }));
+    QTRY_VERIFY(!button->isDown());
+    QVERIFY(!opensDialog([&] { QTest::keyPress(m->child<QLineEdit>("comEdit"), key); }));
 }
 
 void TstFrameworkViewDialogs::pressGoesOnToItsWidget()
