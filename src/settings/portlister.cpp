@@ -10,7 +10,9 @@
 #include <QDebug>
 #include <QKeyEvent>
 #include <QRegularExpressionValidator>
+#include <algorithm>
 #include <chrono>
+#include <initializer_list>
 
 namespace {
 
