@@ -107,6 +107,7 @@ private slots:
     void rates_data();
     void rates();
     void resetRestoresTheDescription();
+    void secondResetRaisesTheFlagAgain();
     void resetFlagCanBeSwitchedOff();
     void resetFlagCanBeRaised();
 
@@ -730,6 +731,14 @@ void TstSimDevice::resetRestoresTheDescription()
     QCOMPARE(int(ask("0800000000").at(8)), 1);
     QCOMPARE(int(ask("0800000000").at(8)), 0);
     QVERIFY(ask("0100000001").contains("2500 (16ch)"));
+}
+
+void TstSimDevice::secondResetRaisesTheFlagAgain()
+{
+    ask("2b000000000000");
+    QCOMPARE(int(ask("2b000000000000").at(8)), 1);
+    QCOMPARE(int(ask("0800000000").at(8)), 1);
+    QCOMPARE(int(ask("0800000000").at(8)), 0);
 }
 
 void TstSimDevice::resetFlagCanBeSwitchedOff()

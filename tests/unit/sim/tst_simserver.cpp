@@ -66,6 +66,7 @@ private slots:
     void paceTakesThePeersOwnTimeAsItIs();
     void gapsAndDelaysAddToThePace();
 
+    void longTalkNeedsNoStack();
     void logIsClearText();
     void timeoutOfAPartialRequest();
 
@@ -424,6 +425,20 @@ void TstSimServer::gapsAndDelaysAddToThePace()
     QCOMPARE(peer->bytes().size(), 37);
     m_time->advance(1);
     QCOMPARE(peer->bytes().size(), kFrameSize);
+}
+
+void TstSimServer::longTalkNeedsNoStack()
+{
+    // A peer that answers inside the call that brought it the reply.
+    constexpr int kTurns = 200000;
+    int replies = 0;
+    m_peer->onSend = [&] {
+        m_peer->pieces.clear();
+        if (++replies < kTurns)
+            m_peer->write(kFastRequest);
+    };
+    m_peer->write(kFastRequest);
+    QCOMPARE(replies, kTurns);
 }
 
 void TstSimServer::logIsClearText()
