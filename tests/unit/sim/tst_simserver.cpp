@@ -430,7 +430,7 @@ void TstSimServer::gapsAndDelaysAddToThePace()
 void TstSimServer::longTalkNeedsNoStack()
 {
     // A peer that answers inside the call that brought it the reply.
-    constexpr int kTurns = 200000;
+    constexpr int kTurns = 30000;
     int replies = 0;
     m_peer->onSend = [&] {
         m_peer->pieces.clear();
