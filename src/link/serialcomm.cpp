@@ -2,8 +2,16 @@
 
 #include "base/log.h"
 #include "link/communication_aux.h"
+#include "link/linesettings.h"
+#include "link/outputroom.h"
 
 #include <QSerialPort>
+
+namespace {
+
+constexpr qint64 kMaxUnsent = 64 * 1024; ///< bytes that wait for a port which takes none
+
+} // namespace
 
 SerialComm::SerialComm(TimeSource &time, const PortDirectory &ports, QObject *parent)
     : QObject(parent)
@@ -46,25 +54,11 @@ bool SerialComm::Open()
         emit retryPort();
         return false;
     }
-    applyLineSettings();
+    applyLineSettings(*m_port, m_settings);
     watchForLoss();
     m_state = State::Open;
     qDebug().noquote().nospace() << "Info : Connection with port " << m_settings.portName << " available.";
     return true;
-}
-
-/// A setting that the port refuses, as a pseudo terminal does with parity, leaves the link usable.
-void SerialComm::applyLineSettings()
-{
-    const auto tell = [this](bool accepted, const char *setting) {
-        if (!accepted)
-            qDebug().noquote() << "Info : Port" << m_settings.portName << "does not take the" << setting;
-    };
-    tell(m_port->setBaudRate(m_settings.baudRate, QSerialPort::AllDirections), "baud rate");
-    tell(m_port->setDataBits(static_cast<QSerialPort::DataBits>(m_settings.dataBits)), "data bits");
-    tell(m_port->setParity(static_cast<QSerialPort::Parity>(m_settings.parity)), "parity");
-    tell(m_port->setStopBits(static_cast<QSerialPort::StopBits>(m_settings.stopBits)), "stop bits");
-    tell(m_port->setFlowControl(QSerialPort::NoFlowControl), "flow control");
 }
 
 /// A device that is pulled out shows itself by a failing read, which would repeat without end.
@@ -123,8 +117,14 @@ void SerialComm::Write(const QByteArray &frame)
         emit retryPort();
         return;
     }
+    if (m_port->bytesToWrite() + frame.size() > kMaxUnsent) {
+        qDebug().noquote() << "Warning : Port" << m_settings.portName << "takes no bytes; a frame is lost.";
+        return;
+    }
     m_port->write(frame);
-    m_port->flush();
+    // A port that is only full would refuse, which looks like a loss. The event loop sends these bytes later.
+    if (hasOutputRoom(*m_port))
+        m_port->flush();
     if (m_state == State::Open)
         emit dataWritten();
 }

@@ -35,7 +35,8 @@ public:
     virtual void Close();
 
     /// Writes a whole frame and emits dataWritten(), or emits retryPort() if the port is lost. Does nothing
-    /// while neither the link is open nor its port there.
+    /// while neither the link is open nor its port there. Bytes that the port does not take at once wait, up
+    /// to 64 KiB; a frame beyond that is dropped and logged, and the time-outs of the session do the rest.
     virtual void Write(const QByteArray &frame);
 
 public slots:
@@ -61,7 +62,6 @@ private:
     };
 
     void discardPort();
-    void applyLineSettings();
     void watchForLoss();
     void loseLink();
 
