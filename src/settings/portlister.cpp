@@ -37,6 +37,12 @@ bool isKeyPress(const QEvent &event, std::initializer_list<Qt::Key> keys)
     return std::any_of(keys.begin(), keys.end(), [key](Qt::Key wanted) { return key == wanted; });
 }
 
+/// A key held down repeats, also from before this dialog had the focus. Repeats decide nothing here.
+bool isRepeat(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress && static_cast<const QKeyEvent &>(event).isAutoRepeat();
+}
+
 } // namespace
 
 PortLister::PortLister(TimeSource &time, const PortDirectory &ports, QWidget *parent)
@@ -210,14 +216,16 @@ bool PortLister::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_ui->portConfigBox && m_ui->portConfigBox->isEnabled()) {
         if (event->type() == QEvent::MouseButtonPress || isKeyPress(*event, {Qt::Key_Space})) {
-            portConfig();
+            if (!isRepeat(*event))
+                portConfig();
             return true;
         }
     }
     // Handled here and not by the field, which swallows the key while its text is not acceptable; and not
     // left to the default button, so that it confirms once.
     if (watched == m_ui->comBox && isKeyPress(*event, {Qt::Key_Return, Qt::Key_Enter})) {
-        m_ui->openBtn->click();
+        if (!isRepeat(*event))
+            m_ui->openBtn->click();
         return true;
     }
     return QDialog::eventFilter(watched, event);
@@ -225,6 +233,8 @@ bool PortLister::eventFilter(QObject *watched, QEvent *event)
 
 void PortLister::keyPressEvent(QKeyEvent *event)
 {
+    if (isRepeat(*event))
+        return;
     if (event->key() == Qt::Key_Escape)
         hide();
     else
