@@ -3,6 +3,7 @@
 #include "app/dynamicmodulesframe_view.h"
 #include "app/framework_view.h"
 #include "app/initmodulenotfound_view.h"
+#include "app/lamps.h"
 #include "app/wiring.h"
 #include "base/log.h"
 #include "base/timesource.h"
@@ -10,9 +11,6 @@
 #include "settings/appconfigurationmanager.h"
 
 namespace {
-
-constexpr int kLampNoLink = 2;
-constexpr int kLampLinkOpen = 3;
 
 model_Namespace::Settings builtInSettings()
 {
@@ -84,7 +82,7 @@ bool Framework_Ctrllr::openLink()
     else
         m_view->showMessage(QStringLiteral("COM Port unavailable: ") + m_settings.portName);
     emit Signal_DisableSamplingRate();
-    m_view->setConnectionLamp(opened ? kLampLinkOpen : kLampNoLink);
+    m_view->setConnectionLamp(opened ? ConnectionState::LinkOpen : ConnectionState::NoLink);
     return opened;
 }
 

@@ -31,29 +31,29 @@ constexpr int kMessageTicks = 7;
 constexpr int kInfoTicks = 10;
 constexpr float kBusyStepSeconds = 0.5F;
 
-enum class ConnectionState : int { SystemKnown = 0, NoLink = 2, LinkOpen = 3 };
-
 constexpr char kOrganisation[] = "ZRT";
 constexpr char kApplication[] = "VXConfig";
 constexpr char kGeometryKey[] = "geometry";
 constexpr char kWindowStateKey[] = "windowState";
 constexpr char kNoticeStyle[] = "QLabel { color : red; }";
 
-/// A key that presses a button which has the focus.
+/// The space bar on a button that has the focus. Not the return key: the dialog that opens takes it for a
+/// confirmation.
 bool isActivationByKey(const QEvent &event)
 {
     if (event.type() != QEvent::KeyPress)
         return false;
     const auto &press = static_cast<const QKeyEvent &>(event);
-    const int key = press.key();
-    return !press.isAutoRepeat() && (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter);
+    return !press.isAutoRepeat() && press.key() == Qt::Key_Space;
 }
 
 } // namespace
 
-Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, QWidget *parent)
+Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, const DisplayPeriods &periods,
+                               QWidget *parent)
     : QMainWindow(parent)
     , m_time(time)
+    , m_periods(periods)
     , m_portLister(new PortLister(time, ports, this))
     , m_ui(std::make_unique<Ui::Framework_View>())
     , m_helpWindow(new HelpWindow(this))
@@ -83,7 +83,7 @@ void Framework_View::setUpForm()
     setWindowTitle(tr("Torvex Configurator ") + QStringLiteral("(V%1)").arg(productVersion()));
     setWindowIcon(applicationIcon());
     m_bar = std::make_unique<ConnectionBar>(m_ui->centralWidget);
-    m_statusLine = std::make_unique<StatusLine>(m_ui->statusBar);
+    m_statusLine = std::make_unique<StatusLine>(m_ui->statusBar, m_time);
     SetOfflineStatus();
     m_ui->verticalLayout->addLayout(m_bar->topLayout);
 }
@@ -140,9 +140,9 @@ void Framework_View::showHwDelay(int ms)
     m_statusLine->showPassing(QStringLiteral("HW delay response : %1").arg(ms), m_periods.hwDelayMessage);
 }
 
-void Framework_View::setConnectionLamp(int state)
+void Framework_View::setConnectionLamp(ConnectionState state)
 {
-    switch (static_cast<ConnectionState>(state)) {
+    switch (state) {
     case ConnectionState::SystemKnown:
         setLampColour(m_bar->connectionLamp, LampColour::PaleGreen);
         m_bar->statusBox->show();
@@ -384,14 +384,14 @@ void Framework_View::mainClockHandlr()
 
 void Framework_View::restoreWindowState()
 {
-    const QSettings settings(kOrganisation, kApplication);
+    const QSettings settings(QSettings::defaultFormat(), QSettings::UserScope, kOrganisation, kApplication);
     restoreGeometry(settings.value(kGeometryKey).toByteArray());
     restoreState(settings.value(kWindowStateKey).toByteArray());
 }
 
 void Framework_View::saveWindowState() const
 {
-    QSettings settings(kOrganisation, kApplication);
+    QSettings settings(QSettings::defaultFormat(), QSettings::UserScope, kOrganisation, kApplication);
     settings.setValue(kGeometryKey, saveGeometry());
     settings.setValue(kWindowStateKey, saveState());
 }

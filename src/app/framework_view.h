@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/displayperiods.h"
 #include "link/settings.h"
 
 #include <QDateTime>
@@ -20,22 +21,11 @@ class StatusLine;
 class TimeSource;
 class Timer;
 class WarningBox;
+enum class ConnectionState : int;
 
 namespace Ui {
 class Framework_View;
 }
-
-/// The times of the main window.
-struct DisplayPeriods
-{
-    std::chrono::milliseconds clock{1000};          ///< clock and one tick of the status line
-    std::chrono::milliseconds busyStep{500};        ///< how often the busy seconds are counted down
-    std::chrono::milliseconds lamp{100};            ///< how long the Rx and Tx lamps stay lit
-    std::chrono::milliseconds longPressPoll{500};   ///< how often a held help button is looked at
-    std::chrono::milliseconds helpPress{1100};      ///< the longest press that opens the help
-    std::chrono::milliseconds resetPress{2000};     ///< the shortest press that resets the system
-    std::chrono::milliseconds hwDelayMessage{3000}; ///< how long a response delay is shown
-};
 
 /// The main window: connection bar, system settings panel, module frame and status bar. Owns the dialog of
 /// the connection, the short help and the warning box. Its width is fixed, its height is free.
@@ -45,7 +35,8 @@ class Framework_View : public QMainWindow
 
 public:
     /// `time` and `ports` must outlive the window.
-    Framework_View(TimeSource &time, const PortDirectory &ports, QWidget *parent = nullptr);
+    Framework_View(TimeSource &time, const PortDirectory &ports, const DisplayPeriods &periods = {},
+                   QWidget *parent = nullptr);
     ~Framework_View() override;
 
     /// The dialog that chooses the connection; it belongs to this window.
@@ -69,9 +60,9 @@ public:
     /// Shows the response delay of the device, in milliseconds, for a short while.
     void showHwDelay(int ms);
 
-    /// 0: the system is known, green. 2: no link, gray. 3: the link is open and no system known yet, yellow,
-    /// and the status box reads "OFFLINE". Any other state gives the lamp the colour of the window.
-    void setConnectionLamp(int state);
+    /// A link that is open without a system also makes the status box read "OFFLINE". A state that is none
+    /// of the enumeration gives the lamp the colour of the window.
+    void setConnectionLamp(ConnectionState state);
 
     /// Append the panel, then the frame, below the connection bar. The window becomes their Qt parent, but
     /// they may be deleted before it.

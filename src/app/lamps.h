@@ -11,6 +11,13 @@ enum class LampColour : int {
     Green = 5,
 };
 
+/// What the connection lamp tells; the values are the state numbers of the design.
+enum class ConnectionState : int {
+    SystemKnown = 0, ///< pale green
+    NoLink = 2,      ///< gray
+    LinkOpen = 3,    ///< yellow: no system is known yet
+};
+
 /// Colours a lamp, which is a line edit, by the base role of its palette in all colour groups. A code that
 /// is none of LampColour leaves the palette as it is.
 void setLampColour(QLineEdit *lamp, int code);

@@ -1,5 +1,7 @@
 #include "app/statusline.h"
 
+#include "base/timesource.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QLabel>
@@ -35,8 +37,9 @@ QLabel *createLabel(const char *name, const QString &accessibleName, int width, 
 
 } // namespace
 
-StatusLine::StatusLine(QStatusBar *bar)
+StatusLine::StatusLine(QStatusBar *bar, TimeSource &time)
     : m_bar(bar)
+    , m_passingTimer(time.createTimer(bar))
     , m_statusLabel(
           createLabel("statusLabel", QCoreApplication::translate("StatusLine", "Status"), kTextWidth, bar))
     , m_clockLabel(
@@ -46,6 +49,10 @@ StatusLine::StatusLine(QStatusBar *bar)
     m_clockLabel->setStyleSheet(style(Colour::Black));
     bar->addWidget(m_statusLabel);
     bar->addPermanentWidget(m_clockLabel);
+    QObject::connect(m_passingTimer, &Timer::timeout, bar, [bar, timer = m_passingTimer] {
+        timer->stop();
+        bar->clearMessage();
+    });
 }
 
 void StatusLine::showPlain(const QString &text, int ticks)
@@ -63,7 +70,8 @@ void StatusLine::show(const QString &text, int ticks, Colour colour)
 void StatusLine::showPassing(const QString &text, std::chrono::milliseconds time)
 {
     m_bar->setStyleSheet(style(Colour::Black));
-    m_bar->showMessage(text, static_cast<int>(time.count()));
+    m_bar->showMessage(text);
+    m_passingTimer->start(time);
 }
 
 void StatusLine::tick(const QDateTime &now)

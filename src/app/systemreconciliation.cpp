@@ -4,6 +4,7 @@
 #include "app/framework_ctrllr.h"
 #include "app/framework_view.h"
 #include "app/initmodulenotfound_view.h"
+#include "app/lamps.h"
 #include "base/log.h"
 #include "base/timesource.h"
 #include "base/variantcast.h"
@@ -19,8 +20,6 @@
 
 namespace {
 
-constexpr int kLampSystemKnown = 0;
-constexpr int kLampLinkOpen = 3;
 constexpr int kStays = -1; // a status line without a time limit
 constexpr int kNoControllerKind = 1;
 constexpr int kNoModuleKind = 3;
@@ -44,10 +43,10 @@ void Framework_Ctrllr::createFixedModules(const System_Status &status)
     if (controller && power) {
         qDebug() << "Controller and Power Module request received -> creating";
         addControllerModule(true);
-        m_view->setConnectionLamp(kLampSystemKnown);
+        m_view->setConnectionLamp(ConnectionState::SystemKnown);
     } else if (controller) {
         addControllerModule(false);
-        m_view->setConnectionLamp(kLampSystemKnown);
+        m_view->setConnectionLamp(ConnectionState::SystemKnown);
         qDebug() << "Warning: Controller Modul request received, but without Power Modul!!!";
     } else if (power) {
         qDebug() << "Warning: Power Module request received, but without Controller Modul!!!";
@@ -193,7 +192,7 @@ void Framework_Ctrllr::Slot_CleanSlateProtocol()
     m_view->showMessage(QStringLiteral("Retrying to connect with Torvex"));
     removeAllModules();
     emit Signal_DisableSamplingRate();
-    m_view->setConnectionLamp(kLampLinkOpen);
+    m_view->setConnectionLamp(ConnectionState::LinkOpen);
 }
 
 void Framework_Ctrllr::Slot_UpdateSamplingNBitRate(QVariant data)

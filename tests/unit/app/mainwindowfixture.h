@@ -20,15 +20,24 @@ public:
     MainWindowFixture()
         : ports(folder.path())
     {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+        // No native format: on some platforms that is no file and knows no path.
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
         restart();
     }
 
     /// Builds the window anew, as the next start of the program does.
-    void restart()
+    void restart(const DisplayPeriods &periods = {})
     {
         view.reset();
-        view = std::make_unique<Framework_View>(time, ports);
+        view = std::make_unique<Framework_View>(time, ports, periods);
+    }
+
+    /// Where the window keeps its geometry.
+    static std::unique_ptr<QSettings> windowSettings()
+    {
+        return std::make_unique<QSettings>(QSettings::defaultFormat(), QSettings::UserScope,
+                                           QStringLiteral("ZRT"), QStringLiteral("VXConfig"));
     }
 
     void show()

@@ -1,6 +1,5 @@
 #include "app/dynamicmodulesframe_view.h"
 #include "app/initmodulenotfound_view.h"
-#include "app/resources.h"
 #include "base/gui/fonts.h"
 #include "mainwindowfixture.h"
 
@@ -56,6 +55,7 @@ private slots:
     void systemReportButtonAsksForTheReport();
 
     void windowStateIsStoredAndRestored();
+    void windowStateBringsBackTheCorners();
     void storedGeometryNeverBreaksTheSize_data();
     void storedGeometryNeverBreaksTheSize();
     void brokenStoredStateIsIgnored();
@@ -351,12 +351,24 @@ void TstFrameworkView::windowStateIsStoredAndRestored()
     m->view->move(20, 30);
     const QByteArray state = m->view->saveState();
     m->view->close();
-    const QSettings settings(QStringLiteral("ZRT"), QStringLiteral("VXConfig"));
-    QVERIFY(!settings.value(QStringLiteral("geometry")).toByteArray().isEmpty());
-    QCOMPARE(settings.value(QStringLiteral("windowState")).toByteArray(), state);
+    const auto settings = MainWindowFixture::windowSettings();
+    QVERIFY(settings->fileName().startsWith(m->folder.path()));
+    QVERIFY(!settings->value(QStringLiteral("geometry")).toByteArray().isEmpty());
+    QCOMPARE(settings->value(QStringLiteral("windowState")).toByteArray(), state);
 
     m->restart();
     QCOMPARE(m->view->size(), QSize(1160, 640));
+}
+
+void TstFrameworkView::windowStateBringsBackTheCorners()
+{
+    // The corners are the part of a window state that shows in a window without tool bars and docks.
+    QCOMPARE(m->view->corner(Qt::TopLeftCorner), Qt::TopDockWidgetArea);
+    m->view->setCorner(Qt::TopLeftCorner, Qt::LeftDockWidgetArea);
+    m->show();
+    m->view->close();
+    m->restart();
+    QCOMPARE(m->view->corner(Qt::TopLeftCorner), Qt::LeftDockWidgetArea);
 }
 
 void TstFrameworkView::storedGeometryNeverBreaksTheSize_data()
@@ -375,10 +387,7 @@ void TstFrameworkView::storedGeometryNeverBreaksTheSize()
     QFETCH(int, height);
     QWidget other;
     other.resize(stored);
-    {
-        QSettings settings(QStringLiteral("ZRT"), QStringLiteral("VXConfig"));
-        settings.setValue(QStringLiteral("geometry"), other.saveGeometry());
-    }
+    MainWindowFixture::windowSettings()->setValue(QStringLiteral("geometry"), other.saveGeometry());
     m->restart();
     m->show();
     QCOMPARE(m->view->size(), QSize(1160, height));
@@ -387,9 +396,9 @@ void TstFrameworkView::storedGeometryNeverBreaksTheSize()
 void TstFrameworkView::brokenStoredStateIsIgnored()
 {
     {
-        QSettings settings(QStringLiteral("ZRT"), QStringLiteral("VXConfig"));
-        settings.setValue(QStringLiteral("geometry"), QByteArray("no geometry"));
-        settings.setValue(QStringLiteral("windowState"), QByteArray("\x01\x02"));
+        const auto settings = MainWindowFixture::windowSettings();
+        settings->setValue(QStringLiteral("geometry"), QByteArray("no geometry"));
+        settings->setValue(QStringLiteral("windowState"), QByteArray("\x01\x02"));
     }
     m->restart();
     QCOMPARE(m->view->size(), QSize(1160, 500));

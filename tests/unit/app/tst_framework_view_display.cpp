@@ -1,8 +1,6 @@
-#include "app/resources.h"
+#include "app/lamps.h"
 #include "mainwindowfixture.h"
 #include "protocol/records/systemstatus.h"
-
-#include <QStatusBar>
 
 namespace {
 
@@ -21,7 +19,7 @@ QVariant systemOf(quint16 modules)
 
 } // namespace
 
-/// What the window tells by itself: status line, clock, lamps, status box and the notice of a new version.
+/// What the window tells by itself: lamps, status box and the notice of a new version.
 class TstFrameworkViewDisplay : public QObject
 {
     Q_OBJECT
@@ -29,18 +27,6 @@ class TstFrameworkViewDisplay : public QObject
 private slots:
     void init();
     void cleanup();
-
-    void textStaysForItsTicks_data();
-    void textStaysForItsTicks();
-    void textOfMinusOneStays();
-    void firstTextGoesWithTheFirstTick();
-    void newTextStartsItsOwnTicks();
-    void colourOfTheText_data();
-    void colourOfTheText();
-    void plainMessageColoursOnlyTheBar();
-    void textIsShownAsItStands();
-    void hwDelayCoversTheLineForAWhile();
-    void clockShowsTheTimeOfDay();
 
     void boxIsOfflineAtTheStart();
     void offlineLeavesTheBusyTimer();
@@ -74,8 +60,6 @@ private slots:
     void olderVersionLeavesTheNotice();
 
 private:
-    void tick(int seconds) { m->time.advance(std::chrono::seconds(seconds)); }
-
     std::unique_ptr<MainWindowFixture> m;
 };
 
@@ -88,121 +72,6 @@ void TstFrameworkViewDisplay::init()
 void TstFrameworkViewDisplay::cleanup()
 {
     m.reset();
-}
-
-void TstFrameworkViewDisplay::textStaysForItsTicks_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<int>("ticks");
-    QTest::newRow("message") << "message" << 7;
-    QTest::newRow("info") << "info" << 10;
-    QTest::newRow("timed 1") << "timed" << 1;
-    QTest::newRow("timed 0") << "timed" << 0;
-    QTest::newRow("coloured 3") << "coloured" << 3;
-}
-
-void TstFrameworkViewDisplay::textStaysForItsTicks()
-{
-    QFETCH(QString, kind);
-    QFETCH(int, ticks);
-    if (kind == QLatin1String("message"))
-        m->view->showMessage(QStringLiteral("text"));
-    else if (kind == QLatin1String("info"))
-        m->view->showInfo(QStringLiteral("text"));
-    else if (kind == QLatin1String("timed"))
-        m->view->showTimed(QStringLiteral("text"), ticks);
-    else
-        m->view->showColoured(QStringLiteral("text"), ticks, 1);
-    QCOMPARE(m->statusText(), QString("   text"));
-    tick(ticks);
-    QCOMPARE(m->statusText(), QString("   text"));
-    tick(1);
-    QCOMPARE(m->statusText(), QString());
-}
-
-void TstFrameworkViewDisplay::textOfMinusOneStays()
-{
-    m->view->showColoured(QStringLiteral("text"), -1, 0);
-    tick(300);
-    QCOMPARE(m->statusText(), QString("   text"));
-}
-
-void TstFrameworkViewDisplay::firstTextGoesWithTheFirstTick()
-{
-    QCOMPARE(m->statusText(), QString("THis is a test message"));
-    m->time.advance(999);
-    QCOMPARE(m->statusText(), QString("THis is a test message"));
-    m->time.advance(1);
-    QCOMPARE(m->statusText(), QString());
-}
-
-void TstFrameworkViewDisplay::newTextStartsItsOwnTicks()
-{
-    m->view->showColoured(QStringLiteral("stays"), -1, 1);
-    tick(5);
-    m->view->showTimed(QStringLiteral("goes"), 2);
-    tick(2);
-    QCOMPARE(m->statusText(), QString("   goes"));
-    tick(1);
-    QCOMPARE(m->statusText(), QString());
-}
-
-void TstFrameworkViewDisplay::colourOfTheText_data()
-{
-    QTest::addColumn<int>("red");
-    QTest::addColumn<QString>("style");
-    QTest::newRow("0") << 0 << "color: black";
-    QTest::newRow("1") << 1 << "color: red";
-    QTest::newRow("-3") << -3 << "color: red";
-}
-
-void TstFrameworkViewDisplay::colourOfTheText()
-{
-    QFETCH(int, red);
-    QFETCH(QString, style);
-    m->view->showColoured(QStringLiteral("text"), 4, red);
-    QCOMPARE(m->child<QLabel>("statusLabel")->styleSheet(), style);
-    m->view->showInfo(QStringLiteral("text"));
-    QCOMPARE(m->child<QLabel>("statusLabel")->styleSheet(), QString("color: black"));
-}
-
-void TstFrameworkViewDisplay::plainMessageColoursOnlyTheBar()
-{
-    m->view->showColoured(QStringLiteral("warning"), -1, 1);
-    m->view->showMessage(QStringLiteral("plain"));
-    QCOMPARE(m->view->statusBar()->styleSheet(), QString("color: black"));
-    QCOMPARE(m->child<QLabel>("statusLabel")->styleSheet(), QString("color: red"));
-    QCOMPARE(m->statusText(), QString("   plain"));
-}
-
-void TstFrameworkViewDisplay::textIsShownAsItStands()
-{
-    m->view->showInfo(QStringLiteral("<b>COM3</b>"));
-    QCOMPARE(m->child<QLabel>("statusLabel")->textFormat(), Qt::PlainText);
-    QCOMPARE(m->statusText(), QString("   <b>COM3</b>"));
-}
-
-void TstFrameworkViewDisplay::hwDelayCoversTheLineForAWhile()
-{
-    m->view->showInfo(QStringLiteral("below"));
-    m->view->showHwDelay(250);
-    QCOMPARE(m->view->statusBar()->currentMessage(), QString("HW delay response : 250"));
-    QCOMPARE(m->view->statusBar()->styleSheet(), QString("color: black"));
-    QCOMPARE(m->statusText(), QString("   below"));
-    QTRY_COMPARE_WITH_TIMEOUT(m->view->statusBar()->currentMessage(), QString(), 10000);
-    QVERIFY(m->child<QLabel>("statusLabel")->isVisible());
-}
-
-void TstFrameworkViewDisplay::clockShowsTheTimeOfDay()
-{
-    const auto *clock = m->child<QLabel>("clockLabel");
-    QCOMPARE(clock->text(), QString());
-    tick(1);
-    QCOMPARE(clock->text(), QString("08:30:01"));
-    m->time.advance(1999);
-    QCOMPARE(clock->text(), QString("08:30:02"));
-    tick(118);
-    QCOMPARE(clock->text(), QString("08:32:00"));
 }
 
 void TstFrameworkViewDisplay::boxIsOfflineAtTheStart()
@@ -355,14 +224,14 @@ void TstFrameworkViewDisplay::connectionLampFollowsTheState()
 {
     QFETCH(int, state);
     QFETCH(QColor, colour);
-    m->view->setConnectionLamp(state);
+    m->view->setConnectionLamp(static_cast<ConnectionState>(state));
     QCOMPARE(m->lamp("connectionLamp"), colour);
 }
 
 void TstFrameworkViewDisplay::yellowLampMeansOffline()
 {
     m->view->SetAvailableStatus();
-    m->view->setConnectionLamp(3);
+    m->view->setConnectionLamp(ConnectionState::LinkOpen);
     QCOMPARE(m->boxText(), QString("OFFLINE"));
     QCOMPARE(m->lamp("statusBox"), kYellow);
 }
@@ -371,7 +240,7 @@ void TstFrameworkViewDisplay::greenLampShowsTheBox()
 {
     m->child<QLineEdit>("statusBox")->hide();
     m->view->SetAvailableStatus();
-    m->view->setConnectionLamp(0);
+    m->view->setConnectionLamp(ConnectionState::SystemKnown);
     QVERIFY(m->child<QLineEdit>("statusBox")->isVisible());
     QCOMPARE(m->boxText(), QString("READY"));
 }
@@ -379,7 +248,7 @@ void TstFrameworkViewDisplay::greenLampShowsTheBox()
 void TstFrameworkViewDisplay::grayLampLeavesTheBox()
 {
     m->view->SetAvailableStatus();
-    m->view->setConnectionLamp(2);
+    m->view->setConnectionLamp(ConnectionState::NoLink);
     QCOMPARE(m->boxText(), QString("READY"));
 }
 
@@ -393,8 +262,8 @@ void TstFrameworkViewDisplay::otherStatesResetTheLamp_data()
 void TstFrameworkViewDisplay::otherStatesResetTheLamp()
 {
     QFETCH(int, state);
-    m->view->setConnectionLamp(0);
-    m->view->setConnectionLamp(state);
+    m->view->setConnectionLamp(ConnectionState::SystemKnown);
+    m->view->setConnectionLamp(static_cast<ConnectionState>(state));
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         QCOMPARE(m->child<QLineEdit>("connectionLamp")->palette().color(group, QPalette::Base),
                  m->view->palette().color(group, QPalette::Base));
