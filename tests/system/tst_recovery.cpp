@@ -175,7 +175,7 @@ void TstRecovery::stormOfFaultsEndsInReady()
     plugWithFaults(QStringLiteral("lose probability=0.05\ncorrupt part=payload byte=3 probability=0.05\n"
                                   "close probability=0.02\nreset-flag probability=0.02\n"
                                   "cut size=7 gap=1 probability=0.2\nunknown-code probability=0.05\n"));
-    QTRY_VERIFY_WITH_TIMEOUT(m_fixture->device->requestCount() > 150, 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(m_fixture->device->requestCount() > 60, 60000);
     m_fixture->device->faults().clear();
     QTRY_VERIFY_WITH_TIMEOUT(isWhole(), 10000);
     QCOMPARE(m_fixture->device->refusals(), QStringList());
