@@ -43,8 +43,8 @@ QFont placeholder()
 
 void installSubstitutions()
 {
-    QFont::insertSubstitutions(family(), {QStringLiteral("Open Sans"), QStringLiteral("Noto Sans"),
-                                          QStringLiteral("DejaVu Sans")});
+    QFont::insertSubstitutions(
+        family(), {QStringLiteral("Open Sans"), QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans")});
 }
 
 } // namespace fonts
