@@ -15,8 +15,8 @@ public:
     /// under which "/dev" and "/sys" stand. Neither is used on Windows.
     explicit PortDirectory(const QString &settingsFolder, const QString &systemRoot = QString());
 
-    /// Device path to open for a COM name. A name that means nothing here is returned as it is, so that
-    /// opening it fails in the ordinary way.
+    /// Device to open for a COM name. On Linux always a path: a name that is no COM name of the machine means
+    /// the device of this name, "pts/0" for instance, or the path that it is.
     QString deviceOf(const QString &comName) const;
 
     /// True if the port is there now. Asks for this one name only, so it is cheap enough for every write.
@@ -30,6 +30,8 @@ public:
     QString permissionAdvice(const QString &comName) const;
 
 private:
+    QString pathOf(const QString &name) const; ///< not on Windows
+
     QString m_aliasFolder;
     QString m_systemRoot;
 };

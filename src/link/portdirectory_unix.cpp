@@ -1,5 +1,7 @@
 #include "link/portdirectory.h"
 
+#include "link/permissionadvice.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -54,22 +56,25 @@ QString PortDirectory::deviceOf(const QString &comName) const
 {
     const int number = comNumber(comName);
     if (number == 0)
-        return comName;
+        return pathOf(comName);
     const QFileInfo alias(m_aliasFolder + comName);
     if (alias.exists())
         return alias.canonicalFilePath(); // the device's own path, under which programs lock it
     if (alias.isSymLink())
         return alias.filePath();
     const QString name = systemName(number);
-    return name.isEmpty() ? comName : m_systemRoot + QStringLiteral("/dev/") + name;
+    return pathOf(name.isEmpty() ? comName : name);
+}
+
+QString PortDirectory::pathOf(const QString &name) const
+{
+    return QDir::isAbsolutePath(name) ? name : m_systemRoot + QStringLiteral("/dev/") + name;
 }
 
 bool PortDirectory::isAvailable(const QString &comName) const
 {
-    const QString device = deviceOf(comName);
-    if (!QDir::isAbsolutePath(device) || !QFileInfo::exists(device))
-        return false;
-    return hasHardware(m_systemRoot, QFileInfo(device).fileName());
+    const QFileInfo device(deviceOf(comName));
+    return device.exists() && !device.isDir() && hasHardware(m_systemRoot, device.fileName());
 }
 
 QStringList PortDirectory::availablePorts() const
@@ -94,8 +99,5 @@ QString PortDirectory::permissionAdvice(const QString &comName) const
     const QFileInfo device(deviceOf(comName));
     if (!device.exists() || (device.isReadable() && device.isWritable()))
         return QString();
-    return QStringLiteral(
-               "No permission to open port %1 (%2), which belongs to the group \"%3\": add your user "
-               "to this group with \"sudo usermod -aG %3 $USER\", then log out and in again.")
-        .arg(comName, device.filePath(), device.group());
+    return ::permissionAdvice(comName, device.filePath(), device.group(), device.groupId());
 }

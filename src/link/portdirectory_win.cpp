@@ -2,6 +2,7 @@
 
 #include <QSerialPortInfo>
 #include <algorithm>
+#include <windows.h>
 
 namespace {
 
@@ -24,7 +25,13 @@ QString PortDirectory::deviceOf(const QString &comName) const
 
 bool PortDirectory::isAvailable(const QString &comName) const
 {
-    return !QSerialPortInfo(comName).isNull();
+    // The system answers for this one name; the serial library would list all ports for it. Without a name
+    // the question would be for all of them.
+    if (comName.isEmpty())
+        return false;
+    WCHAR target[MAX_PATH];
+    return ::QueryDosDeviceW(qUtf16Printable(comName), target, MAX_PATH) != 0 ||
+           ::GetLastError() == ERROR_INSUFFICIENT_BUFFER; // there, with a long target
 }
 
 QStringList PortDirectory::availablePorts() const

@@ -1,4 +1,5 @@
 #include "droppedprivileges.h"
+#include "link/permissionadvice.h"
 #include "link/portdirectory.h"
 
 #include <QDir>
@@ -17,8 +18,8 @@ private slots:
 
     void comNamesMeanDevices_data();
     void comNamesMeanDevices();
-    void otherNamesAreReturnedAsTheyAre_data();
-    void otherNamesAreReturnedAsTheyAre();
+    void otherNamesMeanTheDeviceOfThatName_data();
+    void otherNamesMeanTheDeviceOfThatName();
     void aDeviceThatExistsIsAvailable();
     void aDeviceThatDoesNotExistIsNot();
     void aNodeWithoutHardwareIsNotAvailable();
@@ -27,6 +28,8 @@ private slots:
     void anAliasMayStandBeyondTheNumbersOfTheSystem();
     void anAliasThatLeadsNowhereHidesTheDevice();
     void anAbsolutePathIsAvailableIfItExists();
+    void aDeviceNameIsAvailableIfItExists();
+    void aFolderIsNoPort();
     void namesThatMeanNothingAreNotAvailable_data();
     void namesThatMeanNothingAreNotAvailable();
     void portsAreListedInTheOrderOfTheirNumbers();
@@ -87,7 +90,7 @@ void TstPortDirectory::comNamesMeanDevices()
     QCOMPARE(directory().deviceOf(comName), m_root->path() + device);
 }
 
-void TstPortDirectory::otherNamesAreReturnedAsTheyAre_data()
+void TstPortDirectory::otherNamesMeanTheDeviceOfThatName_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name : {"", "COM", "COM0", "COM97", "COM01", "com1", "COM1 ", "COM-1", "COM1x",
@@ -95,10 +98,10 @@ void TstPortDirectory::otherNamesAreReturnedAsTheyAre_data()
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-void TstPortDirectory::otherNamesAreReturnedAsTheyAre()
+void TstPortDirectory::otherNamesMeanTheDeviceOfThatName()
 {
     QFETCH(QString, name);
-    QCOMPARE(directory().deviceOf(name), name);
+    QCOMPARE(directory().deviceOf(name), path("dev/") + name);
 }
 
 void TstPortDirectory::aDeviceThatExistsIsAvailable()
@@ -170,9 +173,27 @@ void TstPortDirectory::anAbsolutePathIsAvailableIfItExists()
     QVERIFY(!directory().isAvailable(path("dev/ttyAMA1")));
 }
 
+void TstPortDirectory::aDeviceNameIsAvailableIfItExists()
+{
+    QVERIFY(QDir(m_root->path()).mkpath(QStringLiteral("dev/pts")));
+    addDevice("pts/0");
+    addDevice("ttyAMA0");
+    QVERIFY(directory().isAvailable(QStringLiteral("pts/0")));
+    QVERIFY(directory().isAvailable(QStringLiteral("ttyAMA0")));
+    QVERIFY(!directory().isAvailable(QStringLiteral("pts/1")));
+}
+
+void TstPortDirectory::aFolderIsNoPort()
+{
+    QVERIFY(QDir(m_root->path()).mkpath(QStringLiteral("dev/pts")));
+    QVERIFY(!directory().isAvailable(QStringLiteral("pts")));
+    QVERIFY(!directory().isAvailable(path("dev")));
+    QVERIFY(!directory().isAvailable(QString()));
+}
+
 void TstPortDirectory::namesThatMeanNothingAreNotAvailable_data()
 {
-    otherNamesAreReturnedAsTheyAre_data();
+    otherNamesMeanTheDeviceOfThatName_data();
 }
 
 void TstPortDirectory::namesThatMeanNothingAreNotAvailable()
@@ -220,16 +241,14 @@ void TstPortDirectory::lackOfPermissionNamesPortGroupAndRemedy()
     addDevice("ttyUSB0");
     QVERIFY(QFile::setPermissions(path("dev/ttyUSB0"), QFile::Permissions()));
     QVERIFY(QFile::setPermissions(m_root->path(), DroppedPrivileges::kOpenFolder));
-    const QString group = QFileInfo(path("dev/ttyUSB0")).group();
+    const QFileInfo device(path("dev/ttyUSB0"));
     QString advice;
     {
         const DroppedPrivileges ordinary;
         advice = directory().permissionAdvice(QStringLiteral("COM33"));
     }
-    QVERIFY(advice.contains(QStringLiteral("COM33")));
-    QVERIFY(advice.contains(path("dev/ttyUSB0")));
-    QVERIFY(advice.contains(QStringLiteral("group \"%1\"").arg(group)));
-    QVERIFY(advice.contains(QStringLiteral("usermod -aG %1").arg(group)));
+    QCOMPARE(advice,
+             permissionAdvice(QStringLiteral("COM33"), device.filePath(), device.group(), device.groupId()));
 }
 
 void TstPortDirectory::noAdviceIfThePermissionIsNotTheMatter()
