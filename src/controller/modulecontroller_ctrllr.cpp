@@ -2,12 +2,12 @@
 
 #include "base/variantcast.h"
 #include "controller/modulecontroller_view.h"
+#include "modules/common/livevalues.h"
 #include "modules/common/versionbox.h"
 #include "protocol/records/fastmodulestatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/moduletypes.h"
 #include "protocol/records/powerstatus.h"
-#include "protocol/records/units.h"
 
 #include <QDebug>
 
@@ -42,15 +42,16 @@ constexpr LiveSetters kPowerSetters{&ModuleController_View::setPowerVoltage,
 void showLiveValues(const Fast_Module_Status &status, FixedModuleModel &module, ModuleController_View &view,
                     const LiveSetters &setters)
 {
-    if (status.supplyVoltageInvalid == 0) {
-        module.voltage = units::voltsFromRaw(status.supplyVoltage);
+    const LiveValues values = liveValues(status);
+    if (values.voltage) {
+        module.voltage = *values.voltage;
         (view.*setters.voltage)(module.voltage);
     }
-    if (status.temperatureInvalid == 0) {
-        module.temperature = units::celsiusFromRaw(status.temperature);
+    if (values.temperature) {
+        module.temperature = *values.temperature;
         (view.*setters.temperature)(module.temperature);
     }
-    module.selftest = status.moduleState;
+    module.selftest = values.selftest;
     (view.*setters.selftest)(module.selftest);
 }
 

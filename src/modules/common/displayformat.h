@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// How live values and addresses read on the screen.
+/// How the live values of a module read on the screen.
 namespace displayformat {
 
 /// "12.00 V", from volts.

@@ -2,8 +2,7 @@
 
 /// The pending display of one parameter of one channel: the screen holds the value that the user gave for
 /// at least one second, so that it does not fight with status updates while the command is on its way.
-/// Whoever owns it keeps the value itself, starts the parameter's timer when the user changed it, and does
-/// what the answers say.
+/// This is the rule alone; PendingDisplay joins it to the timer and to those who do what the answers say.
 class PendingParameter
 {
 public:
@@ -31,7 +30,7 @@ public:
     /// A status value arrived and is in the data record. True: show it now, confirmed. False: hold it back.
     [[nodiscard]] bool statusArrived();
 
-    /// The parameter's timer ended; its owner has stopped it.
+    /// The parameter's timer ended and was stopped.
     [[nodiscard]] Outcome timeOver();
 
     /// The value is written to the screen without asking: nothing is pending any more.

@@ -1,64 +1,10 @@
-#include "modules/common/faketimer.h"
 #include "modules/common/pendingparameter.h"
-#include "support/virtualtime.h"
 
 #include <QtTest>
 
 namespace {
 
 using TimeOver = PendingParameter::TimeOver;
-
-/// A parameter joined to its timer and to a screen, as a controller does it.
-class Display : public QObject
-{
-public:
-    Display(VirtualTime &time, TimeOver timeOver)
-        : m_parameter(timeOver)
-        , m_timer(time)
-    {
-        connect(&m_timer, &FakeTimer::Signal_FakeTimeOver, this, &Display::onTimeOver);
-    }
-
-    void change(int value)
-    {
-        screen = value;
-        confirmed = false;
-        m_parameter.userChanged();
-        m_timer.start();
-    }
-
-    void status(int value)
-    {
-        m_record = value;
-        if (m_parameter.statusArrived())
-            showRecord();
-    }
-
-    int screen = 0;
-    bool confirmed = true; ///< black, not red
-    int requests = 0;
-
-private:
-    void onTimeOver()
-    {
-        m_timer.stop();
-        const PendingParameter::Outcome outcome = m_parameter.timeOver();
-        if (outcome.showLatest)
-            showRecord();
-        if (outcome.requestStatus)
-            ++requests;
-    }
-
-    void showRecord()
-    {
-        screen = m_record;
-        confirmed = true;
-    }
-
-    PendingParameter m_parameter;
-    FakeTimer m_timer;
-    int m_record = 0;
-};
 
 /// Plays events and tells what was answered. C: the user changes, no answer. S: a status arrives, answered
 /// with s to show it or h to hold it back. T: the timer ends, answered with L to show the latest and ask
@@ -102,13 +48,6 @@ private slots:
     void statusAfterTheTimeIsAlwaysShown_data();
     void statusAfterTheTimeIsAlwaysShown();
     void clearForgetsEverything();
-    void statusWithinTheSecondShowsAtItsEnd();
-    void secondStatusWithinTheSecondOverrides();
-    void withoutStatusTheUsersValueStays();
-    void firstStatusAfterTheSecondShowsAtOnce();
-    void autozeroHeldBackShowsWithTheNextStatus();
-    void changeAfterAnUnansweredSecondIsNotHeld();
-    void twoParametersRunIndependently();
 };
 
 void TstPendingParameter::followsEveryOrder_data()
@@ -193,106 +132,6 @@ void TstPendingParameter::clearForgetsEverything()
     QCOMPARE(flags(parameter), QStringLiteral("111"));
     parameter.clear();
     QCOMPARE(flags(parameter), QStringLiteral("000"));
-}
-
-void TstPendingParameter::statusWithinTheSecondShowsAtItsEnd()
-{
-    VirtualTime time;
-    Display display(time, TimeOver::ShowLatest);
-    display.change(7);
-    time.advance(200);
-    display.status(3);
-    QCOMPARE(display.screen, 7);
-    QVERIFY(!display.confirmed);
-    time.advance(799);
-    QCOMPARE(display.screen, 7);
-    time.advance(1);
-    QCOMPARE(display.screen, 3);
-    QVERIFY(display.confirmed);
-    QCOMPARE(display.requests, 1);
-    time.advance(5000);
-    QCOMPARE(display.requests, 1);
-}
-
-void TstPendingParameter::secondStatusWithinTheSecondOverrides()
-{
-    VirtualTime time;
-    Display display(time, TimeOver::ShowLatest);
-    display.change(7);
-    time.advance(200);
-    display.status(3);
-    time.advance(200);
-    display.status(4);
-    QCOMPARE(display.screen, 7);
-    time.advance(600);
-    QCOMPARE(display.screen, 4);
-}
-
-void TstPendingParameter::withoutStatusTheUsersValueStays()
-{
-    VirtualTime time;
-    Display display(time, TimeOver::ShowLatest);
-    display.change(7);
-    time.advance(10000);
-    QCOMPARE(display.screen, 7);
-    QVERIFY(!display.confirmed);
-    QCOMPARE(display.requests, 1);
-}
-
-void TstPendingParameter::firstStatusAfterTheSecondShowsAtOnce()
-{
-    VirtualTime time;
-    Display display(time, TimeOver::ShowLatest);
-    display.change(7);
-    time.advance(1001);
-    display.status(3);
-    QCOMPARE(display.screen, 3);
-    QVERIFY(display.confirmed);
-}
-
-void TstPendingParameter::autozeroHeldBackShowsWithTheNextStatus()
-{
-    VirtualTime time;
-    Display display(time, TimeOver::OnlyElapse);
-    display.change(1);
-    time.advance(200);
-    display.status(0);
-    time.advance(1500);
-    QCOMPARE(display.screen, 1);
-    QCOMPARE(display.requests, 0);
-    display.status(0);
-    QCOMPARE(display.screen, 0);
-    QVERIFY(display.confirmed);
-}
-
-void TstPendingParameter::changeAfterAnUnansweredSecondIsNotHeld()
-{
-    VirtualTime time;
-    Display display(time, TimeOver::ShowLatest);
-    display.change(7);
-    time.advance(1500);
-    display.change(8);
-    display.status(3);
-    QCOMPARE(display.screen, 3);
-}
-
-void TstPendingParameter::twoParametersRunIndependently()
-{
-    VirtualTime time;
-    Display a(time, TimeOver::ShowLatest);
-    Display b(time, TimeOver::ShowLatest);
-    a.change(7);
-    time.advance(500);
-    b.change(8);
-    a.status(1);
-    b.status(2);
-    time.advance(500);
-    QCOMPARE(a.screen, 1);
-    QCOMPARE(b.screen, 8);
-    time.advance(500);
-    QCOMPARE(b.screen, 2);
-    QCOMPARE(a.requests, 1);
-    QCOMPARE(b.requests, 1);
 }
 
 QTEST_GUILESS_MAIN(TstPendingParameter)
