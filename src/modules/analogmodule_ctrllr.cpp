@@ -3,12 +3,13 @@
 #include "base/timesource.h"
 #include "base/variantcast.h"
 #include "modules/common/headertexts.h"
+#include "modules/common/livevalues.h"
 #include "modules/common/modulemodel.h"
 #include "modules/common/versionbox.h"
 #include "modules/moduledevice_view.h"
 #include "protocol/records/fastmodulestatus.h"
 #include "protocol/records/modulestatus.h"
-#include "protocol/records/units.h"
+#include "protocol/records/moduletypes.h"
 
 namespace {
 
@@ -23,18 +24,32 @@ ModuleFamily rowFamily(quint8 typeCode)
 
 AnalogModule_Ctrllr::AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel,
                                          TimeSource &time, QObject *parent)
+    : AnalogModule_Ctrllr(typeCode, moduleNumber, firstChannel, time,
+                          std::make_unique<ModuleDevice_View>(moduleNumber, firstIdentification(typeCode),
+                                                              ModuleMeasurement(), firstChannel,
+                                                              firstChannel + 1),
+                          parent)
+{}
+
+AnalogModule_Ctrllr::AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel,
+                                         TimeSource &time, std::unique_ptr<ModuleDevice_View> view,
+                                         QObject *parent)
     : ModuleDevice_Ctrllr(parent)
     , m_time(time)
     , m_typeCode(typeCode)
-    , m_family(rowFamily(typeCode))
     , m_moduleNumber(moduleNumber)
+    , m_data(std::make_unique<ModuleModel>(rowFamily(typeCode), firstIdentification(typeCode), moduleNumber,
+                                           firstChannel))
+    , m_view(view.release())
+{
+    connect(m_view, &ModuleDevice_View::Signal_DeviceButton, this, &AnalogModule_Ctrllr::Slot_DeviceButton);
+}
+
+ModuleIdentification AnalogModule_Ctrllr::firstIdentification(quint8 typeCode)
 {
     ModuleIdentification identification;
     identification.headerForm = headerForm(typeCode);
-    m_view = new ModuleDevice_View(moduleNumber, identification, ModuleMeasurement(), firstChannel,
-                                   firstChannel + 1);
-    m_data = std::make_unique<ModuleModel>(m_family, identification, moduleNumber, firstChannel);
-    connect(m_view, &ModuleDevice_View::Signal_DeviceButton, this, &AnalogModule_Ctrllr::Slot_DeviceButton);
+    return identification;
 }
 
 AnalogModule_Ctrllr::~AnalogModule_Ctrllr()
@@ -78,7 +93,8 @@ void AnalogModule_Ctrllr::showAsUnknownModule()
 
 bool AnalogModule_Ctrllr::isOwnFamily(quint8 typeCode) const
 {
-    return moduleFamily(typeCode) == m_family;
+    const ModuleFamily own = moduleFamily(m_typeCode);
+    return own != ModuleFamily::Unknown && moduleFamily(typeCode) == own;
 }
 
 void AnalogModule_Ctrllr::Slot_StaticModuleStatus(QVariant data)
@@ -103,7 +119,7 @@ void AnalogModule_Ctrllr::showNames(const Module_Status &status)
 {
     const QString name = moduleTypeName(status.moduleType);
     m_view->setDeviceName(name);
-    if (headerTraits(m_data->headerForm).channelsHaveFunctions) {
+    if (channelsHaveFunctions()) {
         for (const Channel channel : {Channel::A, Channel::B})
             m_view->setChannelVisible(channel, true);
         emit m_view->Signal_ChangeLabels(static_cast<int>(Channel::A), status.functionCodeA);
@@ -119,11 +135,12 @@ void AnalogModule_Ctrllr::Slot_FastModuleStatus(QVariant data)
 {
     const auto entries = recordFromVariant<QVector<Fast_Module_Status>>(data);
     const Fast_Module_Status status = entries.value(m_moduleNumber);
-    if (status.supplyVoltageInvalid == 0)
-        SetVoltage(units::voltsFromRaw(status.supplyVoltage));
-    if (status.temperatureInvalid == 0)
-        SetTemperature(units::celsiusFromRaw(status.temperature));
-    SetSelftest(status.moduleState);
+    const LiveValues values = liveValues(status);
+    if (values.voltage)
+        SetVoltage(*values.voltage);
+    if (values.temperature)
+        SetTemperature(*values.temperature);
+    SetSelftest(values.selftest);
     applyFastStatus(status);
 }
 
@@ -142,7 +159,8 @@ void AnalogModule_Ctrllr::Slot_FilterOrRangeHandle(GroupCommand command)
 
 void AnalogModule_Ctrllr::Slot_ShiftClick(GroupCommand command)
 {
-    command.moduleType = m_typeCode;
+    if (!channelsHaveFunctions())
+        command.moduleType = m_typeCode;
     emit Signal_ShiftClickCommand(command);
 }
 
@@ -154,5 +172,10 @@ void AnalogModule_Ctrllr::applyGroupCommand(const GroupCommand &) {}
 
 bool AnalogModule_Ctrllr::matchesGroupCommand(const GroupCommand &command) const
 {
-    return command.moduleType == m_typeCode;
+    return channelsHaveFunctions() || command.moduleType == m_typeCode;
+}
+
+bool AnalogModule_Ctrllr::channelsHaveFunctions() const
+{
+    return headerTraits(m_data->headerForm).channelsHaveFunctions;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "modules/common/moduleidentification.h"
 #include "modules/moduledevice_ctrllr.h"
 #include "protocol/records/groupcommand.h"
-#include "protocol/records/moduletypes.h"
 
 #include <QPointer>
 #include <QVariant>
@@ -41,7 +41,7 @@ public:
 
 public slots:
     /// A Module_Status of any module. One of another module is skipped; one whose type code lies outside
-    /// the row's family updates the identification labels only.
+    /// the row's family, and any on the row of an unknown module, updates the identification labels only.
     void Slot_StaticModuleStatus(QVariant data);
 
     /// The vector of Fast_Module_Status entries; the entry at the module's number is taken.
@@ -53,10 +53,12 @@ public slots:
     /// The channel buttons of most families do nothing.
     void Slot_ChannelButton();
 
-    /// A gesture made on some channel of the system; obeyed if it is for this module.
+    /// A gesture made on some channel of the system; obeyed if it is for this module. A universal module
+    /// takes each: whether it is for a channel is decided by the channel's function.
     void Slot_FilterOrRangeHandle(GroupCommand command);
 
-    /// A gesture on a channel of this module: stamps the module's type on it and passes it on.
+    /// A gesture on a channel of this module: stamps the module's type on it and passes it on. A universal
+    /// module leaves the stamp as it is: its channel has put its function there.
     void Slot_ShiftClick(GroupCommand command);
 
 signals:
@@ -70,7 +72,15 @@ signals:
     void Signal_ShiftClickCommand(GroupCommand command);
 
 protected:
-    /// Whether a status with this type code belongs to the row's family.
+    /// For a family with a row of its own, which belongs to this object from now on. The numbers are those
+    /// of the public constructor and of the row.
+    AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel, TimeSource &time,
+                        std::unique_ptr<ModuleDevice_View> view, QObject *parent);
+
+    /// What the row and the data record of a module tell before its first status.
+    static ModuleIdentification firstIdentification(quint8 typeCode);
+
+    /// Whether a status with this type code belongs to the row's family. None belongs to an unknown one.
     bool isOwnFamily(quint8 typeCode) const;
 
     TimeSource &time() { return m_time; }
@@ -88,10 +98,10 @@ protected:
 
 private:
     void showNames(const Module_Status &status);
+    bool channelsHaveFunctions() const;
 
     TimeSource &m_time;
     quint8 m_typeCode;
-    ModuleFamily m_family;
     int m_moduleNumber;
     std::unique_ptr<ModuleModel> m_data;
     QPointer<ModuleDevice_View> m_view;

@@ -123,6 +123,7 @@ void ModuleDevice_View::applyHeaderForm(HeaderForm form)
         widgets.level->setText(texts.level);
         widgets.level->hide();
         keepPlaceWhenHidden(*widgets.channel);
+        keepPlaceWhenHidden(*widgets.strip);
     }
     const HeaderTraits traits = headerTraits(form);
     if (!traits.separators) {
@@ -236,13 +237,18 @@ void ModuleDevice_View::setHeadersVisible(Channel channel, bool visible)
         header->setVisible(visible);
 }
 
+void ModuleDevice_View::setControlsVisible(Channel channel, bool visible)
+{
+    widgetsOf(channel).strip->setVisible(visible);
+    setHeadersVisible(channel, visible);
+}
+
 void ModuleDevice_View::setChannelVisible(Channel channel, bool visible)
 {
     const ChannelWidgets &widgets = widgetsOf(channel);
-    for (QWidget *widget :
-         {static_cast<QWidget *>(widgets.button), static_cast<QWidget *>(widgets.name), widgets.strip})
-        widget->setVisible(visible);
-    setHeadersVisible(channel, visible);
+    widgets.button->setVisible(visible);
+    widgets.name->setVisible(visible);
+    setControlsVisible(channel, visible);
 }
 
 void ModuleDevice_View::on_pushButton_DeviceButton_clicked()

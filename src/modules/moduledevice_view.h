@@ -49,6 +49,9 @@ public:
     /// Shows or hides the column headers of a channel. The level column stays hidden in any case.
     void setHeadersVisible(Channel channel, bool visible);
 
+    /// Shows or hides the controls of a channel and their headers; the button and the name stay in place.
+    void setControlsVisible(Channel channel, bool visible);
+
     /// Shows or hides all that belongs to a channel: button, name, headers and controls.
     void setChannelVisible(Channel channel, bool visible);
 

@@ -8,7 +8,7 @@
 namespace rowcolumns {
 
 constexpr int kRowWidth = 1104; ///< the most that a row may need
-constexpr int kRowHeight = 98;
+constexpr int kRowHeight = 100; ///< for the widest frame that a style draws
 
 constexpr int kStripWidth = 402;  ///< of one channel
 constexpr int kHeaderHeight = 34; ///< two lines of text

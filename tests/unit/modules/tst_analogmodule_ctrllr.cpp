@@ -1,100 +1,44 @@
 #include "base/gui/fonts.h"
-#include "modules/analogmodule_ctrllr.h"
-#include "modules/common/modulemodel.h"
-#include "modules/moduledevice_view.h"
-#include "modules/modulefactory.h"
-#include "protocol/records/fastmodulestatus.h"
-#include "protocol/records/modulestatus.h"
-#include "support/childbyname.h"
-#include "support/virtualtime.h"
+#include "modulefixture.h"
 
-#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QtTest>
-#include <memory>
 
 Q_DECLARE_METATYPE(HeaderForm)
 
 namespace {
 
-/// A module's controller with short ways to play a device and to read the row.
-class Module
+/// A family that only counts the group commands that reach it.
+class CountingModule : public AnalogModule_Ctrllr
 {
 public:
-    explicit Module(int typeCode, int number = 3, int firstChannel = 5)
-        : controller(createModule(static_cast<quint8>(typeCode), number, firstChannel, time, nullptr))
-    {}
+    using AnalogModule_Ctrllr::AnalogModule_Ctrllr;
 
-    QString text(const char *name) const { return childByName<QLabel>(controller->GetView(), name)->text(); }
+    int count = 0;
 
-    bool hidden(const char *name) const
-    {
-        return childByName<QWidget>(controller->GetView(), name)->isHidden();
-    }
-
-    void take(const Module_Status &status)
-    {
-        controller->Slot_StaticModuleStatus(QVariant::fromValue(status));
-    }
-
-    void take(const Fast_Module_Status &status, int entry = 3)
-    {
-        QVector<Fast_Module_Status> entries(kFastModuleStatusCount);
-        entries[entry] = status;
-        controller->Slot_FastModuleStatus(QVariant::fromValue(entries));
-    }
-
-    /// Voltage, temperature and self-test as the row shows them.
-    QString live() const
-    {
-        return text("label_Voltage") + QLatin1Char('|') + text("label_Temperature") + QLatin1Char('|') +
-               text("label_SelftestSt");
-    }
-
-    /// The four identification labels.
-    QString identification() const
-    {
-        return text("label_SnVersion") + QLatin1Char('|') + text("label_HwVersion") + QLatin1Char('|') +
-               text("label_SwVersion") + QLatin1Char('|') + text("label_FpgaVersn");
-    }
-
-    QString names() const
-    {
-        return text("label_DeviceName") + QLatin1Char('|') + text("ChDeviceLabel_A") + QLatin1Char('|') +
-               text("ChDeviceLabel_B");
-    }
-
-    VirtualTime time;
-    std::unique_ptr<AnalogModule_Ctrllr> controller;
+protected:
+    void applyGroupCommand(const GroupCommand &) override { ++count; }
 };
 
-Module_Status status(int typeCode, int number = 3)
+/// A family with a row of its own.
+class OwnRowModule : public AnalogModule_Ctrllr
 {
-    Module_Status status;
-    status.moduleAddress = static_cast<quint8>(number);
-    status.moduleType = static_cast<quint8>(typeCode);
-    status.serialNumber = QStringLiteral("4711");
-    status.hardwareVersion = QStringLiteral("01.02");
-    status.firmware1Version = QStringLiteral("03.04.05");
-    status.firmware2Version = QStringLiteral("06.07");
-    return status;
-}
+public:
+    explicit OwnRowModule(TimeSource &time)
+        : AnalogModule_Ctrllr(2, 7, 13, time, makeRow(), nullptr)
+    {}
 
-Fast_Module_Status live(quint16 voltage, quint16 temperature, quint8 state)
-{
-    Fast_Module_Status status;
-    status.supplyVoltage = voltage;
-    status.temperature = temperature;
-    status.moduleState = state;
-    return status;
-}
-
-const QString kNewIdentification = QStringLiteral("4711|01.02|03.04.05|06.07");
-const QString kFirstIdentification = QStringLiteral("XXXXXXX|XX.XX|XX.XX.XX|XX.XX.XX");
-const QString kFirstNames = QStringLiteral("Unknown|Unknown|Unknown");
+private:
+    static std::unique_ptr<ModuleDevice_View> makeRow()
+    {
+        auto row =
+            std::make_unique<ModuleDevice_View>(7, firstIdentification(2), ModuleMeasurement(), 13, 14);
+        row->setObjectName(QStringLiteral("ownRow"));
+        return row;
+    }
+};
 
 } // namespace
 
@@ -104,12 +48,10 @@ class TstAnalogModuleCtrllr : public QObject
 
 private slots:
     void initTestCase();
-
     void eachTypeGetsItsRow_data();
     void eachTypeGetsItsRow();
     void numbersStandOnTheButtons();
     void beginsWithInitialTextsAndZeros();
-
     void statusShowsNamesAndIdentification_data();
     void statusShowsNamesAndIdentification();
     void statusFillsTheDataRecordButNotItsSerialNumber();
@@ -120,32 +62,21 @@ private slots:
     void xvdtStatusChangesTheHeaders();
     void universalStatusNamesEachChannel();
     void staticStatusOfAWrongTypeIsSkipped();
-
-    void fastStatusShowsTheOwnEntry();
-    void lastModuleReadsEntry128();
-    void invalidVoltageLeavesTheText();
-    void invalidTemperatureLeavesTheText();
-    void fastStatusOfAWrongTypeReadsAsZero();
-    void shortFastStatusReadsAsZero();
-    void settersStoreAndShow();
     void unusedOperationsDoNothing();
-
     void versionBoxShowsTheVersions();
     void versionBoxDoesNotBlock();
     void rowMayBeDeletedWhileTheBoxIsOpen();
     void versionTextsAreNoMarkup();
-
     void unknownModuleKeepsOnlyIdentificationAndStatus();
     void unknownModuleTakesStatus();
-
+    void unknownModuleStaysUnknownWhateverItReports();
     void shiftClickStampsTheType();
+    void shiftClickKeepsTheStampOfAChannel();
     void groupCommandsReachMatchingModulesOnly();
-
+    void groupCommandsAllReachAUniversalModule();
+    void familyMayBringItsOwnRow();
     void rowGoesWithItsController();
     void rowMayGoBeforeItsController();
-
-    void unchangedLiveValuesTouchNoWidget();
-    void changedLiveValuesKeepTheLayout();
 };
 
 void TstAnalogModuleCtrllr::initTestCase()
@@ -313,72 +244,6 @@ void TstAnalogModuleCtrllr::staticStatusOfAWrongTypeIsSkipped()
     QCOMPARE(module.identification(), kFirstIdentification);
 }
 
-void TstAnalogModuleCtrllr::fastStatusShowsTheOwnEntry()
-{
-    Module module(1);
-    module.take(live(1200, 0, 10), 3);
-    QCOMPARE(module.live(), QString::fromUtf8("12.00 V|-55.0 °C|0x0A"));
-    QCOMPARE(module.controller->GetData()->voltage, 12.0F);
-    QCOMPARE(module.controller->GetData()->temperature, -55.0F);
-    QCOMPARE(module.controller->GetData()->selftest, quint8(10));
-}
-
-void TstAnalogModuleCtrllr::lastModuleReadsEntry128()
-{
-    Module module(1, 128, 255);
-    module.take(live(1500, 160, 0), 128);
-    QCOMPARE(module.live(), QString::fromUtf8("15.00 V|25.0 °C|O.K."));
-}
-
-void TstAnalogModuleCtrllr::invalidVoltageLeavesTheText()
-{
-    Module module(1);
-    module.take(live(1200, 160, 0));
-    Fast_Module_Status next = live(999, 170, 1);
-    next.supplyVoltageInvalid = 1;
-    module.take(next);
-    QCOMPARE(module.live(), QString::fromUtf8("12.00 V|30.0 °C|0x01"));
-}
-
-void TstAnalogModuleCtrllr::invalidTemperatureLeavesTheText()
-{
-    Module module(1);
-    module.take(live(1200, 160, 0));
-    Fast_Module_Status next = live(1300, 170, 2);
-    next.temperatureInvalid = 1;
-    module.take(next);
-    QCOMPARE(module.live(), QString::fromUtf8("13.00 V|25.0 °C|0x02"));
-}
-
-void TstAnalogModuleCtrllr::fastStatusOfAWrongTypeReadsAsZero()
-{
-    Module module(1);
-    module.take(live(1200, 160, 5));
-    module.controller->Slot_FastModuleStatus(QVariant(7));
-    QCOMPARE(module.live(), QString::fromUtf8("0.00 V|-55.0 °C|O.K."));
-}
-
-void TstAnalogModuleCtrllr::shortFastStatusReadsAsZero()
-{
-    Module module(1);
-    module.take(live(1200, 160, 5));
-    module.controller->Slot_FastModuleStatus(QVariant::fromValue(QVector<Fast_Module_Status>(3)));
-    QCOMPARE(module.live(), QString::fromUtf8("0.00 V|-55.0 °C|O.K."));
-}
-
-void TstAnalogModuleCtrllr::settersStoreAndShow()
-{
-    Module module(1);
-    ModuleDevice_Ctrllr *controller = module.controller.get();
-    controller->SetVoltage(9.5F);
-    controller->SetTemperature(20.0F);
-    controller->SetSelftest(255);
-    QCOMPARE(module.live(), QString::fromUtf8("9.50 V|20.0 °C|0xFF"));
-    QCOMPARE(controller->GetData()->voltage, 9.5F);
-    QCOMPARE(controller->GetData()->temperature, 20.0F);
-    QCOMPARE(controller->GetData()->selftest, quint8(255));
-}
-
 void TstAnalogModuleCtrllr::unusedOperationsDoNothing()
 {
     Module module(1);
@@ -494,6 +359,21 @@ void TstAnalogModuleCtrllr::unknownModuleTakesStatus()
     QVERIFY(module.hidden("label_Filter"));
 }
 
+void TstAnalogModuleCtrllr::unknownModuleStaysUnknownWhateverItReports()
+{
+    for (const int code : {9, 1, 2, 4, 77}) {
+        Module module(77);
+        module.controller->showAsUnknownModule();
+        module.take(status(code));
+        QCOMPARE(module.identification(), kNewIdentification);
+        QCOMPARE(module.names(), kFirstNames);
+        QCOMPARE(module.controller->GetData()->hardware, QStringLiteral("XX.XX"));
+        for (const char *name : {"pushButton_ChA", "pushButton_ChB", "ChDeviceLabel_A", "ChDeviceLabel_B",
+                                 "label_Filter", "label_Filter_2", "strip_A", "strip_B"})
+            QVERIFY2(module.hidden(name), name);
+    }
+}
+
 void TstAnalogModuleCtrllr::shiftClickStampsTheType()
 {
     for (const int code : {1, 2, 3, 4, 5, 6, 7, 8}) {
@@ -513,21 +393,19 @@ void TstAnalogModuleCtrllr::shiftClickStampsTheType()
     }
 }
 
-namespace {
-
-/// A family that only counts the group commands that reach it.
-class CountingModule : public AnalogModule_Ctrllr
+void TstAnalogModuleCtrllr::shiftClickKeepsTheStampOfAChannel()
 {
-public:
-    using AnalogModule_Ctrllr::AnalogModule_Ctrllr;
-
-    int count = 0;
-
-protected:
-    void applyGroupCommand(const GroupCommand &) override { ++count; }
-};
-
-} // namespace
+    const Module module(9);
+    QVector<int> sent;
+    connect(module.controller.get(), &AnalogModule_Ctrllr::Signal_ShiftClickCommand, this,
+            [&sent](const GroupCommand &command) { sent.append(static_cast<int>(command.moduleType)); });
+    GroupCommand command;
+    for (const int function : {1, 2, 3, 6}) {
+        command.moduleType = static_cast<quint8>(function);
+        module.controller->Slot_ShiftClick(command);
+    }
+    QCOMPARE(sent, (QVector<int>{1, 2, 3, 6}));
+}
 
 void TstAnalogModuleCtrllr::groupCommandsReachMatchingModulesOnly()
 {
@@ -539,6 +417,33 @@ void TstAnalogModuleCtrllr::groupCommandsReachMatchingModulesOnly()
         module.Slot_FilterOrRangeHandle(command);
         QCOMPARE(module.count, type < 3 ? 0 : 1);
     }
+}
+
+void TstAnalogModuleCtrllr::groupCommandsAllReachAUniversalModule()
+{
+    VirtualTime time;
+    CountingModule module(9, 1, 1, time);
+    GroupCommand command;
+    for (int type = 0; type < 12; ++type) {
+        command.moduleType = static_cast<quint8>(type);
+        module.Slot_FilterOrRangeHandle(command);
+    }
+    QCOMPARE(module.count, 12);
+}
+
+void TstAnalogModuleCtrllr::familyMayBringItsOwnRow()
+{
+    VirtualTime time;
+    OwnRowModule module(time);
+    QCOMPARE(module.GetView()->objectName(), QStringLiteral("ownRow"));
+    QCOMPARE(module.GetData()->address, QStringLiteral("7"));
+    QCOMPARE(childByName<QLabel>(module.GetView(), "label_SecondInfoDevice")->text(),
+             QString::fromUtf8("Range  [±V]   "));
+    // It is joined like any other.
+    module.Slot_StaticModuleStatus(QVariant::fromValue(status(2, 7)));
+    QCOMPARE(childByName<QLabel>(module.GetView(), "label_SnVersion")->text(), QStringLiteral("4711"));
+    QTest::mouseClick(childByName<QPushButton>(module.GetView(), "pushButton_DeviceButton"), Qt::LeftButton);
+    QVERIFY(module.GetView()->findChild<QMessageBox *>());
 }
 
 void TstAnalogModuleCtrllr::rowGoesWithItsController()
@@ -555,78 +460,6 @@ void TstAnalogModuleCtrllr::rowMayGoBeforeItsController()
     delete module.controller->GetView();
     QVERIFY(!module.controller->GetView());
     module.controller.reset();
-}
-
-namespace {
-
-/// Counts the events of one kind that reach a widget tree.
-class EventCounter : public QObject
-{
-public:
-    EventCounter(QWidget *root, QList<QEvent::Type> types)
-        : m_types(std::move(types))
-    {
-        root->installEventFilter(this);
-        const auto children = root->findChildren<QWidget *>();
-        for (QWidget *child : children)
-            child->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (m_types.contains(event->type()))
-            ++count;
-        return false;
-    }
-
-    int count = 0;
-
-private:
-    QList<QEvent::Type> m_types;
-};
-
-/// Delivers what was posted, painting included.
-void settle()
-{
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-    }
-}
-
-} // namespace
-
-void TstAnalogModuleCtrllr::unchangedLiveValuesTouchNoWidget()
-{
-    Module module(1);
-    ModuleDevice_View *row = module.controller->GetView();
-    row->show();
-    module.take(live(1200, 160, 0));
-    settle();
-    EventCounter painted(row, {QEvent::Paint, QEvent::UpdateRequest, QEvent::LayoutRequest});
-    module.take(live(1200, 160, 0));
-    settle();
-    QCOMPARE(painted.count, 0);
-    // The counter sees a change.
-    module.take(live(1201, 160, 0));
-    settle();
-    QVERIFY(painted.count > 0);
-}
-
-void TstAnalogModuleCtrllr::changedLiveValuesKeepTheLayout()
-{
-    Module module(1);
-    ModuleDevice_View *row = module.controller->GetView();
-    row->show();
-    settle();
-    EventCounter laidOut(row, {QEvent::LayoutRequest});
-    module.take(live(1999, 500, 31));
-    module.take(status(1));
-    settle();
-    const int byNames = laidOut.count;
-    module.take(live(2, 3, 0));
-    settle();
-    QCOMPARE(laidOut.count, byNames);
 }
 
 QTEST_MAIN(TstAnalogModuleCtrllr)

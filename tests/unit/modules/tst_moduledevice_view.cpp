@@ -1,99 +1,34 @@
 #include "base/gui/fonts.h"
 #include "modules/common/rowcolumns.h"
-#include "modules/moduledevice_view.h"
-#include "support/childbyname.h"
+#include "rowfixture.h"
 
+#include <QApplication>
+#include <QFile>
 #include <QFontDatabase>
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QtTest>
-#include <memory>
-
-Q_DECLARE_METATYPE(HeaderForm)
+#include <QXmlStreamReader>
 
 namespace {
 
-std::unique_ptr<ModuleDevice_View> makeRow(HeaderForm form, int firstChannel = 5)
+/// The text that the form gives a widget.
+QString textInForm(const char *widget)
 {
-    ModuleIdentification identification;
-    identification.headerForm = form;
-    return std::make_unique<ModuleDevice_View>(3, identification, ModuleMeasurement(), firstChannel,
-                                               firstChannel + 1);
-}
-
-QLabel *label(const ModuleDevice_View &row, const char *name)
-{
-    return childByName<QLabel>(&row, name);
-}
-
-QString text(const ModuleDevice_View &row, const char *name)
-{
-    return label(row, name)->text();
-}
-
-QPushButton *button(const ModuleDevice_View &row, const char *name)
-{
-    return childByName<QPushButton>(&row, name);
-}
-
-QFont nameFont()
-{
-    QFont font(QStringLiteral("Segoe UI"));
-    font.setPixelSize(12);
-    font.setWeight(75);
-    return font;
-}
-
-void checkNameFont(const QLabel *name)
-{
-    QCOMPARE(name->font().family(), nameFont().family());
-    QCOMPARE(name->font().pixelSize(), nameFont().pixelSize());
-    QCOMPARE(name->font().weight(), nameFont().weight());
-}
-
-const QStringList kHeaderNames{"Channel",      "FirstInfoDevice", "SecondInfoDevice", "Shunt", "Filter",
-                               "ManualOffset", "RevPol"};
-
-/// Names of a channel's header labels, that of the level left out.
-QStringList headersOf(Channel channel)
-{
-    QStringList names;
-    for (const QString &name : kHeaderNames)
-        names << QStringLiteral("label_") + name + (channel == Channel::B ? QStringLiteral("_2") : QString());
-    return names;
-}
-
-QStringList hiddenHeaders(const ModuleDevice_View &row, Channel channel)
-{
-    QStringList hidden;
-    for (const QString &name : headersOf(channel)) {
-        if (label(row, name.toLatin1().constData())->isHidden())
-            hidden << name;
-    }
-    return hidden;
-}
-
-void addForms()
-{
-    QTest::addColumn<HeaderForm>("form");
-    QTest::newRow("3 strain gauge") << HeaderForm::StrainGauge;
-    QTest::newRow("4 voltage") << HeaderForm::Voltage;
-    QTest::newRow("5 thermo") << HeaderForm::Thermo;
-    QTest::newRow("6 universal") << HeaderForm::Universal;
-}
-
-/// Whether the text of a label can be read whole.
-bool showsAll(const QLabel *label)
-{
-    const QString shown = label->text().trimmed();
-    if (shown.isEmpty())
-        return true;
-    const int flags = static_cast<int>(label->alignment()) | (label->wordWrap() ? Qt::TextWordWrap : 0);
-    const QRect needed = label->fontMetrics().boundingRect(label->contentsRect(), flags, shown);
-    return label->contentsRect().contains(needed);
+    QFile file(QFINDTESTDATA("../../../src/forms/moduledevice_view.ui"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QXmlStreamReader form(&file);
+    const auto find = [&form](const char *element, const QString &name) {
+        while (!form.atEnd()) {
+            if (form.readNext() == QXmlStreamReader::StartElement && form.name() == QLatin1String(element) &&
+                form.attributes().value(QLatin1String("name")) == name)
+                return;
+        }
+    };
+    find("widget", QString::fromLatin1(widget));
+    find("property", QStringLiteral("text"));
+    form.readNextStartElement();
+    return form.readElementText();
 }
 
 } // namespace
@@ -104,46 +39,28 @@ class TstModuleDeviceView : public QObject
 
 private slots:
     void initTestCase();
-
     void captionsReadAsAgreed_data();
     void captionsReadAsAgreed();
+    void formTextsReadAsAgreed();
     void showsIdentificationAndNumbers();
     void showsTheMeasurement();
     void everyButtonHasANameForReaders();
     void toolTipOfTheFirmware();
     void namesAreEmphasised();
-
-    void headersOverBothChannels_data();
-    void headersOverBothChannels();
-    void levelIsHiddenInEveryForm_data();
-    void levelIsHiddenInEveryForm();
-    void separatorsAreHiddenInTheThermoFormOnly_data();
-    void separatorsAreHiddenInTheThermoFormOnly();
     void functionButtonsHavePictureAndToolTip();
     void otherFormsLeaveTheButtonsPlain_data();
     void otherFormsLeaveTheButtonsPlain();
-
     void channelNumbers_data();
     void channelNumbers();
     void moduleButtonIsPassedOn();
     void channelButtonsTellThreeTexts();
     void tabOrderFollowsReadingOrder();
-
     void channelsGoIntoTheirLayouts();
     void otherChannelsAreIgnored();
-
     void settersShowTheirTexts();
     void moduleTextsAreNoMarkup();
     void channelLabelsApplyTheFontAgain();
     void liveValuesAreFormatted();
-
-    void changeLabels_data();
-    void changeLabels();
-    void changeLabelsOfAnotherChannelDoesNothing();
-    void hiddenHeadersKeepTheOthersInPlace();
-    void headersHideAndShowAgain();
-    void hiddenChannelLeavesNothing();
-
     void rowFitsTheWindow_data();
     void rowFitsTheWindow();
 };
@@ -172,6 +89,14 @@ void TstModuleDeviceView::captionsReadAsAgreed()
     const auto row = makeRow(HeaderForm::StrainGauge);
     QTEST(text(*row, QTest::currentDataTag()), "text");
     QVERIFY(!label(*row, QTest::currentDataTag())->isHidden());
+}
+
+void TstModuleDeviceView::formTextsReadAsAgreed()
+{
+    // What the form says before the constructor fills the labels.
+    QCOMPARE(textInForm("label_SnVersion"), QStringLiteral("0000000"));
+    for (const char *name : {"label_DeviceName", "ChDeviceLabel_A", "ChDeviceLabel_B"})
+        QCOMPARE(textInForm(name), QStringLiteral("Device_Name"));
 }
 
 void TstModuleDeviceView::showsIdentificationAndNumbers()
@@ -227,74 +152,6 @@ void TstModuleDeviceView::namesAreEmphasised()
         checkNameFont(label(*row, name));
     QCOMPARE(label(*row, "label_SnVersion")->font().pixelSize(), 12);
     QCOMPARE(label(*row, "label_SnVersion")->font().family(), QStringLiteral("Segoe UI"));
-}
-
-void TstModuleDeviceView::headersOverBothChannels_data()
-{
-    QTest::addColumn<HeaderForm>("form");
-    QTest::addColumn<QStringList>("texts"); // in the order of the header names
-    const QStringList strainGauge{"Channel",      "BridgeType  [Ohm]", QString::fromUtf8("Range  [±mV/V]"),
-                                  " Shunt  sel.", "Filter [Hz]",       "Offset ",
-                                  "Invert"};
-    QTest::newRow("3 strain gauge") << HeaderForm::StrainGauge << strainGauge;
-    QTest::newRow("6 universal") << HeaderForm::Universal << strainGauge;
-    QTest::newRow("4 voltage") << HeaderForm::Voltage
-                               << QStringList{"Channel", "Input",       QString::fromUtf8("Range  [±V]   "),
-                                              "  ",      "Filter [Hz]", "",
-                                              "Invert"};
-    QTest::newRow("5 thermo") << HeaderForm::Thermo
-                              << QStringList{
-                                     "Channel",  "Sensor Type      ", QString::fromUtf8("Temp.Range  [°C]"),
-                                     "  ",       "Filter [Hz]",       "",
-                                     "         "};
-}
-
-void TstModuleDeviceView::headersOverBothChannels()
-{
-    QFETCH(HeaderForm, form);
-    const auto row = makeRow(form);
-    for (const Channel channel : {Channel::A, Channel::B}) {
-        QStringList shown;
-        for (const QString &name : headersOf(channel))
-            shown << text(*row, name.toLatin1().constData());
-        QTEST(shown, "texts");
-        QCOMPARE(hiddenHeaders(*row, channel), QStringList());
-    }
-}
-
-void TstModuleDeviceView::levelIsHiddenInEveryForm_data()
-{
-    QTest::addColumn<HeaderForm>("form");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("3 strain gauge") << HeaderForm::StrainGauge << "Level  [%]";
-    QTest::newRow("4 voltage") << HeaderForm::Voltage << "Level  [%]";
-    QTest::newRow("5 thermo") << HeaderForm::Thermo << "       ";
-    QTest::newRow("6 universal") << HeaderForm::Universal << "Level  [%]";
-}
-
-void TstModuleDeviceView::levelIsHiddenInEveryForm()
-{
-    QFETCH(HeaderForm, form);
-    const auto row = makeRow(form);
-    for (const char *name : {"label_Level", "label_Level_2"}) {
-        QTEST(text(*row, name), "text");
-        QVERIFY(label(*row, name)->isHidden());
-    }
-    row->setHeadersVisible(Channel::A, true);
-    QVERIFY(label(*row, "label_Level")->isHidden());
-}
-
-void TstModuleDeviceView::separatorsAreHiddenInTheThermoFormOnly_data()
-{
-    addForms();
-}
-
-void TstModuleDeviceView::separatorsAreHiddenInTheThermoFormOnly()
-{
-    QFETCH(HeaderForm, form);
-    const auto row = makeRow(form);
-    for (const char *name : {"vline_1", "vline_2"})
-        QCOMPARE(childByName<QFrame>(row.get(), name)->isHidden(), form == HeaderForm::Thermo);
 }
 
 void TstModuleDeviceView::functionButtonsHavePictureAndToolTip()
@@ -455,111 +312,18 @@ void TstModuleDeviceView::liveValuesAreFormatted()
     QCOMPARE(text(*row, "label_SelftestSt"), QStringLiteral("O.K."));
 }
 
-void TstModuleDeviceView::changeLabels_data()
-{
-    QTest::addColumn<int>("code");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("strainGauge");
-    QTest::newRow("1") << 1 << "Strain Gauge" << true;
-    QTest::newRow("2") << 2 << "Voltage" << false;
-    QTest::newRow("3") << 3 << QString::fromUtf8("IEPE/ICP®") << false;
-    QTest::newRow("6") << 6 << "Potentiometer" << false;
-    QTest::newRow("0") << 0 << "Unknown" << false;
-    QTest::newRow("4 is no function") << 4 << "Unknown" << false;
-    QTest::newRow("5 is no function") << 5 << "Unknown" << false;
-    QTest::newRow("7 is no function") << 7 << "Unknown" << false;
-    QTest::newRow("9 is no function") << 9 << "Unknown" << false;
-    QTest::newRow("255") << 255 << "Unknown" << false;
-}
-
-void TstModuleDeviceView::changeLabels()
-{
-    QFETCH(int, code);
-    QFETCH(QString, name);
-    QFETCH(bool, strainGauge);
-    const auto row = makeRow(HeaderForm::Universal);
-    for (const Channel channel : {Channel::A, Channel::B}) {
-        // From the other state, so that the change is seen.
-        emit row->Signal_ChangeLabels(static_cast<int>(channel), strainGauge ? 2 : 1);
-        emit row->Signal_ChangeLabels(static_cast<int>(channel), static_cast<uchar>(code));
-        const QByteArray suffix = channel == Channel::B ? "_2" : "";
-        QCOMPARE(text(*row, channel == Channel::A ? "ChDeviceLabel_A" : "ChDeviceLabel_B"), name);
-        QCOMPARE(text(*row, "label_FirstInfoDevice" + suffix),
-                 strainGauge ? QStringLiteral("BridgeType  [Ohm]") : QStringLiteral("Input"));
-        QCOMPARE(text(*row, "label_SecondInfoDevice" + suffix),
-                 strainGauge ? QString::fromUtf8("Range  [±mV/V]") : QString::fromUtf8("Range  [±V]   "));
-        QVERIFY(!label(*row, "label_SecondInfoDevice" + suffix)->isHidden());
-        QCOMPARE(label(*row, "label_ManualOffset" + suffix)->isHidden(), !strainGauge);
-        QCOMPARE(label(*row, "label_Shunt" + suffix)->isHidden(), !strainGauge);
-    }
-}
-
-void TstModuleDeviceView::changeLabelsOfAnotherChannelDoesNothing()
-{
-    const auto row = makeRow(HeaderForm::Universal);
-    for (const int channel : {0, 3, -1})
-        row->Slot_ChangeLabels(channel, 2);
-    QCOMPARE(text(*row, "ChDeviceLabel_A"), QStringLiteral("Unknown"));
-    QCOMPARE(text(*row, "ChDeviceLabel_B"), QStringLiteral("Unknown"));
-    QCOMPARE(hiddenHeaders(*row, Channel::A), QStringList());
-    QCOMPARE(hiddenHeaders(*row, Channel::B), QStringList());
-    // Channel A alone: B stays.
-    row->Slot_ChangeLabels(1, 2);
-    QCOMPARE(text(*row, "ChDeviceLabel_B"), QStringLiteral("Unknown"));
-    QCOMPARE(hiddenHeaders(*row, Channel::B), QStringList());
-}
-
-void TstModuleDeviceView::hiddenHeadersKeepTheOthersInPlace()
-{
-    const auto row = makeRow(HeaderForm::Universal);
-    row->show();
-    const QRect filter = label(*row, "label_Filter")->geometry();
-    const QRect button5 = button(*row, "pushButton_ChA")->geometry();
-    row->Slot_ChangeLabels(1, 2);
-    row->setHeadersVisible(Channel::A, false);
-    row->setHeadersVisible(Channel::A, true);
-    row->layout()->activate();
-    QCOMPARE(label(*row, "label_Filter")->geometry(), filter);
-    QCOMPARE(button(*row, "pushButton_ChA")->geometry(), button5);
-}
-
-void TstModuleDeviceView::headersHideAndShowAgain()
-{
-    const auto row = makeRow(HeaderForm::Universal);
-    row->setHeadersVisible(Channel::B, false);
-    QCOMPARE(hiddenHeaders(*row, Channel::B), headersOf(Channel::B));
-    QCOMPARE(hiddenHeaders(*row, Channel::A), QStringList());
-    QVERIFY(!button(*row, "pushButton_ChB")->isHidden());
-    row->setHeadersVisible(Channel::B, true);
-    QCOMPARE(hiddenHeaders(*row, Channel::B), QStringList());
-}
-
-void TstModuleDeviceView::hiddenChannelLeavesNothing()
-{
-    const auto row = makeRow(HeaderForm::Universal);
-    auto *strip = new QFrame;
-    row->addChannel(1, strip);
-    row->show();
-    QVERIFY(strip->isVisible());
-    row->setChannelVisible(Channel::A, false);
-    QVERIFY(!strip->isVisible());
-    QVERIFY(!button(*row, "pushButton_ChA")->isVisible());
-    QVERIFY(!label(*row, "ChDeviceLabel_A")->isVisible());
-    QCOMPARE(hiddenHeaders(*row, Channel::A), headersOf(Channel::A));
-    QVERIFY(button(*row, "pushButton_ChB")->isVisible());
-    row->setChannelVisible(Channel::A, true);
-    QVERIFY(strip->isVisible());
-    QVERIFY(button(*row, "pushButton_ChA")->isVisible());
-}
-
 void TstModuleDeviceView::rowFitsTheWindow_data()
 {
     QTest::addColumn<HeaderForm>("form");
     QTest::addColumn<QString>("family");
-    for (const char *family : {"Open Sans", "DejaVu Sans"}) {
-        for (const HeaderForm form :
-             {HeaderForm::StrainGauge, HeaderForm::Voltage, HeaderForm::Thermo, HeaderForm::Universal})
-            QTest::addRow("form %d, %s", static_cast<int>(form), family) << form << QString(family);
+    QTest::addColumn<QString>("style");
+    for (const char *style : {"Fusion", "Windows"}) {
+        for (const char *family : {"Open Sans", "DejaVu Sans"}) {
+            for (const HeaderForm form :
+                 {HeaderForm::StrainGauge, HeaderForm::Voltage, HeaderForm::Thermo, HeaderForm::Universal})
+                QTest::addRow("form %d, %s, %s", static_cast<int>(form), family, style)
+                    << form << QString(family) << QString(style);
+        }
     }
 }
 
@@ -567,8 +331,9 @@ void TstModuleDeviceView::rowFitsTheWindow()
 {
     QFETCH(HeaderForm, form);
     QFETCH(QString, family);
-    if (!QFontDatabase().hasFamily(family))
-        QSKIP("The font is not installed.");
+    QFETCH(QString, style);
+    QVERIFY2(QFontDatabase().hasFamily(family), "The font is not installed.");
+    QApplication::setStyle(style);
     QFont::removeSubstitutions(QStringLiteral("Segoe UI"));
     QFont::insertSubstitution(QStringLiteral("Segoe UI"), family);
     const auto row = makeRow(form, 255);
@@ -582,6 +347,7 @@ void TstModuleDeviceView::rowFitsTheWindow()
     row->show();
     row->layout()->activate();
     QVERIFY(row->minimumSizeHint().width() <= rowcolumns::kRowWidth);
+    QVERIFY(row->layout()->totalMinimumSize().height() <= rowcolumns::kRowHeight);
     QCOMPARE(row->height(), rowcolumns::kRowHeight);
     const auto labels = row->findChildren<QLabel *>();
     for (const QLabel *shown : labels) {
