@@ -226,7 +226,10 @@ void Communication::SendDatagram(const QByteArray &frame)
 void Communication::Slot_RcvDatagram(Comm_Type commType, QByteArray &frame)
 {
     const QByteArray received = frame; // the decoder's own buffer may be emptied during the emission
+    const quint32 session = m_session;
     emit packetRecvd();
+    if (session != m_session)
+        return;
     auto payload = payloadOfFrame(received);
     if (!payload) {
         qCritical().noquote().nospace()

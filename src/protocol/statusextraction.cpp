@@ -172,7 +172,10 @@ bool Communication::endStaticStatus(quint8 address, quint8 moduleType)
 void Communication::continueWalk()
 {
     m_initSequenceTimer->start(m_periods.initSequence);
+    const quint32 session = m_session;
     sendInitRequest(SessionState::ModuleWalk);
+    if (session != m_session)
+        return;
     emit ModuleRead(m_walk.next());
     qDebug() << "NxtModuleToInit :" << m_walk.next() << " nModulesToInit :" << m_walk.count();
 }

@@ -21,8 +21,6 @@ auto fields(const System_Status &s)
 void readTexts(const QByteArray &payload, System_Status &status)
 {
     const int length = (payload.size() - kTextOffset) % kTextLengthModulus;
-    if (length <= 0)
-        return;
     const QByteArrayList pieces = payload.mid(kTextOffset, length).split('\0');
     const std::array<QString *, 6> texts{&status.poweringMode, &status.dataTransmission,
                                          &status.samplingRate, &status.bitRate,

@@ -173,6 +173,10 @@ void TstReentrance::reopeningDuringAReply()
     s->reply(payload);
     m_trigger = nullptr;
     QVERIFY(done);
+    // Nothing but what the opening itself tells.
+    QCOMPARE(s->takeEvents(),
+             QStringList({QStringLiteral("CleanSlate"), QStringLiteral("packetSent"),
+                          QStringLiteral("DebugMsg(Connection established with serial port)")}));
     QCOMPARE(s->comm->state(), SessionState::SystemStatusAwaited);
     const auto sent = s->sent();
     QCOMPARE(sent.count(kSystemRequest), 1);

@@ -46,11 +46,13 @@ private slots:
     void silenceInTheCycleStartsOver();
     void repliesHoldTheCommTimeoutOff();
     void rateChangeComesBackWithoutAWalk();
+    void repliesDoNotHoldTheCommTimeoutOffWhileARateChangeWaits();
     void rateChangeLostInAResetHealsAfterOneTimeout();
     void queuedWorkIsLostInAReset();
     void resetFlagInEachState_data();
     void resetFlagInEachState();
     void eepromRequestPausesTheSession();
+    void eepromPauseEndsOnce();
     void stateCanBeSet();
     void pendingRequestIsAskedAgainThenStartsOver();
     void periodsAreTheAgreedOnes();
@@ -359,6 +361,25 @@ void TstSession::rateChangeComesBackWithoutAWalk()
     QCOMPARE(s->sent(), QList<QByteArray>{kFastSystemRequest}); // the semaphore is up, the flag is clear
 }
 
+void TstSession::repliesDoNotHoldTheCommTimeoutOffWhileARateChangeWaits()
+{
+    s->bringTo(SessionState::Cyclic);
+    s->comm->Slot_SendSamplingRates(text("5000"), text("16"));
+    s->time.advance(500);
+    s->endTurn(); // the last reply in the cyclic state
+    s->time.advance(500);
+    QCOMPARE(s->comm->state(), SessionState::SystemStatusAwaited);
+    s->forget();
+    for (int i = 0; i < 6; ++i) {
+        s->endTurn(); // the system status never comes
+        s->time.advance(500);
+    }
+    s->time.advance(499);
+    QVERIFY(!s->takeEvents().contains(text("CleanSlate")));
+    s->time.advance(1);
+    QVERIFY(s->takeEvents().contains(text("CleanSlate")));
+}
+
 void TstSession::rateChangeLostInAResetHealsAfterOneTimeout()
 {
     s->bringTo(SessionState::Cyclic);
@@ -426,6 +447,18 @@ void TstSession::eepromRequestPausesTheSession()
     s->time.advance(60000); // no time-out of the session runs any more, and the pause was a single one
     QCOMPARE(s->sent(), QList<QByteArray>());
     QCOMPARE(s->comm->state(), SessionState::Cyclic);
+}
+
+void TstSession::eepromPauseEndsOnce()
+{
+    s->bringTo(SessionState::Cyclic);
+    s->comm->SendModuleEepromRequest(5);
+    s->time.advance(2000);
+    s->comm->Slot_CommTimeout(); // stops the cycle that the end of the pause had started
+    s->endTurn();
+    s->forget();
+    s->time.advance(3799);
+    QCOMPARE(s->sent(), QList<QByteArray>());
 }
 
 void TstSession::stateCanBeSet()
