@@ -2,54 +2,54 @@
 
 #include <QSemaphore>
 #include <QThread>
-#include <memory>
+#include <utility>
 
-namespace {
-
-using LookUp = std::function<QHostInfo(const QString &)>;
-
-struct Answer
+/// Shared with the thread of the look-up, because either side may end first.
+struct HostLookup::Answer
 {
     QHostInfo info;
     QSemaphore ready;
 };
 
-/// Shares the answer with the one who asked, because either may end first.
-class LookUpThread final : public QThread
+HostLookup::HostLookup(Function lookUp)
+    : m_lookUp(std::move(lookUp))
+{}
+
+QList<QHostAddress> HostLookup::addressesWithin(std::chrono::milliseconds limit, const QString &host)
 {
-public:
-    LookUpThread(const LookUp &lookUp, const QString &host, const std::shared_ptr<Answer> &answer)
-        : m_lookUp(lookUp)
-        , m_host(host)
-        , m_answer(answer)
-    {}
-
-protected:
-    void run() override
-    {
-        m_answer->info = m_lookUp(m_host);
-        m_answer->ready.release();
-    }
-
-private:
-    LookUp m_lookUp;
-    QString m_host;
-    std::shared_ptr<Answer> m_answer;
-};
-
-} // namespace
-
-QList<QHostAddress> addressesWithin(std::chrono::milliseconds limit, const QString &host,
-                                    const LookUp &lookUp)
-{
+    if (host.isEmpty())
+        return {};
     const QHostAddress address(host);
     if (!address.isNull())
         return {address};
-    const auto answer = std::make_shared<Answer>();
-    auto *thread = new LookUpThread(lookUp, host, answer);
-    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    thread->start();
+    forgetAnsweredBut(host);
+    auto &answer = m_pending[host];
+    if (!answer)
+        answer = begin(host);
     if (!answer->ready.tryAcquire(1, int(limit.count())))
         return {};
-    return answer->info.addresses();
+    const auto addresses = answer->info.addresses();
+    m_pending.remove(host);
+    return addresses;
+}
+
+std::shared_ptr<HostLookup::Answer> HostLookup::begin(const QString &host) const
+{
+    auto answer = std::make_shared<Answer>();
+    QThread *thread = QThread::create([lookUp = m_lookUp, host, answer] {
+        answer->info = lookUp(host);
+        answer->ready.release();
+    });
+    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+    thread->start();
+    return answer;
+}
+
+/// Late answers of hosts that were left meanwhile.
+void HostLookup::forgetAnsweredBut(const QString &host)
+{
+    for (auto it = m_pending.begin(); it != m_pending.end();) {
+        const bool idle = it.key() != host && it.value()->ready.available() > 0;
+        it = idle ? m_pending.erase(it) : std::next(it);
+    }
 }

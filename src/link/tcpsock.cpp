@@ -1,21 +1,23 @@
 #include "link/tcpsock.h"
 
 #include "link/communication_aux.h"
-#include "link/hostlookup.h"
 #include "link/keepalive.h"
 
 #include <QDeadlineTimer>
 #include <QTcpSocket>
+#include <utility>
 
 namespace {
 
 constexpr int kReceiveBufferSize = 1250172;
-constexpr std::chrono::milliseconds kConnectTimeout(50);
 
 } // namespace
 
-TcpSock::TcpSock(TimeSource &time, QObject *parent)
+TcpSock::TcpSock(TimeSource &time, QObject *parent, std::chrono::milliseconds connectTimeout,
+                 HostLookup::Function lookUp)
     : QObject(parent)
+    , m_connectTimeout(connectTimeout)
+    , m_hosts(std::move(lookUp))
     , m_decoder(new Communication_Aux(time, this))
     , m_socket(new QTcpSocket(this))
 {
@@ -38,7 +40,7 @@ bool TcpSock::connectToServer(QString ipAddr, QString port)
     leaveConnection();
     // Unsent bytes would keep the old connection, which then refuses to be opened anew.
     m_socket->abort();
-    if (!connectWithin(kConnectTimeout, ipAddr, port.toUShort())) {
+    if (!reach(ipAddr, port.toUShort())) {
         emit TcpDisconnectd();
         return false;
     }
@@ -52,10 +54,10 @@ bool TcpSock::connectToServer(QString ipAddr, QString port)
 
 /// A short blocking wait on purpose: a device that takes longer counts as failed. The look-up of a name is
 /// part of the wait.
-bool TcpSock::connectWithin(std::chrono::milliseconds limit, const QString &host, quint16 port)
+bool TcpSock::reach(const QString &host, quint16 port)
 {
-    const QDeadlineTimer deadline(limit, Qt::PreciseTimer);
-    const auto addresses = addressesWithin(limit, host);
+    const QDeadlineTimer deadline(m_connectTimeout, Qt::PreciseTimer);
+    const auto addresses = m_hosts.addressesWithin(m_connectTimeout, host);
     for (const QHostAddress &address : addresses) {
         m_socket->connectToHost(address, port, QIODevice::ReadWrite);
         if (m_socket->waitForConnected(int(deadline.remainingTime())))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/hostlookup.h"
 #include "link/settings.h"
 
 #include <QAbstractSocket>
@@ -18,7 +19,10 @@ class TcpSock : public QObject
     Q_OBJECT
 
 public:
-    explicit TcpSock(TimeSource &time, QObject *parent = nullptr);
+    /// `connectTimeout` is the longest wait for a connection, `lookUp` finds the addresses of a host name.
+    explicit TcpSock(TimeSource &time, QObject *parent = nullptr,
+                     std::chrono::milliseconds connectTimeout = std::chrono::milliseconds(50),
+                     HostLookup::Function lookUp = &QHostInfo::fromName);
     ~TcpSock() override;
 
     virtual bool IsConnected() const;
@@ -27,8 +31,9 @@ public:
     virtual void Write(const QByteArray &frame);
 
 public slots:
-    /// Waits at most 50 ms, the look-up of a host name included. True and TcpConnected() on success;
-    /// otherwise the attempt is aborted, TcpDisconnectd() is emitted and the result is false.
+    /// Waits no longer than the connect time-out, the look-up of a host name included. True and
+    /// TcpConnected() on success; otherwise the attempt is aborted, TcpDisconnectd() is emitted and the
+    /// result is false.
     virtual bool connectToServer(QString ipAddr, QString port);
 
     /// Leaves the connection; emits nothing.
@@ -50,8 +55,10 @@ signals:
 
 private:
     void leaveConnection();
-    bool connectWithin(std::chrono::milliseconds limit, const QString &host, quint16 port);
+    bool reach(const QString &host, quint16 port);
 
+    const std::chrono::milliseconds m_connectTimeout;
+    HostLookup m_hosts;
     Communication_Aux *m_decoder; ///< child
     QTcpSocket *m_socket;         ///< child
     bool m_connected = false;

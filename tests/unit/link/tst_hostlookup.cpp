@@ -1,6 +1,8 @@
 #include "link/hostlookup.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QSemaphore>
 #include <QtTest>
 #include <memory>
@@ -9,11 +11,34 @@ using std::chrono::milliseconds;
 
 namespace {
 
+const QString kName = QStringLiteral("gateway");
+const QHostAddress kFirst(QStringLiteral("10.0.0.1"));
+const QHostAddress kSecond(QStringLiteral("10.0.0.2"));
+constexpr milliseconds kGenerous(20000);
+
 QHostInfo infoOf(const QList<QHostAddress> &addresses)
 {
     QHostInfo info;
     info.setAddresses(addresses);
     return info;
+}
+
+/// A look-up that hangs until the test lets it end.
+struct HeldLookUp
+{
+    QSemaphore begun;
+    QSemaphore mayEnd;
+    QSemaphore ended;
+};
+
+HostLookup::Function held(const std::shared_ptr<HeldLookUp> &control)
+{
+    return [control](const QString &) {
+        control->begun.release();
+        control->mayEnd.acquire();
+        control->ended.release();
+        return infoOf({kFirst});
+    };
 }
 
 } // namespace
@@ -23,65 +48,130 @@ class TstHostLookup : public QObject
     Q_OBJECT
 
 private slots:
-    void addressesAreNotLookedUp_data();
-    void addressesAreNotLookedUp();
+    void whatNeedsNoLookUpIsNotLookedUp_data();
+    void whatNeedsNoLookUpIsNotLookedUp();
     void aNameIsLookedUp();
     void anUnknownNameHasNoAddress();
+    void everyAttemptAfterAnAnswerLooksUpAnew();
     void aLookUpThatHangsIsGivenUp();
+    void aHostIsLookedUpOnceAtATime();
+    void aLateAnswerServesTheNextAttempt();
+    void theAnswerOfAHostThatWasLeftIsForgotten();
+    void theOneWhoAskedMayEndFirst();
+    void theProgramEndsWhileALookUpHangs();
 };
 
-void TstHostLookup::addressesAreNotLookedUp_data()
+void TstHostLookup::whatNeedsNoLookUpIsNotLookedUp_data()
 {
     QTest::addColumn<QString>("host");
     QTest::newRow("version 4") << QStringLiteral("192.168.0.62");
     QTest::newRow("version 6") << QStringLiteral("::1");
+    QTest::newRow("empty") << QString();
 }
 
-void TstHostLookup::addressesAreNotLookedUp()
+void TstHostLookup::whatNeedsNoLookUpIsNotLookedUp()
 {
     QFETCH(QString, host);
-    bool asked = false;
-    const auto addresses = addressesWithin(milliseconds(0), host, [&asked](const QString &) {
-        asked = true;
-        return QHostInfo();
-    });
-    QCOMPARE(addresses, QList<QHostAddress>{QHostAddress(host)});
-    QVERIFY(!asked);
+    const auto expected = host.isEmpty() ? QList<QHostAddress>() : QList<QHostAddress>{QHostAddress(host)};
+    const auto control = std::make_shared<HeldLookUp>();
+    control->mayEnd.release();
+    HostLookup hosts(held(control));
+    QCOMPARE(hosts.addressesWithin(milliseconds(0), host), expected);
+    QVERIFY(!control->begun.tryAcquire(1, 100));
 }
 
 void TstHostLookup::aNameIsLookedUp()
 {
-    const QList<QHostAddress> expected{QHostAddress(QStringLiteral("10.0.0.1")),
-                                       QHostAddress(QStringLiteral("10.0.0.2"))};
-    const auto addresses =
-        addressesWithin(milliseconds(10000), QStringLiteral("gateway"), [&](const QString &name) {
-            return name == QLatin1String("gateway") ? infoOf(expected) : QHostInfo();
-        });
-    QCOMPARE(addresses, expected);
+    const QList<QHostAddress> expected{kFirst, kSecond};
+    HostLookup hosts([expected](const QString &name) {
+        return name == QLatin1String("gateway") ? infoOf(expected) : QHostInfo();
+    });
+    QCOMPARE(hosts.addressesWithin(kGenerous, kName), expected);
 }
 
 void TstHostLookup::anUnknownNameHasNoAddress()
 {
-    const auto addresses = addressesWithin(milliseconds(10000), QStringLiteral("gateway"),
-                                           [](const QString &) { return QHostInfo(); });
-    QVERIFY(addresses.isEmpty());
+    HostLookup hosts([](const QString &) { return QHostInfo(); });
+    QVERIFY(hosts.addressesWithin(kGenerous, kName).isEmpty());
+}
+
+void TstHostLookup::everyAttemptAfterAnAnswerLooksUpAnew()
+{
+    int asked = 0;
+    HostLookup hosts([&asked](const QString &) { return infoOf({++asked == 1 ? kFirst : kSecond}); });
+    QCOMPARE(hosts.addressesWithin(kGenerous, kName), QList<QHostAddress>{kFirst});
+    QCOMPARE(hosts.addressesWithin(kGenerous, kName), QList<QHostAddress>{kSecond});
 }
 
 void TstHostLookup::aLookUpThatHangsIsGivenUp()
 {
-    const auto release = std::make_shared<QSemaphore>();
-    const auto ended = std::make_shared<QSemaphore>();
+    const auto control = std::make_shared<HeldLookUp>();
+    HostLookup hosts(held(control));
     QElapsedTimer clock;
     clock.start();
-    const auto addresses = addressesWithin(milliseconds(50), QStringLiteral("gateway"), [=](const QString &) {
-        release->acquire();
-        ended->release();
-        return infoOf({QHostAddress(QHostAddress::LocalHost)});
-    });
-    QVERIFY(addresses.isEmpty());
+    QVERIFY(hosts.addressesWithin(milliseconds(50), kName).isEmpty());
     QVERIFY(clock.elapsed() >= 45);
-    release->release();
-    QVERIFY(ended->tryAcquire(1, 10000)); // its late answer reaches nobody
+    control->mayEnd.release();
+    QVERIFY(control->ended.tryAcquire(1, 10000));
+}
+
+void TstHostLookup::aHostIsLookedUpOnceAtATime()
+{
+    const auto control = std::make_shared<HeldLookUp>();
+    HostLookup hosts(held(control));
+    for (int attempt = 0; attempt < 5; ++attempt)
+        QVERIFY(hosts.addressesWithin(milliseconds(1), kName).isEmpty());
+    QVERIFY(control->begun.tryAcquire(1, 10000));
+    QVERIFY(hosts.addressesWithin(milliseconds(1), QStringLiteral("other")).isEmpty());
+    QVERIFY(control->begun.tryAcquire(1, 10000)); // another host does not wait for the first
+    control->mayEnd.release(2);
+    QVERIFY(control->ended.tryAcquire(2, 10000));
+    QCOMPARE(control->begun.available(), 0);
+}
+
+void TstHostLookup::aLateAnswerServesTheNextAttempt()
+{
+    const auto control = std::make_shared<HeldLookUp>();
+    HostLookup hosts(held(control));
+    QVERIFY(hosts.addressesWithin(milliseconds(1), kName).isEmpty());
+    control->mayEnd.release();
+    QCOMPARE(hosts.addressesWithin(kGenerous, kName), QList<QHostAddress>{kFirst});
+    QCOMPARE(control->begun.available(), 1);
+}
+
+void TstHostLookup::theAnswerOfAHostThatWasLeftIsForgotten()
+{
+    const auto control = std::make_shared<HeldLookUp>();
+    HostLookup hosts(held(control));
+    const long owners = control.use_count();
+    QVERIFY(hosts.addressesWithin(milliseconds(1), kName).isEmpty());
+    control->mayEnd.release(3);
+    QTRY_COMPARE(control.use_count(), owners); // the look-up is over
+    QVERIFY(!hosts.addressesWithin(kGenerous, QStringLiteral("other")).isEmpty());
+    QVERIFY(!hosts.addressesWithin(kGenerous, kName).isEmpty());
+    QCOMPARE(control->begun.available(), 3);
+}
+
+void TstHostLookup::theOneWhoAskedMayEndFirst()
+{
+    const auto control = std::make_shared<HeldLookUp>();
+    {
+        HostLookup hosts(held(control));
+        QVERIFY(hosts.addressesWithin(milliseconds(1), kName).isEmpty());
+    }
+    control->mayEnd.release();
+    QVERIFY(control->ended.tryAcquire(1, 10000));
+    QTRY_COMPARE(control.use_count(), 1L); // nothing is left of it
+}
+
+void TstHostLookup::theProgramEndsWhileALookUpHangs()
+{
+    QProcess program;
+    program.start(QCoreApplication::applicationDirPath() + QStringLiteral("/hanginglookup"), QStringList());
+    QVERIFY(program.waitForFinished(20000));
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.readAllStandardOutput(), QByteArray("leaving"));
+    QCOMPARE(program.exitCode(), 0);
 }
 
 QTEST_GUILESS_MAIN(TstHostLookup)

@@ -1,0 +1,163 @@
+#include "link/keepalive.h"
+#include "tcpsocktest.h"
+
+#include <QElapsedTimer>
+#include <QTcpSocket>
+#include <QtTest>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+int optionOf(qintptr socket, int level, int option)
+{
+    int value = -1;
+    socklen_t size = sizeof value;
+    return ::getsockopt(int(socket), level, option, &value, &size) == 0 ? value : -1;
+}
+
+/// The receive buffer that a socket of this machine gets when it asks for `size` bytes.
+int grantedBuffer(int size)
+{
+    const int plain = ::socket(AF_INET, SOCK_STREAM, 0);
+    ::setsockopt(plain, SOL_SOCKET, SO_RCVBUF, &size, sizeof size);
+    const int granted = optionOf(plain, SOL_SOCKET, SO_RCVBUF);
+    ::close(plain);
+    return granted;
+}
+
+/// A port whose queue of connections is full, so that an attempt to connect gets no answer at all.
+class SilentPort
+{
+public:
+    SilentPort()
+    {
+        m_sockets.push_back(::socket(AF_INET, SOCK_STREAM, 0));
+        address().sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof m_address;
+        if (::bind(m_sockets.front(), generic(), sizeof m_address) != 0 ||
+            ::listen(m_sockets.front(), 0) != 0 || ::getsockname(m_sockets.front(), generic(), &size) != 0)
+            qFatal("No silent port to be had");
+        for (int i = 0; i < kQueued; ++i) {
+            m_sockets.push_back(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
+            ::connect(m_sockets.back(), generic(), sizeof m_address);
+        }
+    }
+
+    ~SilentPort()
+    {
+        for (const int socket : m_sockets)
+            ::close(socket);
+    }
+
+    SilentPort(const SilentPort &) = delete;
+    SilentPort &operator=(const SilentPort &) = delete;
+
+    QString number() { return QString::number(ntohs(address().sin_port)); }
+
+private:
+    static constexpr int kQueued = 4; ///< more than a queue of length 0 takes
+
+    sockaddr *generic() { return reinterpret_cast<sockaddr *>(&m_address); }
+    sockaddr_in &address()
+    {
+        m_address.sin_family = AF_INET;
+        return m_address;
+    }
+
+    sockaddr_in m_address{};
+    std::vector<int> m_sockets;
+};
+
+} // namespace
+
+/// What the TCP link asks of the system, seen on the socket itself.
+class TstTcpOptions : public TcpSockTest
+{
+    Q_OBJECT
+
+private slots:
+    void aPeerThatDoesNotAnswerIsGivenUp();
+    void theWaitForAnAnswerIsTheOneGiven();
+    void keepAliveIsOn();
+    void keepAliveIsOnAfterConnectingAgain();
+    void aKeepAliveThatFailsIsLogged();
+    void theReceiveBufferIsSet();
+
+private:
+    void expectKeepAlive();
+};
+
+void TstTcpOptions::aPeerThatDoesNotAnswerIsGivenUp()
+{
+    SilentPort silent;
+    m_sock = std::make_unique<TcpSock>(m_time); // with the wait that the program has
+    QSignalSpy connects(m_sock.get(), &TcpSock::TcpConnected);
+    QSignalSpy disconnects(m_sock.get(), &TcpSock::TcpDisconnectd);
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!m_sock->connectToServer(loopback(), silent.number()));
+    const qint64 waited = clock.elapsed();
+    QVERIFY2(waited >= 45, "the attempt was not waited for");
+    QVERIFY2(waited < 2000, "the wait is 50 ms; a busy machine may add to it, but not so much");
+    QCOMPARE(disconnects.count(), 1);
+    QCOMPARE(connects.count(), 0);
+    // Nothing is left that a late answer could reach.
+    QCOMPARE(socket()->state(), QAbstractSocket::UnconnectedState);
+    QCOMPARE(socket()->socketDescriptor(), qintptr(-1));
+}
+
+void TstTcpOptions::theWaitForAnAnswerIsTheOneGiven()
+{
+    SilentPort silent;
+    TcpSock sock(m_time, nullptr, std::chrono::milliseconds(300));
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!sock.connectToServer(loopback(), silent.number()));
+    QVERIFY(clock.elapsed() >= 290);
+}
+
+void TstTcpOptions::keepAliveIsOn()
+{
+    QVERIFY(connectSocket());
+    expectKeepAlive();
+}
+
+void TstTcpOptions::keepAliveIsOnAfterConnectingAgain()
+{
+    QVERIFY(connectSocket());
+    QVERIFY(connectSocket());
+    expectKeepAlive();
+    m_peer->close();
+    QTRY_COMPARE(m_disconnects->count(), 1);
+    QVERIFY(connectSocket());
+    expectKeepAlive();
+}
+
+void TstTcpOptions::aKeepAliveThatFailsIsLogged()
+{
+    enableKeepAlive(-1);
+    QVERIFY(m_log->containsText(QStringLiteral("TCP keep-alive could not be set: ")));
+}
+
+void TstTcpOptions::theReceiveBufferIsSet()
+{
+    const int granted = grantedBuffer(1250172);
+    QVERIFY(granted != grantedBuffer(1250172 / 8)); // so much depends on the size that is asked for
+    QVERIFY(connectSocket());
+    QCOMPARE(optionOf(socket()->socketDescriptor(), SOL_SOCKET, SO_RCVBUF), granted);
+}
+
+void TstTcpOptions::expectKeepAlive()
+{
+    const qintptr descriptor = socket()->socketDescriptor();
+    QCOMPARE(optionOf(descriptor, SOL_SOCKET, SO_KEEPALIVE), 1);
+    QCOMPARE(optionOf(descriptor, IPPROTO_TCP, TCP_KEEPIDLE), 1);
+    QCOMPARE(optionOf(descriptor, IPPROTO_TCP, TCP_KEEPINTVL), 1);
+}
+
+QTEST_GUILESS_MAIN(TstTcpOptions)
+#include "tst_tcpoptions.moc"
