@@ -8,7 +8,7 @@ quint16 ByteReader::readValue(int width)
 {
     const int begin = m_position;
     m_position += width;
-    if (m_position > m_bytes.size())
+    if (begin < 0 || m_position > m_bytes.size())
         return 0;
     quint32 value = 0;
     for (int at = m_position - 1; at >= begin; --at)
@@ -28,7 +28,8 @@ quint16 ByteReader::readU16()
 
 QByteArray ByteReader::readBytes(int count)
 {
-    const QByteArray bytes = m_position < m_bytes.size() ? m_bytes.mid(m_position, count) : QByteArray();
+    const bool inside = m_position >= 0 && m_position < m_bytes.size() && count > 0;
+    const QByteArray bytes = inside ? m_bytes.mid(m_position, count) : QByteArray();
     m_position += count;
     return bytes;
 }

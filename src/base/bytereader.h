@@ -3,9 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
-/// Reads little-endian values from the bytes of a message, front to back. Nothing is ever read beyond the
-/// end: a value that is not there as a whole reads as zero, and a text is what is left of it, as the device
-/// protocol asks for short messages.
+/// Reads little-endian values from the bytes of a message, front to back. Nothing is ever read outside of the
+/// message: a value that is not there as a whole reads as zero, and a text is what is left of it, as the
+/// device protocol asks for short messages.
 class ByteReader
 {
 public:

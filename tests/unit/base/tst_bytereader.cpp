@@ -17,6 +17,8 @@ private slots:
     void textIsUtf8();
     void textBeyondTheEndIsEmpty();
     void seekGoesBothWays();
+    void nothingIsReadBeforeTheBegin();
+    void aCountBelowZeroReadsNothing();
 };
 
 void TstByteReader::valuesAreLittleEndian()
@@ -92,6 +94,22 @@ void TstByteReader::seekGoesBothWays()
     QCOMPARE(reader.readU8(), quint8(3));
     reader.seek(0);
     QCOMPARE(reader.readU8(), quint8(1));
+}
+
+void TstByteReader::nothingIsReadBeforeTheBegin()
+{
+    ByteReader reader(QByteArray::fromHex("010203"));
+    reader.seek(-2);
+    QCOMPARE(reader.readU8(), quint8(0));
+    QCOMPARE(reader.readU16(), quint16(0)); // half of it is there
+    reader.seek(-1);
+    QCOMPARE(reader.readBytes(3), QByteArray());
+}
+
+void TstByteReader::aCountBelowZeroReadsNothing()
+{
+    ByteReader reader("abc");
+    QCOMPARE(reader.readBytes(-1), QByteArray());
 }
 
 QTEST_GUILESS_MAIN(TstByteReader)
