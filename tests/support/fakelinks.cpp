@@ -1,12 +1,21 @@
 #include "support/fakelinks.h"
 
-QByteArrayList FakeWire::takePayloads()
+namespace {
+
+QByteArray payloadOf(const QByteArray &frame)
 {
     constexpr int kHeader = 20;
     constexpr int kTrailer = 2;
+    return frame.mid(kHeader, frame.size() - kHeader - kTrailer);
+}
+
+} // namespace
+
+QByteArrayList FakeWire::takePayloads()
+{
     QByteArrayList payloads;
     for (const QByteArray &frame : qAsConst(frames))
-        payloads.append(frame.mid(kHeader, frame.size() - kHeader - kTrailer));
+        payloads.append(payloadOf(frame));
     frames.clear();
     return payloads;
 }
@@ -23,9 +32,8 @@ void FakeWire::take(const QByteArray &frame)
     frames.append(frame);
     if (!script)
         return;
-    const QByteArray request = frame.mid(20, frame.size() - 22);
     const int opening = m_opening;
-    const auto answers = script(request);
+    const auto answers = script(payloadOf(frame));
     for (const QByteArray &answer : answers) {
         const auto answerLater = [this, answer, opening] {
             if (opening == m_opening)
@@ -63,7 +71,9 @@ void FakeSerialComm::Close()
 
 void FakeSerialComm::Write(const QByteArray &frame)
 {
-    if (!m_open || lost) {
+    if (lost && !m_open)
+        return;
+    if (lost || !m_open) {
         emit retryPort();
         return;
     }
@@ -82,13 +92,13 @@ FakeTcpSock::FakeTcpSock(TimeSource &time)
 
 FakeTcpSock::~FakeTcpSock()
 {
-    if (m_up)
+    if (m_connected)
         emit TcpDisconnectd();
 }
 
 void FakeTcpSock::Write(const QByteArray &frame)
 {
-    if (!m_up)
+    if (!m_socketUp)
         return;
     take(frame);
     emit dataWritten();
@@ -99,27 +109,34 @@ bool FakeTcpSock::connectToServer(QString ipAddr, QString portText)
     calls.append(QStringLiteral("connect"));
     address = ipAddr;
     port = portText;
-    m_up = connects;
+    m_connected = false;
+    m_socketUp = connects;
     dropReceived();
-    if (connects)
-        emit TcpConnected();
-    else
+    if (!m_socketUp) {
         emit TcpDisconnectd();
-    return connects;
+        return false;
+    }
+    emit TcpConnected();
+    m_connected = m_socketUp; // a receiver may have left the connection again
+    return m_connected;
 }
 
 void FakeTcpSock::disconnectSocket()
 {
     calls.append(QStringLiteral("disconnect"));
-    m_up = false;
+    m_connected = false;
+    m_socketUp = false;
     dropReceived();
 }
 
 void FakeTcpSock::drop()
 {
-    m_up = false;
+    m_socketUp = false;
     dropReceived();
+    if (!m_connected)
+        return;
     emit TcpDisconnectd();
+    m_connected = m_socketUp; // a receiver may have connected again
 }
 
 void FakeTcpSock::deliver(QByteArray &frame)

@@ -50,7 +50,7 @@ public:
     FakeSerialComm(TimeSource &time, const PortDirectory &ports);
 
     bool opens = true; ///< answer to the next attempts to open it
-    bool lost = false; ///< a write finds the port gone
+    bool lost = false; ///< a write finds the port gone; on a closed link it then does nothing
     model_Namespace::Settings settings;
 
     bool IsOpen() const override { return m_open; }
@@ -66,7 +66,8 @@ private:
     bool m_open = false;
 };
 
-/// A TCP connection that tests refuse, drop and answer from.
+/// A TCP connection that tests refuse, drop and answer from. As with the real one, what it says about the
+/// connection follows the signals of its begin and its end.
 class FakeTcpSock final : public TcpSock, public FakeWire
 {
     Q_OBJECT
@@ -81,7 +82,7 @@ public:
     QString address;
     QString port;
 
-    bool IsConnected() const override { return m_up; }
+    bool IsConnected() const override { return m_connected; }
     void Write(const QByteArray &frame) override;
     bool connectToServer(QString ipAddr, QString portText) override;
     void disconnectSocket() override;
@@ -93,5 +94,6 @@ private:
     QObject *link() override { return this; }
     void deliver(QByteArray &frame) override;
 
-    bool m_up = false;
+    bool m_connected = false;
+    bool m_socketUp = false; ///< bytes can be written
 };
