@@ -1,27 +1,67 @@
 #include "support/messagecatcher.h"
 
-#include <QtGlobal>
+#include <QMutexLocker>
 
 namespace {
 
-QStringList *collected = nullptr;
-
-void collect(QtMsgType, const QMessageLogContext &, const QString &line)
-{
-    collected->append(line);
-}
+QBasicMutex mutex; ///< guards the catcher and its messages: lines may come from any thread
+MessageCatcher *catcher = nullptr;
 
 } // namespace
 
 MessageCatcher::MessageCatcher()
-    : m_previous(qInstallMessageHandler(collect))
+    : m_previous(nullptr)
 {
-    Q_ASSERT(!collected);
-    collected = &m_lines;
+    const QMutexLocker locker(&mutex);
+    Q_ASSERT(!catcher);
+    catcher = this;
+    m_previous = qInstallMessageHandler(handle);
 }
 
 MessageCatcher::~MessageCatcher()
 {
+    const QMutexLocker locker(&mutex);
     qInstallMessageHandler(m_previous);
-    collected = nullptr;
+    catcher = nullptr;
+}
+
+void MessageCatcher::handle(QtMsgType type, const QMessageLogContext &context, const QString &line)
+{
+    const QMutexLocker locker(&mutex);
+    if (!catcher)
+        return;
+    if (type == QtFatalMsg) {
+        const QtMessageHandler previous = catcher->m_previous;
+        qInstallMessageHandler(previous);
+        if (previous)
+            previous(type, context, line);
+        return;
+    }
+    catcher->m_messages.append({type, line});
+}
+
+QStringList MessageCatcher::lines() const
+{
+    const QMutexLocker locker(&mutex);
+    QStringList lines;
+    for (const Message &message : m_messages)
+        lines.append(message.line);
+    return lines;
+}
+
+QStringList MessageCatcher::lines(QtMsgType type) const
+{
+    const QMutexLocker locker(&mutex);
+    QStringList lines;
+    for (const Message &message : m_messages) {
+        if (message.type == type)
+            lines.append(message.line);
+    }
+    return lines;
+}
+
+void MessageCatcher::clear()
+{
+    const QMutexLocker locker(&mutex);
+    m_messages.clear();
 }

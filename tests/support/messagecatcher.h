@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QList>
 #include <QStringList>
+#include <QtGlobal>
 
-/// Collects the lines of the log while it lives, in place of writing them. One at a time.
+/// Collects the lines of the log while it lives, in place of writing them; lines of every thread. A fatal
+/// line is written all the same, before it ends the program. One catcher at a time.
 class MessageCatcher
 {
 public:
@@ -12,16 +15,28 @@ public:
     MessageCatcher(const MessageCatcher &) = delete;
     MessageCatcher &operator=(const MessageCatcher &) = delete;
 
-    const QStringList &lines() const { return m_lines; }
+    QStringList lines() const;
+
+    /// Those of one level.
+    QStringList lines(QtMsgType type) const;
 
     /// True if exactly this line was written.
-    bool contains(const QString &line) const { return m_lines.contains(line); }
+    bool contains(const QString &line) const { return lines().contains(line); }
+    bool contains(QtMsgType type, const QString &line) const { return lines(type).contains(line); }
 
     /// True if a line was written that holds this text.
-    bool containsText(const QString &text) const { return !m_lines.filter(text).isEmpty(); }
-    void clear() { m_lines.clear(); }
+    bool containsText(const QString &text) const { return !lines().filter(text).isEmpty(); }
+    void clear();
 
 private:
-    QStringList m_lines;
+    struct Message
+    {
+        QtMsgType type;
+        QString line;
+    };
+
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &line);
+
+    QList<Message> m_messages;
     QtMessageHandler m_previous;
 };
