@@ -8,8 +8,7 @@ public:
     VirtualTimer(VirtualTime &time, QObject *parent)
         : Timer(parent)
         , m_time(time)
-    {
-    }
+    {}
 
     bool isActive() const override { return m_active; }
 
@@ -51,6 +50,17 @@ private:
     bool m_singleShot = false;
 };
 
+namespace {
+
+/// Deferred deletions are told apart because they wait for an event loop, and tests run outside of any.
+void sendPostedEvents()
+{
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace
+
 VirtualTime::VirtualTime() = default;
 
 QDateTime VirtualTime::now() const
@@ -68,13 +78,13 @@ Timer *VirtualTime::createTimer(QObject *parent)
 
 void VirtualTime::turn()
 {
-    QCoreApplication::sendPostedEvents();
+    sendPostedEvents();
     const auto timers = m_timers;
     for (const auto &timer : timers) {
         if (timer && timer->isIdleTimer())
             timer->fire();
     }
-    QCoreApplication::sendPostedEvents();
+    sendPostedEvents();
 }
 
 void VirtualTime::advance(std::chrono::milliseconds by)
@@ -87,8 +97,8 @@ void VirtualTime::advance(std::chrono::milliseconds by)
         for (const auto &timer : qAsConst(m_timers)) {
             if (!timer->isActive() || timer->isIdleTimer() || timer->due() > end)
                 continue;
-            if (!next || timer->due() < next->due()
-                || (timer->due() == next->due() && timer->order() < next->order()))
+            if (!next || timer->due() < next->due() ||
+                (timer->due() == next->due() && timer->order() < next->order()))
                 next = timer;
         }
         if (!next)

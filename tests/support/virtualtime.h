@@ -19,7 +19,8 @@ public:
     void advance(std::chrono::milliseconds by);
     void advance(int ms) { advance(std::chrono::milliseconds(ms)); }
 
-    /// One turn of the event loop without moving time: posted events and timers of period 0.
+    /// One turn of the event loop without moving time: posted events, deferred deletions and
+    /// timers of period 0.
     void turn();
 
     qint64 elapsedMs() const { return m_nowMs; }

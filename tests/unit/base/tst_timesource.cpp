@@ -22,9 +22,11 @@ private slots:
     void virtualSingleShotFiresOnce();
     void startAgainBeginsThePeriodAnew();
     void virtualTimersFireInTheOrderOfTheirTimes();
+    void virtualTimersOfEqualTimesFireInTheOrderOfTheirStart();
     void virtualNowMovesWithTheAdvance();
     void virtualTimerWithoutPeriodFiresOncePerTurn();
     void virtualTimerDeletedByASlotFiresNoMore();
+    void aVirtualTurnCarriesOutDeferredDeletions();
 };
 
 void TstTimeSource::machineTimerRepeatsUntilStopped()
@@ -140,6 +142,23 @@ void TstTimeSource::virtualTimersFireInTheOrderOfTheirTimes()
     QCOMPARE(order, QStringList({QStringLiteral("early"), QStringLiteral("late")}));
 }
 
+void TstTimeSource::virtualTimersOfEqualTimesFireInTheOrderOfTheirStart()
+{
+    VirtualTime time;
+    Timer *first = time.createTimer(this);
+    Timer *second = time.createTimer(this);
+    QStringList order;
+    connect(first, &Timer::timeout, this, [&order] { order << QStringLiteral("first"); });
+    connect(second, &Timer::timeout, this, [&order] { order << QStringLiteral("second"); });
+    second->start(milliseconds(10));
+    first->start(milliseconds(10));
+    time.advance(10);
+    QCOMPARE(order, QStringList({QStringLiteral("second"), QStringLiteral("first")}));
+    second->start(milliseconds(10)); // begun anew, it comes behind the other, which runs on
+    time.advance(10);
+    QCOMPARE(order.mid(2), QStringList({QStringLiteral("first"), QStringLiteral("second")}));
+}
+
 void TstTimeSource::virtualNowMovesWithTheAdvance()
 {
     VirtualTime time;
@@ -172,6 +191,21 @@ void TstTimeSource::virtualTimerDeletedByASlotFiresNoMore()
     doomed->start(milliseconds(6));
     time.advance(20);
     QCOMPARE(spy.count(), 0);
+}
+
+void TstTimeSource::aVirtualTurnCarriesOutDeferredDeletions()
+{
+    VirtualTime time;
+    const QPointer<QObject> object = new QObject;
+    object->deleteLater();
+    time.turn();
+    QVERIFY(!object);
+    Timer *timer = time.createTimer(this);
+    const QPointer<QObject> other = new QObject;
+    connect(timer, &Timer::timeout, other, &QObject::deleteLater);
+    timer->start(milliseconds(5));
+    time.advance(5);
+    QVERIFY(!other);
 }
 
 QTEST_GUILESS_MAIN(TstTimeSource)
