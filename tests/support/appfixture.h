@@ -3,6 +3,7 @@
 #include "app/appenvironment.h"
 #include "app/framework_ctrllr.h"
 #include "app/framework_view.h"
+#include "support/childbyname.h"
 #include "support/fakelinks.h"
 #include "support/virtualtime.h"
 
@@ -52,9 +53,7 @@ public:
     template <typename T>
     T *child(const char *name) const
     {
-        T *found = window()->findChild<T *>(QString::fromLatin1(name));
-        Q_ASSERT_X(found, "AppFixture::child", name);
-        return found;
+        return childByName<T>(window(), name);
     }
 
 private:
