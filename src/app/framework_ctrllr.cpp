@@ -126,12 +126,12 @@ bool Framework_Ctrllr::Slot_ComConfigurationChanged(model_Namespace::Settings &s
 
 void Framework_Ctrllr::Slot_SendChannelCommand(QVariant request)
 {
-    m_communication->QueueChannelRequest(request);
+    m_communication->queueChannelRequest(request);
 }
 
 void Framework_Ctrllr::Slot_GetChannelData(uint module)
 {
-    m_communication->QueueModuleStatus(static_cast<quint8>(module & 0xFFU));
+    m_communication->queueModuleStatus(static_cast<quint8>(module & 0xFFU));
 }
 
 void Framework_Ctrllr::Slot_HwResponseDelay(int ms)

@@ -5,13 +5,13 @@
 #include "protocol/ratecodes.h"
 #include "protocol/records/datagrams.h"
 
-void Communication::QueueModuleStatus(quint8 address)
+void Communication::queueModuleStatus(quint8 address)
 {
     emit statusBusy();
     m_queues.addModuleRequest(address);
 }
 
-void Communication::QueueChannelRequest(const QVariant &request)
+void Communication::queueChannelRequest(const QVariant &request)
 {
     emit statusBusy();
     m_queues.addChannelRequest(request);
@@ -45,7 +45,7 @@ void Communication::Slot_SendPowerModuleSetting(uchar mode, uchar protection, us
     const auto low = static_cast<quint8>(voltage & 0xFFU);
     const auto high = static_cast<quint8>(voltage >> 8);
     queueSystemCommand({PayloadCode::PowerSet, mode, protection, low, high});
-    QueueModuleStatus(kPowerModuleAddress);
+    queueModuleStatus(kPowerModuleAddress);
 }
 
 void Communication::Slot_SendSystemReset()

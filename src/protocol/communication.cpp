@@ -73,7 +73,7 @@ void Communication::connectLinks()
     connect(m_tcp.get(), &TcpSock::dataWritten, this, &Communication::packetSent);
 }
 
-bool Communication::IsCommunicationChannelOpen() const
+bool Communication::isCommunicationChannelOpen() const
 {
     switch (m_commType) {
     case Comm_Type::Serial:
@@ -93,10 +93,10 @@ bool Communication::OpenCommunicationChannel(const model_Namespace::Settings &se
     m_commType = copy.commType;
     switch (copy.commType) {
     case Comm_Type::Serial:
-        CloseTcpChannel();
+        closeTcpChannel();
         return openSerial(copy);
     case Comm_Type::Ethernet:
-        CloseSerialChannel();
+        closeSerialChannel();
         return openTcp(copy);
     case Comm_Type::None:
         break;
@@ -114,7 +114,7 @@ bool Communication::openSerial(const model_Namespace::Settings &settings)
     if (!m_serial->Open())
         return false;
     if (!startOver())
-        return IsCommunicationChannelOpen();
+        return isCommunicationChannelOpen();
     const QString text = QStringLiteral("Connection established with serial port");
     emit Signal_DebugMsg(text);
     qDebug().noquote() << text;
@@ -126,20 +126,20 @@ bool Communication::openTcp(const model_Namespace::Settings &settings)
     cleanSlate();
     if (!m_tcp->connectToServer(settings.ipAddress, settings.tcpPort))
         return false;
-    return startOver() || IsCommunicationChannelOpen();
+    return startOver() || isCommunicationChannelOpen();
 }
 
-void Communication::CloseSerialChannel()
+void Communication::closeSerialChannel()
 {
     m_serial->Close();
 }
 
-void Communication::CloseTcpChannel()
+void Communication::closeTcpChannel()
 {
     m_tcp->disconnectSocket();
 }
 
-void Communication::SetState(SessionState state)
+void Communication::setState(SessionState state)
 {
     if (m_state == state)
         return;
@@ -156,7 +156,7 @@ void Communication::cleanSlate()
     m_initSequenceTimer->stop();
     m_cyclicCommTimer->stop();
     m_commTimer->stop();
-    SetState(SessionState::SystemStatusAwaited);
+    setState(SessionState::SystemStatusAwaited);
 }
 
 void Communication::resetCommChannels()
@@ -264,7 +264,7 @@ bool Communication::sendQueuedRequest()
         break;
     case QueuedRequest::Kind::SystemRefresh:
         sendInitRequest(SessionState::SystemStatusAwaited);
-        SetState(SessionState::SystemStatusAwaited);
+        setState(SessionState::SystemStatusAwaited);
         break;
     }
     if (request->sentText)
@@ -334,7 +334,7 @@ void Communication::Slot_InitializationTimeout()
     emit Signal_DebugMsg(QStringLiteral("Initialize Sequence Timeout!"));
     if (session != m_session)
         return;
-    if (IsCommunicationChannelOpen())
+    if (isCommunicationChannelOpen())
         resetCommChannels();
     else
         cleanSlate();

@@ -40,24 +40,24 @@ public:
     SessionState state() const { return m_state; }
 
     /// True if the link of the kind last asked for is open.
-    bool IsCommunicationChannelOpen() const;
+    bool isCommunicationChannelOpen() const;
 
     /// Opens the link of settings.commType, leaves the other kind, and starts a new session. False if the
     /// link did not open or the kind is none of the two; the kind is remembered all the same.
     bool OpenCommunicationChannel(const model_Namespace::Settings &settings);
-    void CloseSerialChannel();
-    void CloseTcpChannel();
+    void closeSerialChannel();
+    void closeTcpChannel();
 
-    void SetState(SessionState state);
+    void setState(SessionState state);
 
     /// Sends a static status request at once, whatever the state.
     void RequestModuleStatus(quint8 address);
 
     /// Has the static status of a module fetched by the cycle; emits statusBusy() before.
-    void QueueModuleStatus(quint8 address);
+    void queueModuleStatus(quint8 address);
 
     /// Queues a DatagramT1, DatagramT2 or DatagramT3; emits statusBusy() before.
-    void QueueChannelRequest(const QVariant &request);
+    void queueChannelRequest(const QVariant &request);
 
     /// Pauses the session for an EEPROM request; sends nothing itself. Agreed operation without a caller.
     void SendModuleEepromRequest(int module);

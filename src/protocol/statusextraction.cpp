@@ -102,7 +102,7 @@ bool Communication::takeSystemStatus(const QByteArray &payload, const Fast_Syste
     if (session != m_session)
         return false;
     m_walk.begin(status.nModules, status.hasFixedModule(wireCode(ModuleType::Power)));
-    SetState(SessionState::ModuleWalk);
+    setState(SessionState::ModuleWalk);
     m_systemStatusReceived = true;
     sendInitRequest(SessionState::ModuleWalk);
     return true;
@@ -110,7 +110,7 @@ bool Communication::takeSystemStatus(const QByteArray &payload, const Fast_Syste
 
 bool Communication::takeRefreshedStatus(const System_Status &status)
 {
-    SetState(SessionState::Cyclic);
+    setState(SessionState::Cyclic);
     m_queues.setSystemStatusWanted(false);
     const quint32 session = m_session;
     emit Signal_SamplingNBitRate(QVariant::fromValue(status));
@@ -194,7 +194,7 @@ void Communication::finishWalk(quint8 moduleType)
         return;
     m_cyclicCommTimer->start(m_periods.cyclic);
     m_commTimer->start(m_periods.comm);
-    SetState(SessionState::Cyclic);
+    setState(SessionState::Cyclic);
     qDebug() << "Initialized State NxtModuleToInit :" << m_walk.next() << m_walk.count();
     if (moduleType != wireCode(ModuleType::Power))
         qDebug() << "**Warning Power Module type incorrectly recieved or not present ";

@@ -86,9 +86,9 @@ QList<QByteArray> TstCommandSlots::nextTurn()
 
 void TstCommandSlots::channelRequestsGoOutOnePerTurn()
 {
-    s->comm->QueueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
-    s->comm->QueueChannelRequest(request<DatagramT2>(1, 2, ChannelSelector::AutoReset));
-    s->comm->QueueChannelRequest(request<DatagramT3>(64, 1, ChannelSelector::Filter));
+    s->comm->queueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
+    s->comm->queueChannelRequest(request<DatagramT2>(1, 2, ChannelSelector::AutoReset));
+    s->comm->queueChannelRequest(request<DatagramT3>(64, 1, ChannelSelector::Filter));
     QCOMPARE(nextTurn(), QList<QByteArray>{"280000000181"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"280000000280"});
     QVERIFY(s->log.contains(text("ModuleType2 request Sent")));
@@ -133,7 +133,7 @@ void TstCommandSlots::powerSettingIsReadBack()
 void TstCommandSlots::systemResetWaitsForEmptyQueues()
 {
     s->comm->Slot_SendSystemReset();
-    s->comm->QueueModuleStatus(3);
+    s->comm->queueModuleStatus(3);
     QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"2b000000000000"});
     QVERIFY(s->log.contains(text("System Reset request Sent")));
@@ -143,9 +143,9 @@ void TstCommandSlots::systemResetWaitsForEmptyQueues()
 void TstCommandSlots::kindsOfWorkComeInTheirOrder()
 {
     s->comm->Slot_SendSystemReset();
-    s->comm->QueueModuleStatus(3);
+    s->comm->queueModuleStatus(3);
     s->comm->Slot_SendVoltageSupply(1, 0, 0);
-    s->comm->QueueChannelRequest(request<DatagramT1>(2, 1, ChannelSelector::Autozero));
+    s->comm->queueChannelRequest(request<DatagramT1>(2, 1, ChannelSelector::Autozero));
     QCOMPARE(nextTurn(), QList<QByteArray>{"280000000381"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"1c000000010000"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
@@ -161,12 +161,12 @@ void TstCommandSlots::busyIsToldBeforeTheEntryIsQueued()
         s->endTurn();
     });
     s->endTurn();
-    s->comm->QueueModuleStatus(3);
+    s->comm->queueModuleStatus(3);
     QCOMPARE(sentInside, QList<QByteArray>{"0800000000"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
     sentInside.clear();
     s->endTurn();
-    s->comm->QueueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
+    s->comm->queueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
     QCOMPARE(sentInside, QList<QByteArray>{"0800000000"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"280000000181"});
     sentInside.clear();
@@ -190,9 +190,9 @@ void TstCommandSlots::slotsThatQueueNothingTellNothing()
 
 void TstCommandSlots::requestWithoutChannelLeavesTheTurnToPolling()
 {
-    s->comm->QueueChannelRequest(request<DatagramT1>(128, 2, ChannelSelector::Autozero));
-    s->comm->QueueChannelRequest(request<DatagramT1>(1, 0, ChannelSelector::ShuntAll));
-    s->comm->QueueChannelRequest(QVariant(text("foreign")));
+    s->comm->queueChannelRequest(request<DatagramT1>(128, 2, ChannelSelector::Autozero));
+    s->comm->queueChannelRequest(request<DatagramT1>(1, 0, ChannelSelector::ShuntAll));
+    s->comm->queueChannelRequest(QVariant(text("foreign")));
     for (int i = 0; i < 3; ++i) {
         s->forget();
         s->time.advance(500);
@@ -204,8 +204,8 @@ void TstCommandSlots::requestWithoutChannelLeavesTheTurnToPolling()
 
 void TstCommandSlots::requestWithoutChannelLeavesTheTurnToTheNextKind()
 {
-    s->comm->QueueChannelRequest(request<DatagramT1>(1, 0, ChannelSelector::ShuntAll));
-    s->comm->QueueModuleStatus(4);
+    s->comm->queueChannelRequest(request<DatagramT1>(1, 0, ChannelSelector::ShuntAll));
+    s->comm->queueModuleStatus(4);
     QCOMPARE(nextTurn(), QList<QByteArray>{"1200000004"});
 }
 
@@ -217,8 +217,8 @@ void TstCommandSlots::statusRequestGoesOutAtOnceWhenAsked()
 
 void TstCommandSlots::answeredStatusRequestIsTakenOut()
 {
-    s->comm->QueueModuleStatus(3);
-    s->comm->QueueModuleStatus(4);
+    s->comm->queueModuleStatus(3);
+    s->comm->queueModuleStatus(4);
     s->reply(device::moduleStatus(3, 1)); // whatever brought it
     QCOMPARE(nextTurn(), QList<QByteArray>{"1200000004"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"0800000000"});
@@ -227,7 +227,7 @@ void TstCommandSlots::answeredStatusRequestIsTakenOut()
 void TstCommandSlots::refreshGoesAfterTheQueues()
 {
     s->comm->Slot_SendSamplingRates(text("5000"), text("16"));
-    s->comm->QueueModuleStatus(3);
+    s->comm->queueModuleStatus(3);
     QCOMPARE(nextTurn(), QList<QByteArray>{"2a000000030300"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
     QCOMPARE(nextTurn(), QList<QByteArray>{"0100000001"});
@@ -280,7 +280,7 @@ void TstCommandSlots::firmwareCommandsSilenceThePolling()
 {
     s->comm->Slot_FirmwareCommands(firmware(1));
     s->comm->Slot_FirmwareCommands(firmware(0));
-    s->comm->QueueModuleStatus(3);
+    s->comm->queueModuleStatus(3);
     s->comm->Slot_StartFPGAprocess();
     s->time.turn();
     s->forget();

@@ -35,7 +35,7 @@ private:
 void TstOpening::constructionSendsNothing()
 {
     QCOMPARE(s->comm->state(), SessionState::SystemStatusAwaited);
-    QVERIFY(!s->comm->IsCommunicationChannelOpen());
+    QVERIFY(!s->comm->isCommunicationChannelOpen());
     s->time.advance(20000);
     QCOMPARE(s->sent(), QList<QByteArray>());
     QCOMPARE(s->events, QStringList());
@@ -47,7 +47,7 @@ void TstOpening::serialOpenStartsASession()
     const auto settings = SessionFixture::serialSettings();
     QVERIFY(s->comm->OpenCommunicationChannel(settings));
     QCOMPARE(s->serial->settings, settings);
-    QVERIFY(s->comm->IsCommunicationChannelOpen());
+    QVERIFY(s->comm->isCommunicationChannelOpen());
     QCOMPARE(s->events, QStringList({QStringLiteral("CleanSlate"), QStringLiteral("packetSent"),
                                      QStringLiteral("DebugMsg(Connection established with serial port)")}));
     QCOMPARE(s->sent(), QList<QByteArray>{"0100000001"});
@@ -70,7 +70,7 @@ void TstOpening::failedSerialOpenChangesNoTimer()
     s->bringTo(SessionState::Cyclic);
     s->serial->opens = false;
     QVERIFY(!s->comm->OpenCommunicationChannel(SessionFixture::serialSettings()));
-    QVERIFY(!s->comm->IsCommunicationChannelOpen());
+    QVERIFY(!s->comm->isCommunicationChannelOpen());
     QCOMPARE(s->takeEvents(), QStringList{QStringLiteral("passRetryPort")});
     QCOMPARE(s->comm->state(), SessionState::Cyclic);
     s->serial->opens = true;
@@ -89,7 +89,7 @@ void TstOpening::tcpOpenStartsASession()
     QVERIFY(s->comm->OpenCommunicationChannel(SessionFixture::tcpSettings()));
     QCOMPARE(s->tcp->address, QStringLiteral("192.168.0.62"));
     QCOMPARE(s->tcp->port, QStringLiteral("7777"));
-    QVERIFY(s->comm->IsCommunicationChannelOpen());
+    QVERIFY(s->comm->isCommunicationChannelOpen());
     QCOMPARE(s->events, QStringList({QStringLiteral("CleanSlate"), QStringLiteral("packetSent")}));
     QCOMPARE(s->sent(), QList<QByteArray>{"0100000001"});
 }
@@ -97,7 +97,7 @@ void TstOpening::tcpOpenStartsASession()
 void TstOpening::refusedConnectLeavesACleanSlate()
 {
     s->bringTo(SessionState::Cyclic);
-    s->comm->QueueModuleStatus(1);
+    s->comm->queueModuleStatus(1);
     s->forget();
     s->tcp->connects = false;
     QVERIFY(!s->comm->OpenCommunicationChannel(SessionFixture::tcpSettings()));
@@ -116,12 +116,12 @@ void TstOpening::refusedKindIsRememberedAndNothingOpened()
     settings.commType = Comm_Type::None;
     QVERIFY(!s->comm->OpenCommunicationChannel(settings));
     QVERIFY(s->serial->IsOpen());
-    QVERIFY(!s->comm->IsCommunicationChannelOpen());
+    QVERIFY(!s->comm->isCommunicationChannelOpen());
     s->comm->RequestModuleStatus(1);
     QCOMPARE(s->sent(), QList<QByteArray>()); // no link is the active one
     settings.commType = static_cast<Comm_Type>(7);
     QVERIFY(!s->comm->OpenCommunicationChannel(settings));
-    QVERIFY(!s->comm->IsCommunicationChannelOpen());
+    QVERIFY(!s->comm->isCommunicationChannelOpen());
     QCOMPARE(s->serial->calls + s->tcp->calls, QStringList());
 }
 
@@ -154,15 +154,15 @@ void TstOpening::otherLinkIsLeftFirst()
 void TstOpening::onlyTheActiveLinkCounts()
 {
     s->comm->OpenCommunicationChannel(SessionFixture::serialSettings());
-    s->comm->CloseTcpChannel();
-    QVERIFY(s->comm->IsCommunicationChannelOpen());
-    s->comm->CloseSerialChannel();
-    QVERIFY(!s->comm->IsCommunicationChannelOpen());
+    s->comm->closeTcpChannel();
+    QVERIFY(s->comm->isCommunicationChannelOpen());
+    s->comm->closeSerialChannel();
+    QVERIFY(!s->comm->isCommunicationChannelOpen());
     s->comm->OpenCommunicationChannel(SessionFixture::tcpSettings());
-    s->comm->CloseSerialChannel();
-    QVERIFY(s->comm->IsCommunicationChannelOpen());
-    s->comm->CloseTcpChannel();
-    QVERIFY(!s->comm->IsCommunicationChannelOpen());
+    s->comm->closeSerialChannel();
+    QVERIFY(s->comm->isCommunicationChannelOpen());
+    s->comm->closeTcpChannel();
+    QVERIFY(!s->comm->isCommunicationChannelOpen());
 }
 
 void TstOpening::framesGoToTheActiveLinkOnly()
@@ -209,7 +209,7 @@ void TstOpening::writtenFramesAreReported()
 void TstOpening::timeOutsOfAClosedLinkEndInSilence()
 {
     s->bringTo(SessionState::ModuleWalk);
-    s->comm->CloseSerialChannel();
+    s->comm->closeSerialChannel();
     s->forget();
     s->time.advance(3800);
     QCOMPARE(s->takeEvents(), QStringList({QStringLiteral("DebugMsg(Initialize Sequence Timeout!)"),
@@ -235,7 +235,7 @@ void TstOpening::settingsMayChangeWhileTheLinkOpens()
     model_Namespace::Settings settings = SessionFixture::tcpSettings();
     connect(s->tcp, &FakeTcpSock::TcpConnected, s->tcp, [&settings] { settings = {}; });
     QVERIFY(s->comm->OpenCommunicationChannel(settings));
-    QVERIFY(s->comm->IsCommunicationChannelOpen());
+    QVERIFY(s->comm->isCommunicationChannelOpen());
 }
 
 QTEST_GUILESS_MAIN(TstOpening)

@@ -80,7 +80,7 @@ void TstReentrance::cause(const QString &reason)
     else if (reason == QLatin1String("opening"))
         reopen();
     else {
-        s->comm->QueueModuleStatus(1);
+        s->comm->queueModuleStatus(1);
         for (int turn = 0; turn < 12; ++turn)
             s->comm->CheckPendingModuleStatusRequests();
     }
@@ -99,7 +99,7 @@ void TstReentrance::reopeningDuringACleanSlate()
     cause(reason);
     QCOMPARE(s->sent().count(kSystemRequest), 1); // of the session that the receiver began
     QCOMPARE(s->comm->state(), SessionState::SystemStatusAwaited);
-    QVERIFY(s->comm->IsCommunicationChannelOpen());
+    QVERIFY(s->comm->isCommunicationChannelOpen());
     s->reply(device::systemStatus({}, true));
     QCOMPARE(s->comm->state(), SessionState::ModuleWalk);
 }
@@ -113,12 +113,12 @@ void TstReentrance::closingDuringACleanSlate()
 {
     QFETCH(QString, reason);
     s->bringTo(SessionState::Cyclic);
-    once(&Communication::Signal_CleanSlateProtocol, [this] { s->comm->CloseSerialChannel(); });
+    once(&Communication::Signal_CleanSlateProtocol, [this] { s->comm->closeSerialChannel(); });
     cause(reason);
     QVERIFY(!s->sent().contains(kSystemRequest));
     QCOMPARE(s->takeEvents().count(QStringLiteral("passRetryPort")), 1); // the reset found no link
     QCOMPARE(s->comm->state(), SessionState::SystemStatusAwaited);
-    QVERIFY(!s->comm->IsCommunicationChannelOpen());
+    QVERIFY(!s->comm->isCommunicationChannelOpen());
 }
 
 void TstReentrance::reopeningDuringAReply_data()
@@ -224,7 +224,7 @@ void TstReentrance::openingTheOtherLinkWhileOneOpens()
 void TstReentrance::closingTheLinkKeepsTheFrameInHand()
 {
     s->bringTo(SessionState::Cyclic);
-    once(&Communication::packetRecvd, [this] { s->comm->CloseSerialChannel(); });
+    once(&Communication::packetRecvd, [this] { s->comm->closeSerialChannel(); });
     s->reply(device::fastSystemStatus());
     QCOMPARE(s->takeEvents(), QStringList({QStringLiteral("packetRecvd"), QStringLiteral("FastSystemStatus"),
                                            QStringLiteral("RcvPayload")}));

@@ -221,7 +221,7 @@ void TstSession::nothingIsSentUntilAReplyCame()
     s->bringTo(SessionState::Cyclic);
     s->time.advance(500);
     QCOMPARE(s->sent().size(), 1);
-    s->comm->QueueModuleStatus(1);
+    s->comm->queueModuleStatus(1);
     s->time.advance(1500);
     QCOMPARE(s->sent(), QList<QByteArray>());
     s->endTurn();
@@ -262,7 +262,7 @@ void TstSession::resetDoesNotRaiseTheSemaphore()
 void TstSession::pollingAloneMakesTheStatusAvailable()
 {
     s->bringTo(SessionState::Cyclic);
-    s->comm->QueueModuleStatus(1);
+    s->comm->queueModuleStatus(1);
     s->forget();
     s->time.advance(500);
     QCOMPARE(s->takeEvents(), QStringList{text("packetSent")});
@@ -398,7 +398,7 @@ void TstSession::rateChangeLostInAResetHealsAfterOneTimeout()
 void TstSession::queuedWorkIsLostInAReset()
 {
     s->bringTo(SessionState::Cyclic);
-    s->comm->QueueModuleStatus(1);
+    s->comm->queueModuleStatus(1);
     s->comm->Slot_SendChannnelChangeReq(1, 2);
     s->comm->Slot_CommTimeout();
     s->endTurn();
@@ -418,7 +418,7 @@ void TstSession::resetFlagInEachState()
 {
     QFETCH(int, state);
     s->bringTo(static_cast<SessionState>(state));
-    s->comm->SetState(static_cast<SessionState>(state));
+    s->comm->setState(static_cast<SessionState>(state));
     s->time.advance(3000);
     s->forget();
     s->reply(device::fastSystemStatus(1));
@@ -463,7 +463,7 @@ void TstSession::eepromPauseEndsOnce()
 
 void TstSession::stateCanBeSet()
 {
-    s->comm->SetState(SessionState::ModuleEeprom);
+    s->comm->setState(SessionState::ModuleEeprom);
     QCOMPARE(s->comm->state(), SessionState::ModuleEeprom);
     QCOMPARE(int(s->comm->state()), 4);
     QVERIFY(s->log.contains(text("Session state 1 becomes 4")));
@@ -475,7 +475,7 @@ void TstSession::pendingRequestIsAskedAgainThenStartsOver()
 {
     s->bringTo(SessionState::Cyclic);
     QVERIFY(!s->comm->CheckPendingModuleStatusRequests());
-    s->comm->QueueModuleStatus(7);
+    s->comm->queueModuleStatus(7);
     s->forget();
     for (int turn = 1; turn <= 5; ++turn)
         QVERIFY(s->comm->CheckPendingModuleStatusRequests());

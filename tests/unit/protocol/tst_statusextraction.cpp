@@ -147,7 +147,7 @@ void TstStatusExtraction::replyInState()
     QFETCH(QByteArray, request);
 
     s->bringTo(state == 4 ? SessionState::Cyclic : static_cast<SessionState>(state));
-    s->comm->SetState(static_cast<SessionState>(state));
+    s->comm->setState(static_cast<SessionState>(state));
     s->endTurn();
     s->comm->Slot_CyclicCommTrigger(); // takes the semaphore down
     s->forget();
@@ -353,7 +353,7 @@ void TstStatusExtraction::emptyPayloadEndsTheTurn()
 void TstStatusExtraction::powerReplyWithAnotherAddressIsAPowerReply()
 {
     s->bringTo(SessionState::Cyclic);
-    s->comm->QueueModuleStatus(5);
+    s->comm->queueModuleStatus(5);
     s->forget();
     QByteArray payload = device::powerStatus();
     payload[16] = 5;
@@ -402,7 +402,7 @@ void TstStatusExtraction::randomPayloadsLeaveAWorkingSession()
     s->bringTo(static_cast<SessionState>(state));
     for (int round = 0; round < kRounds; ++round) {
         if (round % 8 == 0)
-            s->comm->SetState(static_cast<SessionState>(state));
+            s->comm->setState(static_cast<SessionState>(state));
         QByteArray payload(static_cast<int>(random() % 1301), '\0');
         for (char &byte : payload)
             byte = static_cast<char>(random());
@@ -412,7 +412,7 @@ void TstStatusExtraction::randomPayloadsLeaveAWorkingSession()
             payload[8] = 0;
         s->reply(payload);
         s->time.advance(static_cast<int>(random() % 600));
-        QVERIFY(s->comm->IsCommunicationChannelOpen());
+        QVERIFY(s->comm->isCommunicationChannelOpen());
         s->forget();
     }
     s->serial->script = device::chain(QByteArray(2, 1), true);
