@@ -5,6 +5,7 @@
 #include "link/framecrc.h"
 
 #include <QLoggingCategory>
+#include <QtEndian>
 #include <algorithm>
 
 namespace {
@@ -13,11 +14,6 @@ constexpr char kRxSignature[] = "int Communication_Aux::RX_from_VX(uchar)";
 constexpr int kLengthEnd = frame::kLengthOffset + 1;
 constexpr int kHeaderEnd = frame::kHeaderSize - 1;
 constexpr int kChecksumStep = 128; ///< a power of two
-
-quint16 littleEndian(const quint8 *bytes)
-{
-    return static_cast<quint16>(bytes[0] | (bytes[1] << 8));
-}
 
 } // namespace
 
@@ -45,10 +41,10 @@ int Communication_Aux::takeAtStop(uchar byte)
         resetReceiver();
         return Refused;
     }
-    m_bytes[m_index] = byte;
+    m_bytes[m_index] = static_cast<char>(byte);
     noteReception();
     if (m_index == kLengthEnd) {
-        m_payloadLength = littleEndian(m_bytes + frame::kLengthOffset);
+        m_payloadLength = valueAt(frame::kLengthOffset);
         // Asked first because this line comes with each frame, and building it in vain is not cheap.
         if (QLoggingCategory::defaultCategory()->isDebugEnabled())
             qDebug() << "Payload Size:" << m_payloadLength;
@@ -80,11 +76,13 @@ int Communication_Aux::nextStop() const
 
 bool Communication_Aux::acceptHeader()
 {
-    const bool started = std::equal(frame::kStart.begin(), frame::kStart.end(), m_bytes);
-    followCounter(m_bytes[frame::kCounterOffset]);
+    const bool started =
+        std::equal(frame::kStart.begin(), frame::kStart.end(), m_bytes,
+                   [](quint8 expected, char byte) { return static_cast<char>(expected) == byte; });
+    followCounter(static_cast<quint8>(m_bytes[frame::kCounterOffset]));
     const quint16 sum = frame::updateSum(frame::kChecksumStart, m_bytes, frame::kHeaderSumOffset);
-    return started && m_bytes[frame::kOriginatorOffset] == frame::kDeviceOriginator &&
-           m_payloadLength <= frame::kMaxPayload && littleEndian(m_bytes + frame::kHeaderSumOffset) == sum;
+    return started && static_cast<quint8>(m_bytes[frame::kOriginatorOffset]) == frame::kDeviceOriginator &&
+           m_payloadLength <= frame::kMaxPayload && valueAt(frame::kHeaderSumOffset) == sum;
 }
 
 /// A mismatch is only told. On purpose it is not mended: the finished frame counts on once more, so the
@@ -103,7 +101,7 @@ void Communication_Aux::followCounter(quint8 received)
 int Communication_Aux::finishFrame()
 {
     takeOnChecksum(trailerIndex());
-    const quint16 received = littleEndian(m_bytes + trailerIndex());
+    const quint16 received = valueAt(trailerIndex());
     if (received != m_crc) {
         debugLine(kRxSignature).noquote()
             << QString::asprintf("!!! Invalid Checksum  received %02x Checksum Calculated %02x",
@@ -117,6 +115,11 @@ int Communication_Aux::finishFrame()
     resetReceiver();
     ++m_expectedCounter;
     return Taken;
+}
+
+quint16 Communication_Aux::valueAt(int offset) const
+{
+    return qFromLittleEndian<quint16>(m_bytes + offset);
 }
 
 void Communication_Aux::takeOnChecksum(int end)

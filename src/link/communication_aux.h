@@ -26,8 +26,9 @@ public:
 
     static constexpr int kBufferSize = 1500;
 
-    /// A frame whose next byte does not come within `receiveTimeout` is dropped. `bufferLimit`, at most
-    /// kBufferSize, is the number of bytes that a frame may have before it counts as an overflow.
+    /// A frame whose next byte does not come within `receiveTimeout` is dropped; the time counts from the
+    /// turn of the event loop after the one in which the last byte came. `bufferLimit`, at most kBufferSize,
+    /// is the number of bytes that a frame may have before it counts as an overflow.
     explicit Communication_Aux(TimeSource &time, QObject *parent = nullptr,
                                std::chrono::milliseconds receiveTimeout = std::chrono::milliseconds(1000),
                                int bufferLimit = kBufferSize);
@@ -39,7 +40,7 @@ public:
     {
         if (Q_UNLIKELY(m_index >= m_stop))
             return takeAtStop(byte);
-        m_bytes[m_index] = byte;
+        m_bytes[m_index] = static_cast<char>(byte);
         ++m_index;
         return Taken;
     }
@@ -60,7 +61,7 @@ signals:
     /// emission, so a receiver deals with it inside the call.
     void Signal_RcvDatagramOk(QByteArray &frame);
 
-    /// The receiver was reset, after a good frame as well as after a bad one.
+    /// The receiver was reset: after a good or a bad frame, a refused first byte or a time-out.
     void Signal_ResetRcvData();
 
 private:
@@ -69,6 +70,7 @@ private:
     bool acceptHeader();
     void followCounter(quint8 received);
     void takeOnChecksum(int end);
+    quint16 valueAt(int offset) const;
     int nextStop() const;
     void resetReceiver();
     void noteReception();
@@ -80,8 +82,8 @@ private:
 
     int m_index = 0; ///< where the next byte is stored
     int m_stop = 0;  ///< the byte of this index, and each one behind it, needs more than storing
-    quint8 m_bytes[kBufferSize] = {};
-    int m_checked = 0; ///< number of bytes that m_crc covers
+    char m_bytes[kBufferSize] = {}; ///< apart from m_frame, which receivers may share: storing stays cheap
+    int m_checked = 0;              ///< number of bytes that m_crc covers
     quint16 m_crc = frame::kChecksumStart;
     quint16 m_payloadLength = 0;
     quint8 m_expectedCounter = 0;
@@ -90,6 +92,6 @@ private:
     quint32 m_abandonedReads = 0;
     const int m_bufferLimit;
     const std::chrono::milliseconds m_receiveTimeout;
-    Timer *m_timer; ///< child
-    QByteArray m_frame;
+    Timer *m_timer;     ///< child
+    QByteArray m_frame; ///< empty but for the emission of a frame
 };

@@ -6,15 +6,6 @@
 
 namespace frame {
 
-namespace {
-
-const quint8 *begin(const ByteWriter &writer)
-{
-    return reinterpret_cast<const quint8 *>(writer.bytes().constData());
-}
-
-} // namespace
-
 QByteArray build(quint8 counter, quint8 addressee, const QByteArray &payload)
 {
     Q_ASSERT(payload.size() <= kMaxPayload);
@@ -23,9 +14,9 @@ QByteArray build(quint8 counter, quint8 addressee, const QByteArray &payload)
         writer.writeU8(byte);
     writer.writeU8(counter).writeU8(addressee).writeU8(kOwnOriginator).writeZeros(kReservedSize);
     writer.writeU16(static_cast<quint16>(payload.size()));
-    writer.writeU16(updateSum(kChecksumStart, begin(writer), writer.bytes().size()));
+    writer.writeU16(updateSum(kChecksumStart, writer.bytes().constData(), writer.bytes().size()));
     writer.writeBytes(payload);
-    writer.writeU16(updateCrc(kChecksumStart, begin(writer), writer.bytes().size()));
+    writer.writeU16(updateCrc(kChecksumStart, writer.bytes().constData(), writer.bytes().size()));
     return writer.bytes();
 }
 

@@ -35,30 +35,35 @@ constexpr Tables makeTables()
 
 constexpr Tables kTables = makeTables();
 
-quint16 updateSlice(unsigned crc, const quint8 *bytes)
+constexpr quint8 value(char byte)
 {
-    unsigned next =
-        kTables[kSlices - 1][bytes[0] ^ (crc >> 8)] ^ kTables[kSlices - 2][bytes[1] ^ (crc & 0xFFU)];
+    return static_cast<quint8>(byte);
+}
+
+quint16 updateSlice(unsigned crc, const char *bytes)
+{
+    unsigned next = kTables[kSlices - 1][value(bytes[0]) ^ (crc >> 8)] ^
+                    kTables[kSlices - 2][value(bytes[1]) ^ (crc & 0xFFU)];
     for (std::size_t i = 2; i < kSlices; ++i)
-        next ^= kTables[kSlices - 1 - i][bytes[i]];
+        next ^= kTables[kSlices - 1 - i][value(bytes[i])];
     return static_cast<quint16>(next);
 }
 
 } // namespace
 
-quint16 updateCrc(quint16 crc, const quint8 *bytes, int size)
+quint16 updateCrc(quint16 crc, const char *bytes, int size)
 {
     for (; size >= kSlices; size -= kSlices, bytes += kSlices)
         crc = updateSlice(crc, bytes);
     for (; size > 0; --size, ++bytes)
-        crc = static_cast<quint16>((crc << 8) ^ kTables[0][(crc >> 8) ^ *bytes]);
+        crc = static_cast<quint16>((crc << 8) ^ kTables[0][(crc >> 8) ^ value(*bytes)]);
     return crc;
 }
 
-quint16 updateSum(quint16 sum, const quint8 *bytes, int size)
+quint16 updateSum(quint16 sum, const char *bytes, int size)
 {
     for (int i = 0; i < size; ++i)
-        sum = static_cast<quint16>(sum + bytes[i]);
+        sum = static_cast<quint16>(sum + value(bytes[i]));
     return sum;
 }
 

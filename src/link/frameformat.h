@@ -10,7 +10,6 @@ namespace frame {
 
 constexpr std::array<quint8, 5> kStart{0x80, 0x81, 0x82, 0x83, 0x01}; ///< four sync bytes and the version
 constexpr int kCounterOffset = 5;
-constexpr int kAddresseeOffset = 6;
 constexpr int kOriginatorOffset = 7;
 constexpr int kReservedSize = 8; ///< bytes 8 to 15, zero when sent
 constexpr int kLengthOffset = 16;

@@ -6,14 +6,9 @@
 
 namespace {
 
-const quint8 *data(const QByteArray &bytes)
-{
-    return reinterpret_cast<const quint8 *>(bytes.constData());
-}
-
 quint16 crcOf(const QByteArray &bytes)
 {
-    return frame::updateCrc(frame::kChecksumStart, data(bytes), bytes.size());
+    return frame::updateCrc(frame::kChecksumStart, bytes.constData(), bytes.size());
 }
 
 /// Bit by bit, as the format tells it.
@@ -76,8 +71,8 @@ void TstFrameCrc::crcCarriesOnWhereverTheBytesAreCut()
 {
     const QByteArray bytes = deviceframes::patternPayload(70);
     for (int cut = 0; cut <= bytes.size(); ++cut) {
-        const quint16 head = frame::updateCrc(frame::kChecksumStart, data(bytes), cut);
-        QCOMPARE(frame::updateCrc(head, data(bytes) + cut, bytes.size() - cut), crcOf(bytes));
+        const quint16 head = frame::updateCrc(frame::kChecksumStart, bytes.constData(), cut);
+        QCOMPARE(frame::updateCrc(head, bytes.constData() + cut, bytes.size() - cut), crcOf(bytes));
     }
 }
 
@@ -85,14 +80,14 @@ void TstFrameCrc::sumKeepsSixteenBits()
 {
     const QByteArray bytes(18, char(0xFF));
     // 0xF0F1 + 18 * 0xFF = 0x102DF
-    QCOMPARE(int(frame::updateSum(frame::kChecksumStart, data(bytes), bytes.size())), 0x02DF);
+    QCOMPARE(int(frame::updateSum(frame::kChecksumStart, bytes.constData(), bytes.size())), 0x02DF);
 }
 
 void TstFrameCrc::sumCarriesOn()
 {
     const QByteArray bytes = QByteArray::fromHex("80ff01");
-    const quint16 head = frame::updateSum(0, data(bytes), 1);
-    QCOMPARE(int(frame::updateSum(head, data(bytes) + 1, 2)), 0x180);
+    const quint16 head = frame::updateSum(0, bytes.constData(), 1);
+    QCOMPARE(int(frame::updateSum(head, bytes.constData() + 1, 2)), 0x180);
 }
 
 QTEST_APPLESS_MAIN(TstFrameCrc)

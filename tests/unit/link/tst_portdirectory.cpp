@@ -1,6 +1,6 @@
-#include "droppedprivileges.h"
 #include "link/permissionadvice.h"
 #include "link/portdirectory.h"
+#include "support/droppedprivileges.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "deviceframes.h"
-#include "droppedprivileges.h"
 #include "link/permissionadvice.h"
 #include "link/serialcomm.h"
 #include "pseudoterminal.h"
+#include "support/droppedprivileges.h"
 #include "support/messagecatcher.h"
 #include "support/virtualtime.h"
 
@@ -221,7 +221,8 @@ void TstSerialComm::lackOfPermissionIsExplained()
     QCOMPARE(m_retries->count(), 1);
     QVERIFY(m_log->contains(kUnavailable));
     const QFileInfo device(m_terminal->device());
-    QVERIFY(m_log->contains(permissionAdvice(kName, device.filePath(), device.group(), device.groupId())));
+    QVERIFY(m_log->contains(QtWarningMsg,
+                            permissionAdvice(kName, device.filePath(), device.group(), device.groupId())));
 }
 
 void TstSerialComm::closeTellsAndFreesThePort()
