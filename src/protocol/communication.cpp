@@ -6,6 +6,7 @@
 #include "link/frameformat.h"
 #include "protocol/commlinks.h"
 #include "protocol/framesplit.h"
+#include "protocol/records/recordtypes.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ Communication::Communication(TimeSource &time, CommLinks links, const CommPeriod
     , m_periods(periods)
 {
     Q_ASSERT(m_serial && m_tcp);
+    registerRecordTypes();
     createTimers(time);
     cleanSlate();
     connectLinks();
@@ -111,8 +113,9 @@ bool Communication::openSerial(const model_Namespace::Settings &settings)
         m_serial->Close();
     }
     m_serial->SetSettings(settings);
+    const quint32 session = m_session;
     if (!m_serial->Open())
-        return false;
+        return session != m_session && isCommunicationChannelOpen(); // a receiver may have opened a link
     if (!startOver())
         return isCommunicationChannelOpen();
     const QString text = QStringLiteral("Connection established with serial port");
@@ -124,8 +127,9 @@ bool Communication::openSerial(const model_Namespace::Settings &settings)
 bool Communication::openTcp(const model_Namespace::Settings &settings)
 {
     cleanSlate();
+    const quint32 session = m_session;
     if (!m_tcp->connectToServer(settings.ipAddress, settings.tcpPort))
-        return false;
+        return session != m_session && isCommunicationChannelOpen();
     return startOver() || isCommunicationChannelOpen();
 }
 
@@ -159,14 +163,19 @@ void Communication::cleanSlate()
     setState(SessionState::SystemStatusAwaited);
 }
 
-void Communication::resetCommChannels()
+// This and the next two: true if no receiver began a new session, which would make further steps of the
+// caller too many.
+bool Communication::resetCommChannels()
 {
     cleanSlate();
+    const quint32 session = m_session;
     sendInitRequest(m_state);
+    if (session != m_session)
+        return false;
     m_initSequenceTimer->start(m_periods.initSequence);
+    return true;
 }
 
-// True if no receiver began a new session, which would make a reset by the caller one too many.
 bool Communication::announceCleanSlate()
 {
     const quint32 session = m_session;
@@ -176,10 +185,7 @@ bool Communication::announceCleanSlate()
 
 bool Communication::startOver()
 {
-    if (!announceCleanSlate())
-        return false;
-    resetCommChannels();
-    return true;
+    return announceCleanSlate() && resetCommChannels();
 }
 
 void Communication::sendInitRequest(SessionState request)
@@ -256,20 +262,24 @@ void Communication::Slot_CyclicCommTrigger()
 bool Communication::sendQueuedRequest()
 {
     const auto request = m_queues.takeNext();
-    if (!request)
-        return false;
-    switch (request->kind) {
+    if (request)
+        sendRequest(*request);
+    return request.has_value();
+}
+
+void Communication::sendRequest(const QueuedRequest &request)
+{
+    switch (request.kind) {
     case QueuedRequest::Kind::Payload:
-        sendPayload(request->payload);
+        sendPayload(request.payload);
         break;
     case QueuedRequest::Kind::SystemRefresh:
         sendInitRequest(SessionState::SystemStatusAwaited);
         setState(SessionState::SystemStatusAwaited);
         break;
     }
-    if (request->sentText)
-        qDebug() << request->sentText;
-    return true;
+    if (request.sentText)
+        qDebug() << request.sentText;
 }
 
 bool Communication::CheckPendingModuleStatusRequests()
@@ -301,11 +311,11 @@ void Communication::Slot_FPGAcmdsSend()
     }
     if (!m_semaphore)
         return;
-    const auto payload = m_queues.takeFirmwareCommand();
-    if (!payload)
+    const auto request = m_queues.takeFirmwareCommand();
+    if (!request)
         return;
     m_semaphore = false;
-    sendPayload(*payload);
+    sendRequest(*request);
 }
 
 void Communication::giveUpPendingModules()
@@ -334,10 +344,10 @@ void Communication::Slot_InitializationTimeout()
     emit Signal_DebugMsg(QStringLiteral("Initialize Sequence Timeout!"));
     if (session != m_session)
         return;
-    if (isCommunicationChannelOpen())
-        resetCommChannels();
-    else
+    if (!isCommunicationChannelOpen())
         cleanSlate();
+    else if (!resetCommChannels())
+        return;
     emit Signal_CleanSlateProtocol();
 }
 

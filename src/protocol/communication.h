@@ -66,7 +66,8 @@ public:
     /// long. False if none waits.
     bool CheckPendingModuleStatusRequests();
 
-    /// Builds the frame around `payload` into `frame`; takes the next value of the transmit counter.
+    /// Builds the frame around `payload`, of at most frame::kMaxPayload bytes, into `frame`; takes the next
+    /// value of the transmit counter.
     void PackDatagram(quint8 addressee, const QByteArray &payload, QByteArray &frame);
 
     /// Hands a frame to the active link; without one it is dropped.
@@ -123,13 +124,14 @@ private:
     bool openSerial(const model_Namespace::Settings &settings);
     bool openTcp(const model_Namespace::Settings &settings);
     void cleanSlate();
-    void resetCommChannels();
+    bool resetCommChannels();
     bool announceCleanSlate();
     bool startOver();
     void sendInitRequest(SessionState request);
     void sendPayload(const QByteArray &payload);
     void queueSystemCommand(const SystemCommand &command);
     bool sendQueuedRequest();
+    void sendRequest(const QueuedRequest &request);
     void giveUpPendingModules();
 
     // Each takes one kind of reply; true if the common end of a reply is to follow.
@@ -158,7 +160,7 @@ private:
     bool m_systemStatusReceived = false;
     quint32 m_session = 0; ///< grows with each clean slate; tells a step that its session is over
     quint8 m_txCounter = 0;
-    quint16 m_eepromModule = 0;
+    quint16 m_eepromModule = 0; ///< agreed member: the module asked for last; nothing reads it
     quint16 m_eepromBlock = 0;
     ModuleWalk m_walk;
     RequestQueues m_queues;

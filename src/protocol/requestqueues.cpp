@@ -1,6 +1,7 @@
 #include "protocol/requestqueues.h"
 
 #include "base/variantcast.h"
+#include "link/frameformat.h"
 #include "protocol/records/datagrams.h"
 #include "protocol/records/fpgafwcommand.h"
 
@@ -11,6 +12,17 @@ namespace {
 
 constexpr quint8 kLongestWait = 5; ///< turns of the cycle
 constexpr quint8 kRetryLimit = 2;
+
+constexpr char kResetSent[] = "System Reset request Sent";
+
+/// The payload if a frame can hold it. A text or data of the caller may be too long for that.
+std::optional<QByteArray> fitting(std::optional<QByteArray> payload)
+{
+    if (!payload || payload->size() <= frame::kMaxPayload)
+        return payload;
+    qCritical() << "Request dropped, its payload is too long for a frame:" << payload->size() << "bytes";
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -36,7 +48,7 @@ std::optional<QueuedRequest> RequestQueues::takeNext()
         return QueuedRequest{Kind::SystemRefresh, {}};
     if (m_systemResetPending) {
         m_systemResetPending = false;
-        return QueuedRequest{Kind::Payload, command::packSystemReset(), "System Reset request Sent"};
+        return QueuedRequest{Kind::Payload, command::packSystemReset(), kResetSent};
     }
     return std::nullopt;
 }
@@ -46,7 +58,7 @@ std::optional<QueuedRequest> RequestQueues::takeChannelRequest()
     if (m_channelRequests.isEmpty())
         return std::nullopt;
     const QVariant request = m_channelRequests.takeFirst();
-    const auto payload = command::packChannelRequest(request);
+    const auto payload = fitting(command::packChannelRequest(request));
     if (!payload)
         return std::nullopt;
     const bool isType2 = request.userType() == qMetaTypeId<DatagramT2>();
@@ -54,14 +66,19 @@ std::optional<QueuedRequest> RequestQueues::takeChannelRequest()
                          isType2 ? "ModuleType2 request Sent" : nullptr};
 }
 
-std::optional<QByteArray> RequestQueues::takeFirmwareCommand()
+std::optional<QueuedRequest> RequestQueues::takeFirmwareCommand()
 {
     const QVariant first = m_firmwareCommands.takeFirst();
     if (!first.canConvert<FPGAfwCommand>()) {
         qDebug() << "Unknown Request being packed";
         return std::nullopt;
     }
-    return command::packFpgaCommand(recordFromVariant<FPGAfwCommand>(first));
+    const auto command = recordFromVariant<FPGAfwCommand>(first);
+    const auto payload = fitting(command::packFpgaCommand(command));
+    if (!payload)
+        return std::nullopt;
+    const bool isReset = command.b3 == static_cast<quint8>(FpgaCommandCode::Reset);
+    return QueuedRequest{QueuedRequest::Kind::Payload, *payload, isReset ? kResetSent : nullptr};
 }
 
 void RequestQueues::removeModuleRequest(quint8 address)

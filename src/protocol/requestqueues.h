@@ -49,13 +49,13 @@ public:
 
     /// The one thing to send in this turn, in the order channel requests, system commands, module status
     /// requests, refresh, reset; nothing if there is no work. What is returned is taken out of its queue,
-    /// except the refresh, which stays wanted until its reply. A channel request that packs to nothing is
-    /// taken out too, and the choice goes on to the next kind of work.
+    /// except the refresh, which stays wanted until its reply. A channel request that packs to nothing, or
+    /// to more than a frame holds, is taken out too, and the choice goes on to the next kind of work.
     std::optional<QueuedRequest> takeNext();
 
-    /// Payload of the first firmware command, which is taken out; nothing if it was no firmware command.
-    /// The queue must not be empty.
-    std::optional<QByteArray> takeFirmwareCommand();
+    /// The first firmware command, which is taken out; nothing if it was no firmware command or is too long
+    /// for a frame. The queue must not be empty.
+    std::optional<QueuedRequest> takeFirmwareCommand();
 
     /// Takes out the first module request for this address, if there is one.
     void removeModuleRequest(quint8 address);

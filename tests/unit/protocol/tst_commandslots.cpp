@@ -54,6 +54,8 @@ private slots:
     void slotsThatQueueNothingTellNothing();
     void requestWithoutChannelLeavesTheTurnToPolling();
     void requestWithoutChannelLeavesTheTurnToTheNextKind();
+    void requestTooLongForAFrameIsDropped_data();
+    void requestTooLongForAFrameIsDropped();
     void statusRequestGoesOutAtOnceWhenAsked();
     void answeredStatusRequestIsTakenOut();
     void refreshGoesAfterTheQueues();
@@ -62,6 +64,8 @@ private slots:
     void firmwareCommandsWaitForTheSemaphore();
     void firmwareCommandsSilenceThePolling();
     void firmwareResetBecomesTheSystemReset();
+    void firmwareCommandTooLongForAFrameIsDropped_data();
+    void firmwareCommandTooLongForAFrameIsDropped();
     void firmwareTimerStopsItselfWhenTheQueueIsEmpty();
     void clearedFirmwareCommandsAreNotSent();
     void commandsAfterAnAbortWaitForANewStart();
@@ -209,6 +213,36 @@ void TstCommandSlots::requestWithoutChannelLeavesTheTurnToTheNextKind()
     QCOMPARE(nextTurn(), QList<QByteArray>{"1200000004"});
 }
 
+void TstCommandSlots::requestTooLongForAFrameIsDropped_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("goesOut");
+    QTest::newRow("a full frame") << 1300 - 6 << true;
+    QTest::newRow("one byte more") << 1300 - 5 << false;
+    QTest::newRow("beyond 16 bits") << 70000 << false;
+}
+
+void TstCommandSlots::requestTooLongForAFrameIsDropped()
+{
+    QFETCH(int, size);
+    QFETCH(bool, goesOut);
+    DatagramT1 change;
+    change.module = 1;
+    change.channel = 1;
+    change.data.selector = wireCode(ChannelSelector::ManualOffset);
+    change.data.manualOffset = std::string(static_cast<std::size_t>(size), '1');
+    s->comm->queueChannelRequest(QVariant::fromValue(change));
+    s->comm->queueModuleStatus(4);
+    s->time.advance(500);
+    QCOMPARE(s->log.lines(QtCriticalMsg).size(), goesOut ? 0 : 1);
+    if (goesOut) {
+        QCOMPARE(s->serial->frames.first().size(), 1322);
+        return;
+    }
+    QVERIFY(s->log.containsText(QStringLiteral("too long for a frame: %1 bytes").arg(size + 6)));
+    QCOMPARE(s->sent(), QList<QByteArray>{"1200000004"}); // the turn went on to the next kind
+}
+
 void TstCommandSlots::statusRequestGoesOutAtOnceWhenAsked()
 {
     s->comm->RequestModuleStatus(128);
@@ -298,6 +332,35 @@ void TstCommandSlots::firmwareResetBecomesTheSystemReset()
     s->comm->Slot_StartFPGAprocess();
     s->time.turn();
     QCOMPARE(s->sent(), QList<QByteArray>{"2b000000000000"});
+    QCOMPARE(s->log.lines().count(text("System Reset request Sent")), 1);
+}
+
+void TstCommandSlots::firmwareCommandTooLongForAFrameIsDropped_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("goesOut");
+    QTest::newRow("a full frame") << 1300 - 9 << true;
+    QTest::newRow("one byte more") << 1300 - 8 << false;
+    QTest::newRow("beyond 16 bits") << 70000 << false;
+}
+
+void TstCommandSlots::firmwareCommandTooLongForAFrameIsDropped()
+{
+    QFETCH(int, size);
+    QFETCH(bool, goesOut);
+    s->comm->Slot_FirmwareCommands(firmware(0xE1, QByteArray(size, 'x')));
+    s->comm->Slot_FirmwareCommands(firmware(0));
+    s->comm->Slot_StartFPGAprocess();
+    s->time.turn();
+    QCOMPARE(s->serial->frames.size(), goesOut ? 1 : 0);
+    QCOMPARE(s->log.lines(QtCriticalMsg).size(), goesOut ? 0 : 1);
+    if (goesOut) {
+        QCOMPARE(s->serial->frames.first().size(), 1322);
+        return;
+    }
+    QVERIFY(s->log.containsText(QStringLiteral("too long for a frame: %1 bytes").arg(size + 9)));
+    s->time.turn(); // it did not take the semaphore
+    QCOMPARE(s->sent(), QList<QByteArray>{"160102010003000000"});
 }
 
 void TstCommandSlots::firmwareTimerStopsItselfWhenTheQueueIsEmpty()

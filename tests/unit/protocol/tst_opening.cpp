@@ -11,11 +11,14 @@ private slots:
     void init() { s = std::make_unique<SessionFixture>(); }
     void cleanup() { s.reset(); }
 
+    void constructionMakesTheRecordsKnown_data(); // first: later tests make some known by using them
+    void constructionMakesTheRecordsKnown();
     void constructionSendsNothing();
     void serialOpenStartsASession();
     void openPortIsClosedBeforeItIsOpenedAgain();
     void failedSerialOpenChangesNoTimer();
     void tcpOpenStartsASession();
+    void repliesOverTcpLeadThroughTheSession();
     void refusedConnectLeavesACleanSlate();
     void refusedKindIsRememberedAndNothingOpened();
     void openingAgainInTheSameTurn();
@@ -31,6 +34,22 @@ private slots:
 private:
     std::unique_ptr<SessionFixture> s;
 };
+
+void TstOpening::constructionMakesTheRecordsKnown_data()
+{
+    QTest::addColumn<bool>("known");
+    for (const char *name : {"System_Status", "Fast_System_Status", "Module_Status", "Fast_Module_Status",
+                             "QVector<Fast_Module_Status>", "Power_Status", "DatagramT1", "DatagramT2",
+                             "DatagramT3", "FPGAfwCommand", "GroupCommand"})
+        QTest::newRow(name) << true;
+    QTest::newRow("NoRecord") << false;
+}
+
+void TstOpening::constructionMakesTheRecordsKnown()
+{
+    QFETCH(bool, known);
+    QCOMPARE(QMetaType::type(QTest::currentDataTag()) != QMetaType::UnknownType, known);
+}
 
 void TstOpening::constructionSendsNothing()
 {
@@ -92,6 +111,18 @@ void TstOpening::tcpOpenStartsASession()
     QVERIFY(s->comm->isCommunicationChannelOpen());
     QCOMPARE(s->events, QStringList({QStringLiteral("CleanSlate"), QStringLiteral("packetSent")}));
     QCOMPARE(s->sent(), QList<QByteArray>{"0100000001"});
+}
+
+void TstOpening::repliesOverTcpLeadThroughTheSession()
+{
+    s->tcp->script = device::chain(QByteArray(1, 2), true);
+    s->comm->OpenCommunicationChannel(SessionFixture::tcpSettings());
+    s->answerUntilCyclic();
+    QCOMPARE(s->comm->state(), SessionState::Cyclic);
+    s->time.advance(1000);
+    QCOMPARE(s->serial->frames, QByteArrayList());
+    QCOMPARE(s->sent(), (QList<QByteArray>{"0100000001", "1200000000", "1200000001", "1200000081",
+                                           "0800000000", "0800000000"}));
 }
 
 void TstOpening::refusedConnectLeavesACleanSlate()
@@ -224,9 +255,13 @@ void TstOpening::nothingIsReportedWhileTheSessionDies()
     s->comm->OpenCommunicationChannel(SessionFixture::tcpSettings());
     s->forget();
     int reports = 0;
-    connect(s->tcp, &FakeTcpSock::TcpDisconnectd, s.get(), [&reports] { ++reports; });
+    connect(s->serial, &FakeSerialComm::retryPort, s.get(), [&reports] { ++reports; });
+    connect(s->tcp, &FakeTcpSock::TcpDisconnectd, s.get(), [&reports, this] {
+        ++reports;
+        s->serial->Write("frame"); // the port is closed, and says so
+    });
     s->comm.reset();
-    QCOMPARE(reports, 1); // the link told of its end, the session did not
+    QCOMPARE(reports, 2); // both links told of their end, the session did not
     QCOMPARE(s->takeEvents(), QStringList());
 }
 

@@ -34,7 +34,11 @@ private slots:
     void reopeningDuringAReply_data();
     void reopeningDuringAReply();
     void reopeningWhenTheLinkIsLost();
+    void openingWhenALinkDoesNotOpen_data();
+    void openingWhenALinkDoesNotOpen();
+    void reopeningWhenTheLinkIsLostAsItOpens();
     void reopeningWhenTheInitialisationTimesOut();
+    void reopeningWhenTheLinkIsLostInATimeout();
     void openingTheOtherLinkWhileOneOpens();
     void closingTheLinkKeepsTheFrameInHand();
     void payloadOfTheCallerMayBeEmptied();
@@ -201,6 +205,45 @@ void TstReentrance::reopeningWhenTheLinkIsLost()
     QCOMPARE(s->comm->state(), SessionState::ModuleWalk);
 }
 
+void TstReentrance::openingWhenALinkDoesNotOpen_data()
+{
+    QTest::addColumn<bool>("tcpFirst");
+    QTest::newRow("serial") << false;
+    QTest::newRow("tcp") << true;
+}
+
+void TstReentrance::openingWhenALinkDoesNotOpen()
+{
+    QFETCH(bool, tcpFirst);
+    s->serial->opens = false;
+    s->tcp->connects = false;
+    bool opened = false;
+    once(&Communication::passRetryPort, [this, &opened] {
+        s->tcp->connects = true;
+        opened = s->comm->OpenCommunicationChannel(SessionFixture::tcpSettings());
+    });
+    const auto settings = tcpFirst ? SessionFixture::tcpSettings() : SessionFixture::serialSettings();
+    QVERIFY(s->comm->OpenCommunicationChannel(settings)); // a link is open, if not the one asked for
+    QVERIFY(opened);
+    QVERIFY(s->comm->isCommunicationChannelOpen());
+    QCOMPARE(s->takeEvents(), QStringList({QStringLiteral("passRetryPort"), QStringLiteral("CleanSlate"),
+                                           QStringLiteral("packetSent")}));
+    QCOMPARE(s->sent(), QList<QByteArray>{kSystemRequest});
+}
+
+void TstReentrance::reopeningWhenTheLinkIsLostAsItOpens()
+{
+    const QString established = QStringLiteral("DebugMsg(Connection established with serial port)");
+    once(&Communication::passRetryPort, [this] {
+        s->serial->lost = false;
+        reopen();
+    });
+    s->serial->lost = true;
+    QVERIFY(s->comm->OpenCommunicationChannel(SessionFixture::serialSettings()));
+    QCOMPARE(s->sent(), QList<QByteArray>{kSystemRequest});
+    QCOMPARE(s->takeEvents().count(established), 1); // of the session that the receiver began
+}
+
 void TstReentrance::reopeningWhenTheInitialisationTimesOut()
 {
     s->bringTo(SessionState::ModuleWalk);
@@ -208,6 +251,19 @@ void TstReentrance::reopeningWhenTheInitialisationTimesOut()
     s->time.advance(3800);
     QCOMPARE(s->sent(), QList<QByteArray>{kSystemRequest});
     QCOMPARE(s->events.count(QStringLiteral("CleanSlate")), 1);
+}
+
+void TstReentrance::reopeningWhenTheLinkIsLostInATimeout()
+{
+    s->bringTo(SessionState::ModuleWalk);
+    once(&Communication::passRetryPort, [this] {
+        s->serial->lost = false;
+        reopen();
+    });
+    s->serial->lost = true;
+    s->time.advance(3800);
+    QCOMPARE(s->sent(), QList<QByteArray>{kSystemRequest});
+    QCOMPARE(s->takeEvents().count(QStringLiteral("CleanSlate")), 1);
 }
 
 void TstReentrance::openingTheOtherLinkWhileOneOpens()

@@ -174,9 +174,9 @@ void TstRequestQueues::firmwareCommandsAreAQueueOfTheirOwn()
     queues.addFirmwareCommand(QVariant::fromValue(FPGAfwCommand{1, 2, 1, 1, 0, 0, {}}));
     queues.addFirmwareCommand(QVariant::fromValue(FPGAfwCommand{1, 2, 1, 0, 0, 0, {}}));
     QCOMPARE(payloadOf(queues.takeNext()), QByteArray("nothing"));
-    QCOMPARE(queues.takeFirmwareCommand()->toHex(), QByteArray("160102010100000000"));
+    QCOMPARE(queues.takeFirmwareCommand()->payload.toHex(), QByteArray("160102010100000000"));
     QVERIFY(queues.hasFirmwareCommands());
-    QCOMPARE(queues.takeFirmwareCommand()->toHex(), QByteArray("160102010000000000"));
+    QCOMPARE(queues.takeFirmwareCommand()->payload.toHex(), QByteArray("160102010000000000"));
     QVERIFY(!queues.hasFirmwareCommands());
 }
 
