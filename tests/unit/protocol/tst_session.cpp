@@ -51,8 +51,6 @@ private slots:
     void queuedWorkIsLostInAReset();
     void resetFlagInEachState_data();
     void resetFlagInEachState();
-    void eepromRequestPausesTheSession();
-    void eepromPauseEndsOnce();
     void stateCanBeSet();
     void pendingRequestIsAskedAgainThenStartsOver();
     void periodsAreTheAgreedOnes();
@@ -129,6 +127,11 @@ void TstSession::walkOverAllModulesAndThePowerModule()
                           text("ModuleRead(129)")}));
     QCOMPARE(events.count(text("StaticModuleStatus")), 4);
     QCOMPARE(events.count(text("StaticPowerStatus")), 1);
+    QCOMPARE(s->log.lines().filter(QRegularExpression(text("^NxtModuleToInit"))),
+             QStringList({text("NxtModuleToInit : 1  nModulesToInit : 4"),
+                          text("NxtModuleToInit : 2  nModulesToInit : 4"),
+                          text("NxtModuleToInit : 3  nModulesToInit : 4"),
+                          text("NxtModuleToInit : 129  nModulesToInit : 4")}));
     QVERIFY(s->log.contains(text("****Fetch next Module Power*****")));
     QVERIFY(!s->log.containsText(text("**Warning Power Module type")));
 }
@@ -429,36 +432,6 @@ void TstSession::resetFlagInEachState()
     QCOMPARE(s->sent(), QList<QByteArray>());
     s->time.advance(1);
     QCOMPARE(s->sent(), QList<QByteArray>{kSystemRequest});
-}
-
-void TstSession::eepromRequestPausesTheSession()
-{
-    s->bringTo(SessionState::Cyclic);
-    s->comm->SendModuleEepromRequest(5);
-    QCOMPARE(s->log.lines(),
-             QStringList({text("pCommTimer->isActive() true"), text("pCyclicCommTimer->isActive() true"),
-                          text("pInitSequenceTimer->isActive() false"),
-                          text("pEepromRequestTimeoutTimer->isActive() false"),
-                          text("~ SendModuleEepromRequest()")}));
-    s->time.advance(2499); // 2000 ms, then a turn of the cycle
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    s->time.advance(1);
-    QCOMPARE(s->sent(), QList<QByteArray>{kFastSystemRequest});
-    s->time.advance(60000); // no time-out of the session runs any more, and the pause was a single one
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    QCOMPARE(s->comm->state(), SessionState::Cyclic);
-}
-
-void TstSession::eepromPauseEndsOnce()
-{
-    s->bringTo(SessionState::Cyclic);
-    s->comm->SendModuleEepromRequest(5);
-    s->time.advance(2000);
-    s->comm->Slot_CommTimeout(); // stops the cycle that the end of the pause had started
-    s->endTurn();
-    s->forget();
-    s->time.advance(3799);
-    QCOMPARE(s->sent(), QList<QByteArray>());
 }
 
 void TstSession::stateCanBeSet()

@@ -308,6 +308,8 @@ void TstStatusExtraction::staticStatusExistsOnlyAfterTheSystemStatus()
     s->bringTo(SessionState::SystemStatusAwaited);
     s->reply(device::moduleStatus(0, 100));
     QCOMPARE(s->comm->state(), SessionState::SystemStatusAwaited);
+    QCOMPARE(s->log.lines(), QStringList{QStringLiteral("void Communication::ExtractReceivedPayLoadData("
+                                                        "QByteArray&) : Rcvd TYPE_STATIC_MODULE_STATUS_")});
     s->time.advance(3799);
     QCOMPARE(s->sent(), QList<QByteArray>());
     s->time.advance(1); // the wait was not restarted
