@@ -15,8 +15,7 @@ public:
 
     explicit Timer(QObject *parent)
         : QObject(parent)
-    {
-    }
+    {}
 
     virtual bool isActive() const = 0;
 
