@@ -1,6 +1,7 @@
 #include "app/statusline.h"
 
 #include "base/timesource.h"
+#include "modules/common/widgetstyle.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -57,13 +58,13 @@ StatusLine::StatusLine(QStatusBar *bar, TimeSource &time)
 
 void StatusLine::showPlain(const QString &text, int ticks)
 {
-    m_bar->setStyleSheet(style(Colour::Black));
+    setStyleIfChanged(*m_bar, style(Colour::Black));
     setText(text, ticks);
 }
 
 void StatusLine::show(const QString &text, int ticks, Colour colour)
 {
-    m_statusLabel->setStyleSheet(style(colour));
+    setStyleIfChanged(*m_statusLabel, style(colour));
     setText(text, ticks);
 }
 

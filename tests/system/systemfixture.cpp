@@ -101,6 +101,17 @@ void SystemFixture::start()
         AppEnvironment{time, ports, paths, Deployment(), createLinks, periods, kReconnect});
 }
 
+model_Namespace::Settings SystemFixture::chosenConnection() const
+{
+    model_Namespace::Settings settings;
+    settings.portName = kPortName;
+    model_Namespace::setDefaultSerialParameters(settings);
+    settings.ipAddress = QStringLiteral("127.0.0.1");
+    settings.tcpPort = QString::number(m_port);
+    settings.commType = m_kind == LinkKind::Tcp ? Comm_Type::Ethernet : Comm_Type::Serial;
+    return settings;
+}
+
 QString SystemFixture::statusBox() const
 {
     return window()->findChild<QLineEdit *>(QStringLiteral("statusBox"))->text();

@@ -10,8 +10,6 @@
 #include <QTemporaryDir>
 #include <memory>
 
-class ModuleDevice_View;
-
 /// The whole program with its real links, joined to the simulator in the same process, over real sockets and
 /// pseudo terminals. The program's periods are shortened, so that a test waits for milliseconds where an
 /// operator waits for seconds.
@@ -45,6 +43,9 @@ public:
 
     /// Starts the program with a settings file that names the link.
     void start();
+
+    /// The connection that the settings file names, as a user would choose it in the dialog.
+    model_Namespace::Settings chosenConnection() const;
 
     Framework_View *window() const { return app->mainWindow(); }
     QString statusBox() const;

@@ -1,6 +1,7 @@
 #include "systemfixture.h"
 
-#include "modules/moduledevice_view.h"
+#include "controller/modulecontroller_ctrllr.h"
+#include "protocol/communication.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -34,6 +35,7 @@ private slots:
     void chainWithoutModules();
     void unknownTypeKeepsItsRow();
     void claimedModulesBeyondTheMost();
+    void hugeClaimEndsInTime();
     void emptyPowerSerialHidesThePowerPart();
     void differentFirmwareWarnsOnce();
     void chainComesBackAfterALoss_data() { addLinkKinds(); }
@@ -72,6 +74,7 @@ void TstChain::chainIsReadOverBothLinks()
     QCOMPARE(m_fixture->rowText(0, "label_DeviceName"), QStringLiteral("Strain Gauge"));
     QCOMPARE(m_fixture->rowText(1, "label_DeviceName"), QStringLiteral("Thermo"));
     QCOMPARE(m_fixture->rowText(2, "label_DeviceName"), QStringLiteral("Analog"));
+    QCOMPARE(m_fixture->controllerText("label_SerialNumber"), QStringLiteral("S/N C-1"));
     QCOMPARE(m_fixture->device->refusals(), QStringList());
     // Each module was asked for once, the controller and the power module too.
     QCOMPARE(m_fixture->device->requestCount(0x01), 1);
@@ -161,6 +164,18 @@ void TstChain::claimedModulesBeyondTheMost()
     QCOMPARE(m_fixture->rowCount(), 128);
 }
 
+void TstChain::hugeClaimEndsInTime()
+{
+    m_fixture->useProductTimeouts();
+    m_fixture->plugFile(QStringLiteral("full128.chain"));
+    m_fixture->device->chain().claimedModules = 60000;
+    m_fixture->start();
+    // Refusing the others costs little: the walk goes on, and does not run into its time-out.
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture->device->requestCount(0x12), 130, 20000);
+    QCOMPARE(m_fixture->device->requestCount(0x01), 1);
+    QCOMPARE(m_fixture->rowCount(), 128);
+}
+
 void TstChain::emptyPowerSerialHidesThePowerPart()
 {
     m_fixture->plug(QStringLiteral("controller serial=C-1\npower serial=\"\"\nmodule type=1 serial=A-\n"));
@@ -176,8 +191,17 @@ void TstChain::differentFirmwareWarnsOnce()
     m_fixture->useProductTimeouts();
     m_fixture->plug(QStringLiteral("controller serial=C-1 fw1=1.4.2\nmodule type=1 serial=A- fw1=1.4.1\n"
                                    "module type=1 serial=B- fw1=1.3.0\n"));
+    int warnings = 0;
     m_fixture->start();
+    // Heard after the application itself, so the controller's row is there.
+    QObject::connect(m_fixture->app->communication(), &Communication::Signal_SystemStatus,
+                     m_fixture->window(), [&] {
+                         QObject::connect(m_fixture->app->controllerModule(),
+                                          &ModuleController_Ctrllr::Signal_FirmwareMismatch,
+                                          m_fixture->window(), [&warnings] { ++warnings; });
+                     });
     QTRY_VERIFY(m_fixture->isReady());
+    QCOMPARE(warnings, 1);
     QCOMPARE(m_fixture->statusText(),
              QStringLiteral("Warning: Firmware mismatch between individual modules. We "
                             "strongly recommended to update the firmware."));
@@ -214,7 +238,8 @@ void TstChain::chainThatIsNotThereYetIsFoundLater()
     QCOMPARE(m_fixture->statusText(), QStringLiteral("COM Port unavailable: COM40"));
     // A first open that fails is not tried again by itself; choosing the connection again does it.
     m_fixture->plug(kSmallChain);
-    m_fixture->app->StartSerialTimer();
+    model_Namespace::Settings chosen = m_fixture->chosenConnection();
+    QVERIFY(m_fixture->app->Slot_ComConfigurationChanged(chosen));
     QTRY_VERIFY(m_fixture->isReady());
 }
 
