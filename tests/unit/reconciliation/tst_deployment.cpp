@@ -16,6 +16,8 @@ private slots:
     void missingFileGivesTheDefaults();
     void valuesAreRead();
     void missingKeysKeepTheirDefaults();
+    void emptyValuesKeepTheirDefaults();
+    void commaBelongsToTheAddress();
     void oddPortKeepsTheDefault_data();
     void oddPortKeepsTheDefault();
 
@@ -67,6 +69,19 @@ void TstDeployment::missingKeysKeepTheirDefaults()
     const Deployment deployment = read("[web]\nport=8443\n");
     QCOMPARE(deployment.host, QStringLiteral("www.qor.example"));
     QCOMPARE(deployment.downloadPage, Deployment().downloadPage);
+}
+
+void TstDeployment::emptyValuesKeepTheirDefaults()
+{
+    const Deployment deployment = read("[web]\nhost=\nport=\ndownloadPage=\n");
+    QCOMPARE(deployment.host, QStringLiteral("www.qor.example"));
+    QCOMPARE(deployment.downloadPage, Deployment().downloadPage);
+}
+
+void TstDeployment::commaBelongsToTheAddress()
+{
+    QCOMPARE(read("[web]\ndownloadPage=https://get.example/?a=1,2\n").downloadPage,
+             QStringLiteral("https://get.example/?a=1,2"));
 }
 
 void TstDeployment::oddPortKeepsTheDefault_data()

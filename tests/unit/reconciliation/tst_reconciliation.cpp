@@ -5,6 +5,7 @@
 #include "modules/analogmodule_ctrllr.h"
 #include "modules/moduledevice_view.h"
 #include "protocol/communication.h"
+#include "protocol/records/datagrams.h"
 #include "protocol/records/fastmodulestatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/systemstatus.h"
@@ -68,9 +69,10 @@ private slots:
     void debugFunnelListsTheModules();
     void samplingIsEnabledByAStatusOnly();
     void rateChangeCreatesNothing();
-    void groupCommandIsRepeatedForAll();
+    void groupCommandReachesAllButUnknownModules();
     void statusReachesTheRows();
     void wantedChannelDataIsFetched();
+    void channelCommandGoesOut();
     void hardwareDelayIsShown();
     void localMismatchWarns();
     void remoteMismatchTells_data();
@@ -78,6 +80,8 @@ private slots:
     void otherMismatchIsSilent();
 
 private:
+    /// A chain of one module that was read over the serial link and is polled.
+    void joinSilentChain();
     void receive(const System_Status &status) { m_fixture->app->Slot_SystemStatus(variant(status)); }
     QList<ModuleDevice_View *> rows() const
     {
@@ -100,6 +104,19 @@ void TstReconciliation::init()
     m_fixture = std::make_unique<AppFixture>();
     m_fixture->writeSettings(kQuietSettings);
     m_fixture->start();
+}
+
+void TstReconciliation::joinSilentChain()
+{
+    m_fixture->serial->opens = true;
+    m_fixture->serial->script = device::chain(QByteArray("\x01"), false);
+    model_Namespace::Settings settings;
+    settings.commType = Comm_Type::Serial;
+    QVERIFY(m_fixture->app->Slot_ComConfigurationChanged(settings));
+    for (int turn = 0; turn < 100 && m_fixture->app->analogModules().empty(); ++turn)
+        m_fixture->time.advance(50);
+    m_fixture->time.advance(1000);
+    m_fixture->serial->takePayloads();
 }
 
 void TstReconciliation::cleanup()
@@ -234,8 +251,10 @@ void TstReconciliation::unknownTypeKeepsItsPlace()
     status.moduleType = 77;
     status.serialNumber = QStringLiteral("X-1");
     auto *unknown = qobject_cast<AnalogModule_Ctrllr *>(m_fixture->app->analogModules().at(2));
-    unknown->Slot_StaticModuleStatus(QVariant::fromValue(status));
+    emit m_fixture->app->communication()->Signal_StaticModuleStatus(QVariant::fromValue(status));
     QCOMPARE(row(2)->findChild<QLabel *>(QStringLiteral("label_SnVersion"))->text(), QStringLiteral("X-1"));
+    QVERIFY(!row(2)->findChild<QLabel *>(QStringLiteral("label_Filter"))->isVisibleTo(row(2)));
+    QVERIFY(row(1)->findChild<QLabel *>(QStringLiteral("label_Filter"))->isVisibleTo(row(1)));
 
     // Its commands are joined to nothing.
     QSignalSpy all(m_fixture->app.get(), &Framework_Ctrllr::Signal_SendAll);
@@ -301,6 +320,7 @@ void TstReconciliation::cleanSlateRemovesEverything()
     QCOMPARE(rows().size(), 0);
     QVERIFY(m_fixture->app->analogModules().empty());
     QVERIFY(!m_fixture->app->controllerModule());
+    QCOMPARE(m_fixture->window()->findChildren<ModuleController_View *>().size(), 0);
     QCOMPARE(m_fixture->placeholders(), (QStringList{kNoController, kNoModule}));
     QCOMPARE(m_fixture->statusText(), QStringLiteral("Retrying to connect with Torvex"));
     QCOMPARE(disabled.size(), 1);
@@ -328,6 +348,8 @@ void TstReconciliation::cleanSlateRestartsTheNumbering()
     receive(systemStatus({3}));
     QCOMPARE(moduleNumber(0), QStringLiteral("1"));
     QCOMPARE(row(0)->findChild<QPushButton *>(QStringLiteral("pushButton_ChB"))->text(), QStringLiteral("2"));
+    QCOMPARE(m_fixture->window()->findChildren<ModuleController_View *>().size(), 1);
+    QVERIFY(m_fixture->statusText() != QStringLiteral("Controller Module exists already"));
 }
 
 void TstReconciliation::cleanSlateWhileAVersionBoxIsOpen()
@@ -377,13 +399,28 @@ void TstReconciliation::rateChangeCreatesNothing()
         QStringLiteral("***********System status received Bitrate: \"5000\" Sampling Rate: \"1234\"")));
 }
 
-void TstReconciliation::groupCommandIsRepeatedForAll()
+void TstReconciliation::groupCommandReachesAllButUnknownModules()
 {
-    receive(systemStatus({1, 1, 2}));
+    receive(systemStatus({1, 77, 2, 9}));
     QSignalSpy all(m_fixture->app.get(), &Framework_Ctrllr::Signal_SendAll);
-    auto *first = qobject_cast<AnalogModule_Ctrllr *>(m_fixture->app->analogModules().front());
-    emit first->Signal_ShiftClickCommand(GroupCommand());
+    const auto module = [this](std::size_t index) {
+        return qobject_cast<AnalogModule_Ctrllr *>(m_fixture->app->analogModules().at(index));
+    };
+    GroupCommand command;
+    command.command = 3;
+    command.value = 2500;
+    emit module(0)->Signal_ShiftClickCommand(command);
     QCOMPARE(all.size(), 1);
+    QCOMPARE(all.first().first().value<GroupCommand>(), command);
+    // Taking a connection away tells whether it was there: the sender hears its own command too.
+    const auto isJoined = [&](std::size_t index) {
+        return QObject::disconnect(m_fixture->app.get(), &Framework_Ctrllr::Signal_SendAll, module(index),
+                                   &AnalogModule_Ctrllr::Slot_FilterOrRangeHandle);
+    };
+    QVERIFY(isJoined(0));
+    QVERIFY(!isJoined(1));
+    QVERIFY(isJoined(2));
+    QVERIFY(isJoined(3));
 }
 
 void TstReconciliation::statusReachesTheRows()
@@ -408,11 +445,26 @@ void TstReconciliation::statusReachesTheRows()
 
 void TstReconciliation::wantedChannelDataIsFetched()
 {
-    receive(systemStatus({1}));
+    joinSilentChain();
     QSignalSpy busy(m_fixture->app.get(), &Framework_Ctrllr::statusBusy);
     auto *module = qobject_cast<AnalogModule_Ctrllr *>(m_fixture->app->analogModules().front());
-    emit module->Signal_GetChannelData(1);
+    emit module->Signal_GetChannelData(0x105); // its low byte is the address
     QCOMPARE(busy.size(), 1);
+    m_fixture->time.advance(600);
+    QVERIFY(m_fixture->serial->takePayloads().contains(QByteArray("\x12\x00\x00\x00\x05", 5)));
+}
+
+void TstReconciliation::channelCommandGoesOut()
+{
+    joinSilentChain();
+    DatagramT1 request;
+    request.module = 1;
+    request.channel = 2;
+    request.data.gainIndex = 4;
+    request.data.selector = 2;
+    m_fixture->app->Slot_SendChannelCommand(QVariant::fromValue(request));
+    m_fixture->time.advance(600);
+    QVERIFY(m_fixture->serial->takePayloads().contains(QByteArray("\x22\x00\x00\x00\x02\x04", 6)));
 }
 
 void TstReconciliation::hardwareDelayIsShown()
