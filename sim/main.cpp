@@ -35,17 +35,18 @@ bool openLog(const QString &name, QFile *file)
 
 bool openLinks(const sim::Options &options, sim::Server &server, QString *error)
 {
-    if (options.tcpPort) {
-        if (!server.listen(*options.tcpPort, error))
-            return false;
+    if (options.tcpPort && !server.listen(*options.tcpPort, error))
+        return false;
+    return options.terminalName.isEmpty() || server.openTerminal(options.terminalName, error);
+}
+
+/// Tells where the device can be reached; whoever reads this may begin at once, on either link.
+void printLinks(const sim::Options &options, const sim::Server &server)
+{
+    if (options.tcpPort)
         print(QStringLiteral("listening on 127.0.0.1:%1").arg(server.tcpPort()));
-    }
-    if (!options.terminalName.isEmpty()) {
-        if (!server.openTerminal(options.terminalName, error))
-            return false;
+    if (!options.terminalName.isEmpty())
         print(QStringLiteral("terminal at %1").arg(options.terminalName));
-    }
-    return true;
 }
 
 } // namespace
@@ -81,6 +82,7 @@ int main(int argc, char **argv)
     print(QStringLiteral("seed %1").arg(options.seed));
     if (!openLinks(options, server, &error))
         return fail(1, error);
+    printLinks(options, server);
     if (options.runFor) {
         Timer *end = time.createTimer(&application);
         end->setSingleShot(true);

@@ -10,9 +10,10 @@ namespace sim {
 
 namespace {
 
-constexpr int kPortMaximum = 65535;
-constexpr int kPaceMaximum = 100000000;
+constexpr quint32 kPortMaximum = 65535;
+constexpr quint32 kPaceMaximum = 100000000;
 constexpr double kLongestRun = 1e7;
+constexpr double kMsPerSecond = 1000;
 
 void addOptions(QCommandLineParser *parser)
 {
@@ -44,20 +45,35 @@ public:
     QStringList texts(const char *name) const { return m_parser.values(QString::fromLatin1(name)); }
     bool has(const char *name) const { return m_parser.isSet(QString::fromLatin1(name)); }
 
-    double number(const char *name, double maximum, bool whole)
+    /// 0 with an error if the text is no number of the range.
+    quint32 whole(const char *name, quint32 maximum)
+    {
+        bool isNumber = false;
+        const quint32 value = text(name).toUInt(&isNumber);
+        return checked(name, value, isNumber && value <= maximum, maximum);
+    }
+    double real(const char *name, double maximum)
     {
         bool isNumber = false;
         const double value = text(name).toDouble(&isNumber);
-        if (!isNumber || value < 0 || value > maximum || (whole && value != static_cast<qint64>(value)))
-            m_error = QStringLiteral("--%1: \"%2\" is no number from 0 to %3")
-                          .arg(QLatin1String(name), text(name))
-                          .arg(maximum, 0, 'f', 0);
-        return value;
+        // Asked so that "nan" is outside.
+        return checked(name, value, isNumber && value >= 0 && value <= maximum, maximum);
     }
 
     QString error() const { return m_error; }
 
 private:
+    template <typename Number>
+    Number checked(const char *name, Number value, bool isRight, double maximum)
+    {
+        if (isRight)
+            return value;
+        m_error = QStringLiteral("--%1: \"%2\" is no number from 0 to %3")
+                      .arg(QLatin1String(name), text(name))
+                      .arg(maximum, 0, 'f', 0);
+        return 0;
+    }
+
     const QCommandLineParser &m_parser;
     QString m_error;
 };
@@ -103,14 +119,13 @@ bool readOptions(const QStringList &arguments, Options *options, QString *error)
     }
     Reader reader(parser);
     if (reader.has("tcp"))
-        options->tcpPort = static_cast<quint16>(reader.number("tcp", kPortMaximum, true));
+        options->tcpPort = static_cast<quint16>(reader.whole("tcp", kPortMaximum));
     if (reader.has("pace"))
-        options->bytesPerSecond = static_cast<int>(reader.number("pace", kPaceMaximum, true));
+        options->bytesPerSecond = static_cast<int>(reader.whole("pace", kPaceMaximum));
     if (reader.has("seed"))
-        options->seed =
-            static_cast<quint32>(reader.number("seed", std::numeric_limits<quint32>::max(), true));
+        options->seed = reader.whole("seed", std::numeric_limits<quint32>::max());
     if (reader.has("run-for"))
-        options->runFor = Milliseconds(qRound64(reader.number("run-for", kLongestRun, false) * 1000));
+        options->runFor = Milliseconds(qRound64(reader.real("run-for", kLongestRun) * kMsPerSecond));
     options->terminalName = reader.text("pty");
     options->logName = reader.text("log");
     *error = reader.error();

@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include <QProcess>
+#include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
@@ -56,6 +57,9 @@ private slots:
     void signalEndsItAndRemovesTheLink();
     void wrongUse_data();
     void wrongUse();
+    void logThatCannotBeOpened();
+    void takenPort();
+    void linksAreToldWhenAllAreReady();
     void helpNamesTheOptions();
     void paceHoldsOnTheMachinesClock();
 };
@@ -137,6 +141,7 @@ void TstVxsim::signalEndsItAndRemovesTheLink_data()
     QTest::addColumn<int>("signal");
     QTest::newRow("SIGTERM") << SIGTERM;
     QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGHUP") << SIGHUP;
 }
 
 void TstVxsim::signalEndsItAndRemovesTheLink()
@@ -144,6 +149,7 @@ void TstVxsim::signalEndsItAndRemovesTheLink()
     QFETCH(int, signal);
     QTemporaryDir folder;
     const QString name = folder.filePath("ports/COM40");
+    std::signal(SIGHUP, SIG_DFL); // for the child, where this was begun without a terminal
     Process process({"--pty", name});
     QCOMPARE(process.lineAfter("terminal at "), name);
     QVERIFY(QFileInfo(name).isSymLink());
@@ -170,6 +176,18 @@ void TstVxsim::wrongUse_data()
                                   << "vxsim: --tcp: \"1.5\" is no number from 0 to 65535";
     QTest::newRow("pace") << QStringList({all, "0", "--pace", "fast"})
                           << "vxsim: --pace: \"fast\" is no number from 0 to 100000000";
+    QTest::newRow("pace, nan") << QStringList({all, "0", "--pace", "nan"})
+                               << "vxsim: --pace: \"nan\" is no number from 0 to 100000000";
+    QTest::newRow("seed, nan") << QStringList({all, "0", "--seed", "nan"})
+                               << "vxsim: --seed: \"nan\" is no number from 0 to 4294967295";
+    QTest::newRow("seed, too large") << QStringList({all, "0", "--seed", "4294967296"})
+                                     << "vxsim: --seed: \"4294967296\" is no number from 0 to 4294967295";
+    QTest::newRow("time, nan") << QStringList({all, "0", "--run-for", "nan"})
+                               << "vxsim: --run-for: \"nan\" is no number from 0 to 10000000";
+    QTest::newRow("time, infinite") << QStringList({all, "0", "--run-for", "inf"})
+                                    << "vxsim: --run-for: \"inf\" is no number from 0 to 10000000";
+    QTest::newRow("time, negative") << QStringList({all, "0", "--run-for", "-1"})
+                                    << "vxsim: --run-for: \"-1\" is no number from 0 to 10000000";
     QTest::newRow("rule") << QStringList({all, "0", "--fault-rule", "burn"})
                           << "vxsim: --fault-rule \"burn\": line 1: there is no fault \"burn\"";
     QTest::newRow("chain file") << QStringList({all, "0", "--chain", "/no/such.chain"})
@@ -184,6 +202,40 @@ void TstVxsim::wrongUse()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 2);
     QCOMPARE(QString::fromUtf8(process.readAllStandardError()).trimmed(), error);
+}
+
+void TstVxsim::logThatCannotBeOpened()
+{
+    Process process({"--tcp", "0", "--log", "/no/such/folder/frames.log"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()).trimmed(),
+             QString("vxsim: /no/such/folder/frames.log: No such file or directory"));
+}
+
+void TstVxsim::takenPort()
+{
+    QTcpServer owner;
+    QVERIFY(owner.listen(QHostAddress::LocalHost));
+    Process process({"--tcp", QString::number(owner.serverPort())});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 1);
+    const QString error = QString::fromUtf8(process.readAllStandardError());
+    QVERIFY2(error.startsWith(QString("vxsim: TCP port %1: ").arg(owner.serverPort())), qPrintable(error));
+}
+
+void TstVxsim::linksAreToldWhenAllAreReady()
+{
+    QTemporaryDir folder;
+    const QString name = folder.filePath("COM40");
+    Process process({"--tcp", "0", "--pty", name});
+    QVERIFY(process.lineAfter("listening on 127.0.0.1:").toInt() > 0);
+    QCOMPARE(process.lineAfter("terminal at "), name);
+    // A terminal that cannot be had: the port is not told either.
+    Process failing({"--tcp", "0", "--pty", "/dev/null"});
+    QVERIFY(failing.waitForFinished());
+    QCOMPARE(failing.exitCode(), 1);
+    QVERIFY(!failing.readAllStandardOutput().contains("listening"));
 }
 
 void TstVxsim::helpNamesTheOptions()
