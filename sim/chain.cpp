@@ -6,7 +6,6 @@ namespace sim {
 
 namespace {
 
-constexpr int kFixedModuleBytes = 10;
 constexpr int kChannelsPerModule = 2;
 
 } // namespace
@@ -44,8 +43,8 @@ QByteArray Chain::fixedModuleCodes() const
         if (power)
             codes.append(static_cast<char>(kPowerType));
     }
-    codes.resize(qMin(codes.size(), kFixedModuleBytes));
-    return codes.leftJustified(kFixedModuleBytes, '\0');
+    codes.resize(qMin(codes.size(), kFixedModuleSlots));
+    return codes.leftJustified(kFixedModuleSlots, '\0');
 }
 
 const QStringList &bitRateNames()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sim/module.h"
+#include "sim/payloadlayout.h"
 
 #include <QByteArray>
 #include <QVector>
@@ -9,7 +10,7 @@
 
 namespace sim {
 
-constexpr int kMaximumModules = 128;
+constexpr int kMaximumModules = kModuleSlots;
 constexpr quint8 kControllerAddress = 0;
 constexpr quint8 kControllerFastEntry = 128;
 constexpr quint8 kPowerAddress = 129;
@@ -68,8 +69,8 @@ public:
     std::optional<QByteArray> fixedModules;
     /// After a reset the next reply asks for a new start of the session.
     bool flagsReset = true;
-    /// Payload code of the reply to an FPGA command.
-    quint8 fpgaReplyCode = 0x16;
+    /// Payload code of the head that acknowledges a command.
+    quint8 commandReplyCode = FastSystemStatusCode;
     Milliseconds autozeroTime{3000};
     Milliseconds shuntTime{20000};
 

@@ -1,6 +1,7 @@
 #include "sim/chainfile.h"
 
 #include "sim/catalogue.h"
+#include "sim/framecodec.h"
 #include "sim/script.h"
 
 #include <QFile>
@@ -12,9 +13,9 @@ namespace {
 
 constexpr int kByteMaximum = 255;
 constexpr int kWordMaximum = 65535;
-constexpr int kShortTextBytes = 16;
-constexpr int kListTextBytes = 200;
-constexpr int kFixedModuleBytes = 10;
+// What the two texts that the device writes itself may become, as in "384000" and "40000 (256ch)".
+constexpr int kLongestRateTexts = 6 + 13;
+constexpr int kSystemTextBytes = kMaximumPayload - TextsAt - kSystemTexts - kLongestRateTexts;
 constexpr int kSelftestMaximum = 31;
 constexpr double kVoltsMaximum = 20.47;
 constexpr double kCelsiusMinimum = -55;
@@ -34,13 +35,13 @@ QString limitedText(ScriptLine &line, const QString &key, const QString &current
 
 QString shortText(ScriptLine &line, const char *key, const QString &current)
 {
-    return limitedText(line, QString::fromLatin1(key), current, kShortTextBytes);
+    return limitedText(line, QString::fromLatin1(key), current, kShortTextSize);
 }
 
 QString listText(ScriptLine &line, const char *key)
 {
     const QString name = QString::fromLatin1(key);
-    const QString text = limitedText(line, name, {}, kListTextBytes);
+    const QString text = limitedText(line, name, {}, kListTextSize);
     if (!text.isEmpty() && !text.endsWith(QLatin1Char('$')))
         line.fail(QStringLiteral("%1 does not end in \"$\"").arg(name));
     return text;
@@ -71,6 +72,12 @@ void readSystem(ScriptLine &line, Chain *chain)
     system.dataTransmission = line.text(QStringLiteral("transmission"), system.dataTransmission);
     system.fifth = line.text(QStringLiteral("fifth"), system.fifth);
     system.transmissionMode = line.text(QStringLiteral("mode"), system.transmissionMode);
+    int textBytes = 0;
+    for (const QString &text :
+         {system.poweringMode, system.dataTransmission, system.fifth, system.transmissionMode})
+        textBytes += text.toUtf8().size();
+    if (textBytes > kSystemTextBytes)
+        line.fail(QStringLiteral("the texts are longer than %1 bytes together").arg(kSystemTextBytes));
     system.bitRateCode =
         static_cast<quint8>(line.word(QStringLiteral("bitrate"), system.bitRateCode, bitRateNames()));
     system.channelCountCode = static_cast<quint8>(
@@ -87,8 +94,8 @@ void readSystem(ScriptLine &line, Chain *chain)
                 line.fail(QStringLiteral("fixed: \"%1\" is no code").arg(part));
             codes.append(static_cast<char>(code));
         }
-        if (codes.size() > kFixedModuleBytes)
-            line.fail(QStringLiteral("fixed: more than %1 codes").arg(kFixedModuleBytes));
+        if (codes.size() > kFixedModuleSlots)
+            line.fail(QStringLiteral("fixed: more than %1 codes").arg(kFixedModuleSlots));
         chain->fixedModules = codes;
     }
 }
@@ -100,8 +107,8 @@ void readDevice(ScriptLine &line, Chain *chain)
             line.integer(QString::fromLatin1(key), static_cast<int>(current.count()), 0, kLongestMs));
     };
     chain->flagsReset = line.flag(QStringLiteral("reset-flag"), chain->flagsReset);
-    chain->fpgaReplyCode = static_cast<quint8>(
-        line.integer(QStringLiteral("fpga-reply"), chain->fpgaReplyCode, 0, kByteMaximum));
+    chain->commandReplyCode = static_cast<quint8>(
+        line.integer(QStringLiteral("command-reply"), chain->commandReplyCode, 0, kByteMaximum));
     chain->autozeroTime = milliseconds("autozero", chain->autozeroTime);
     chain->shuntTime = milliseconds("shunt", chain->shuntTime);
 }
@@ -132,8 +139,8 @@ void readChannel(ScriptLine &line, const QString &ending, bool isUniversal, Chan
             Channel::withFunction(static_cast<quint8>(line.integer(key("function"), 0, 0, kByteMaximum)));
     channel->bridgeIndex = line.integer(key("bridge"), channel->bridgeIndex, 0, kByteMaximum);
     channel->gainIndex = line.integer(key("range"), channel->gainIndex, 0, kByteMaximum);
-    channel->offset = limitedText(line, key("offset"), channel->offset, kShortTextBytes);
-    channel->filter = limitedText(line, key("filter"), channel->filter, kShortTextBytes);
+    channel->offset = limitedText(line, key("offset"), channel->offset, kShortTextSize);
+    channel->filter = limitedText(line, key("filter"), channel->filter, kShortTextSize);
     channel->reversePolarity = line.flag(key("polarity"), channel->reversePolarity);
     const int current = (channel->positivePreselected ? 1 : 0) | (channel->negativePreselected ? 2 : 0);
     const int preselect = line.word(key("preselect"), current,
@@ -173,8 +180,8 @@ void readModules(ScriptLine &line, Chain *chain)
         if (next.identity.serial.endsWith(QLatin1Char('-')))
             next.identity.serial +=
                 QString::number(chain->modules.size() + 1).rightJustified(kSerialDigits, QLatin1Char('0'));
-        if (next.identity.serial.toUtf8().size() > kShortTextBytes)
-            line.fail(QStringLiteral("serial is longer than %1 bytes").arg(kShortTextBytes));
+        if (next.identity.serial.toUtf8().size() > kShortTextSize)
+            line.fail(QStringLiteral("serial is longer than %1 bytes").arg(kShortTextSize));
         chain->modules.append(next);
     }
 }

@@ -11,8 +11,10 @@ namespace sim {
 ///          bitrate=40000|20000|...|312 channels=2|4|...|256
 ///          claim=N             the number of modules that the status claims, 0 to 65535
 ///          fixed="100,120"     the codes of the fixed modules, at most ten
+///          The four texts may have 1119 bytes together. The program takes the length of all six, each with
+///          its zero byte, modulo 256: beyond 255 bytes it sees the beginning of them only.
 ///   device reset-flag=yes|no   whether the reply after a reset asks for a new start of the session
-///          fpga-reply=N        payload code of the reply to an FPGA command, usually 0x16
+///          command-reply=N     payload code of the head that acknowledges a command, usually 0x08
 ///          autozero=MS shunt=MS   how long an autozero runs and a shunt stays on
 ///   controller IDENTITY HEALTH
 ///   power IDENTITY HEALTH mode=fixed|auto fixed=MV auto=MV protection=N input=V load=A hot=yes|no

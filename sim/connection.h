@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sim/module.h"
+
 #include <QObject>
 
 namespace sim {
@@ -20,8 +22,9 @@ public:
 
     /// Sends at once. What the peer cannot take is lost, as on a line without flow control.
     virtual void send(const QByteArray &bytes) = 0;
-    /// Ends the connection; `closed` follows. A line that cannot be closed does nothing.
-    virtual void close() = 0;
+    /// Ends the connection; `closed` follows. A line that has no listener to come back to is away for
+    /// `absence`; then its link makes a new connection.
+    virtual void close(Milliseconds absence) = 0;
 
 signals:
     void received(const QByteArray &bytes);

@@ -2,8 +2,8 @@
 
 #include "sim/bytes.h"
 #include "sim/commands.h"
+#include "sim/payloadlayout.h"
 #include "sim/replies.h"
-#include "sim/requestcodes.h"
 
 namespace sim {
 
@@ -15,18 +15,22 @@ constexpr int kSmallestTextCommand = 6;
 constexpr int kSystemCommandSize = 7;
 constexpr int kPowerCommandSize = 8;
 constexpr int kFpgaHeadSize = 9;
-constexpr int kControlFlagsAt = 8;
 constexpr int kSystemStatusArgument = 1;
 
 Answer refused(const QString &why)
 {
-    return {Answer::Verdict::Refused, {}, why};
+    return {Answer::Verdict::Refused, {}, why, false};
 }
 
 Answer badForm(const QByteArray &payload)
 {
     return refused(
         QStringLiteral("no such form of %1, %2 bytes").arg(hexCode(u8At(payload, 0))).arg(payload.size()));
+}
+
+Answer replied(const QByteArray &payload, const QString &note = {})
+{
+    return {Answer::Verdict::Reply, payload, note, false};
 }
 
 bool zerosFollowCode(const QByteArray &payload)
@@ -59,7 +63,8 @@ Answer Device::answer(const QByteArray &payload, Milliseconds now)
     const bool flagged = m_resetFlag;
     Answer answer = dispatch(payload, now);
     if (answer.verdict == Answer::Verdict::Reply && flagged) {
-        putU8(answer.payload, kControlFlagsAt, u8At(answer.payload, kControlFlagsAt) | 1);
+        putU8(answer.payload, ControlFlagsAt, u8At(answer.payload, ControlFlagsAt) | kResetFlag);
+        answer.carriesResetFlag = true;
         // A reset command that came meanwhile has raised the flag anew.
         if (u8At(payload, 0) != ResetCode)
             m_resetFlag = false;
@@ -98,9 +103,9 @@ Answer Device::dispatch(const QByteArray &payload, Milliseconds now)
     }
 }
 
-Answer Device::acknowledge(quint8 code, const QString &note, Milliseconds now) const
+Answer Device::acknowledge(const QString &note, Milliseconds now) const
 {
-    return {Answer::Verdict::Reply, Replies(m_chain, m_live, now).head(code), note};
+    return replied(Replies(m_chain, m_live, now).head(m_chain.commandReplyCode), note);
 }
 
 Answer Device::statusReply(const QByteArray &payload, Milliseconds now)
@@ -114,22 +119,21 @@ Answer Device::statusReply(const QByteArray &payload, Milliseconds now)
     case SystemStatusCode:
         if (argument != kSystemStatusArgument)
             return badForm(payload);
-        return {Answer::Verdict::Reply, replies.systemStatus(), {}};
+        return replied(replies.systemStatus());
     case FastSystemStatusCode:
     case FastModuleStatusCode:
         if (argument != 0)
             return badForm(payload);
-        return {Answer::Verdict::Reply,
-                code == FastSystemStatusCode ? replies.head(code) : replies.fastModuleStatus(),
-                {}};
+        return replied(code == FastSystemStatusCode ? replies.head(code) : replies.fastModuleStatus());
     case StaticStatusCode: {
         const QByteArray status = replies.staticStatus(argument);
         if (status.isEmpty())
-            return {Answer::Verdict::Silent, {}, QStringLiteral("nobody has address %1").arg(argument)};
-        return {Answer::Verdict::Reply, status, {}};
+            return {
+                Answer::Verdict::Silent, {}, QStringLiteral("nobody has address %1").arg(argument), false};
+        return replied(status);
     }
     default:
-        return acknowledge(code, QStringLiteral("no EEPROM text"), now);
+        return acknowledge(QStringLiteral("no EEPROM text"), now);
     }
 }
 
@@ -142,10 +146,10 @@ Answer Device::channelCommand(const QByteArray &payload, Milliseconds now)
     Commands commands(m_chain, now);
     const quint8 code = u8At(payload, 0);
     if (code == BridgeCode)
-        return acknowledge(code, commands.setBridge(channel, parameter), now);
+        return acknowledge(commands.setBridge(channel, parameter), now);
     if (code == RangeCode)
-        return acknowledge(code, commands.setRange(channel, parameter), now);
-    return acknowledge(code, commands.act(channel, parameter), now);
+        return acknowledge(commands.setRange(channel, parameter), now);
+    return acknowledge(commands.act(channel, parameter), now);
 }
 
 Answer Device::textCommand(const QByteArray &payload, Milliseconds now)
@@ -159,8 +163,7 @@ Answer Device::textCommand(const QByteArray &payload, Milliseconds now)
     Commands commands(m_chain, now);
     const quint8 code = u8At(payload, 0);
     return acknowledge(
-        code, code == OffsetCode ? commands.setOffset(channel, text) : commands.setFilter(channel, text),
-        now);
+        code == OffsetCode ? commands.setOffset(channel, text) : commands.setFilter(channel, text), now);
 }
 
 Answer Device::systemCommand(const QByteArray &payload, Milliseconds now)
@@ -174,17 +177,17 @@ Answer Device::systemCommand(const QByteArray &payload, Milliseconds now)
     Commands commands(m_chain, now);
     switch (code) {
     case PowerCode:
-        return acknowledge(code, commands.setPower(p1, p2, u16At(payload, kArgumentAt + 2)), now);
+        return acknowledge(commands.setPower(p1, p2, u16At(payload, kArgumentAt + 2)), now);
     case SupplyCode:
-        return p1 == 0 ? badForm(payload) : acknowledge(code, commands.setSupply(p1, p2, p3), now);
+        return p1 == 0 ? badForm(payload) : acknowledge(commands.setSupply(p1, p2, p3), now);
     case FunctionCode:
-        return p1 == 0 || p3 != 0 ? badForm(payload) : acknowledge(code, commands.setFunction(p1, p2), now);
+        return p1 == 0 || p3 != 0 ? badForm(payload) : acknowledge(commands.setFunction(p1, p2), now);
     case RatesCode:
-        return p3 != 0 ? badForm(payload) : acknowledge(code, commands.setRates(p1, p2), now);
+        return p3 != 0 ? badForm(payload) : acknowledge(commands.setRates(p1, p2), now);
     default: {
         if (p1 != 0 || p2 != 0 || p3 != 0)
             return badForm(payload);
-        const Answer answer = acknowledge(code, QStringLiteral("system reset"), now);
+        const Answer answer = acknowledge(QStringLiteral("system reset"), now);
         reset();
         return answer;
     }
@@ -196,7 +199,6 @@ Answer Device::fpgaCommand(const QByteArray &payload, Milliseconds now)
     if (payload.size() < kFpgaHeadSize)
         return badForm(payload);
     return acknowledge(
-        m_chain.fpgaReplyCode,
         QStringLiteral("FPGA command %1, nothing flashed").arg(hexCode(u8At(payload, kArgumentAt))), now);
 }
 

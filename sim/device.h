@@ -16,7 +16,8 @@ struct Answer
 
     Verdict verdict = Verdict::Refused;
     QByteArray payload;
-    QString note; ///< what was done or why nothing was, for the log
+    QString note;                  ///< what was done or why nothing was, for the log
+    bool carriesResetFlag = false; ///< this reply has spent the flag that a reset raised
 };
 
 /// The chain as it behaves: request payloads in, reply payloads out, with the time given from outside. It
@@ -36,7 +37,7 @@ public:
     /// Back to the description, as after a reboot; the next reply carries the reset flag if the chain
     /// says so. The reset command does the same after its own reply.
     void reset();
-    /// The next reply asks for a new start of the session.
+    /// The next reply asks for a new start of the session; also for a reply that was lost with the flag.
     void raiseResetFlag() { m_resetFlag = true; }
     int resetCount() const { return m_resetCount; }
 
@@ -47,7 +48,7 @@ private:
     Answer textCommand(const QByteArray &payload, Milliseconds now);
     Answer systemCommand(const QByteArray &payload, Milliseconds now);
     Answer fpgaCommand(const QByteArray &payload, Milliseconds now);
-    Answer acknowledge(quint8 code, const QString &note, Milliseconds now) const;
+    Answer acknowledge(const QString &note, Milliseconds now) const;
 
     const Chain m_description;
     Chain m_chain;

@@ -1,7 +1,8 @@
 #include "sim/faults.h"
 
 #include "sim/bytes.h"
-#include "sim/requestcodes.h"
+#include "sim/framecodec.h"
+#include "sim/payloadlayout.h"
 #include "sim/script.h"
 
 #include <limits>
@@ -13,7 +14,8 @@ namespace {
 constexpr int kAnyNumber = std::numeric_limits<int>::max();
 constexpr int kByteMaximum = 255;
 constexpr int kUnknownCode = 0x03;
-constexpr int kWrongOriginator = 0x50;
+constexpr int kWrongOriginator = kProgramOriginator;
+constexpr int kUsualAbsenceMs = 1000;
 
 const QStringList &actionNames()
 {
@@ -62,8 +64,10 @@ void readParameters(ScriptLine &line, FaultRule *rule)
 {
     switch (rule->action) {
     case FaultRule::Action::Lose:
-    case FaultRule::Action::Close:
     case FaultRule::Action::ResetFlag:
+        break;
+    case FaultRule::Action::Close:
+        rule->time = Milliseconds(line.integer(QStringLiteral("ms"), kUsualAbsenceMs, 0, kAnyNumber));
         break;
     case FaultRule::Action::Delay:
         need(line, "ms");
@@ -186,6 +190,7 @@ void FaultScript::apply(const FaultRule &rule, Milliseconds now, FaultPlan *plan
         break;
     case FaultRule::Action::Close:
         plan->close = true;
+        plan->absence = qMax(plan->absence, rule.time);
         break;
     case FaultRule::Action::ResetFlag:
         plan->resetFlag = true;

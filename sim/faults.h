@@ -26,9 +26,10 @@ struct Cut
 /// What goes wrong with one request and its reply. Nothing, unless a rule matched.
 struct FaultPlan
 {
-    bool silence = false; ///< the device does not even take the request
-    bool lose = false;    ///< the request is carried out, the reply does not arrive
-    bool close = false;   ///< the connection is closed in place of the reply
+    bool silence = false;    ///< the device does not even take the request
+    bool lose = false;       ///< the request is carried out, the reply does not arrive
+    bool close = false;      ///< the connection is closed in place of the reply
+    Milliseconds absence{0}; ///< after `close`: how long a terminal is away
     bool resetFlag = false;
     Milliseconds delay{0};
     std::optional<quint8> payloadCode;
@@ -38,6 +39,8 @@ struct FaultPlan
     QStringList notes; ///< names of the rules that matched, for the log
 
     bool isClean() const { return notes.isEmpty(); }
+    /// The program gets no reply that it takes: none at all or a damaged one.
+    bool destroysReply() const { return silence || lose || close || originator || corruption; }
 };
 
 /// One rule. Of the requests that pass the filters the triggers pick some.
@@ -62,8 +65,9 @@ struct FaultRule
     double probability = 1.0;
 
     // What the action needs.
-    Milliseconds time{0}; ///< delay, or silence after the request that set it off
-    int value = 0;        ///< payload code or originator
+    Milliseconds time{
+        0};        ///< delay, silence after the request that set it off, or absence of a closed terminal
+    int value = 0; ///< payload code or originator
     Corruption corruption;
     Cut cut;
 };
@@ -73,7 +77,8 @@ struct FaultRule
 /// A script is a text with one rule in each line, "action key=value ...", "#" begins a comment:
 ///   lose                          the reply gets lost on its way
 ///   silence [ms=N]                no answer to the request, nor to any in the next N ms
-///   close                         the connection is closed in place of the reply
+///   close [ms=N]                  the connection is closed in place of the reply; a pseudo terminal vanishes
+///                                 with its name and is back after N ms (1000)
 ///   reset-flag                    the reply asks for a new start of the session
 ///   delay ms=N                    the reply starts N ms later
 ///   unknown-code [value=N]        the payload's code is replaced (0x03)

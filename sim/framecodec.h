@@ -6,16 +6,19 @@
 
 namespace sim {
 
+constexpr quint8 kProgramAddressee = 0x50;
+constexpr quint8 kDeviceOriginator = 0x4B;
+constexpr quint8 kProgramOriginator = 0x50;
+constexpr quint8 kDeviceAddressee = 0x43;
+
 /// A frame's own fields. The defaults are those of a frame from the device to the program.
 struct FrameHeader
 {
     quint8 counter = 0;
-    quint8 addressee = 0x50;
-    quint8 originator = 0x4B;
+    quint8 addressee = kProgramAddressee;
+    quint8 originator = kDeviceOriginator;
 };
 
-constexpr quint8 kProgramOriginator = 0x50;
-constexpr quint8 kDeviceAddressee = 0x43;
 constexpr int kHeaderSize = 20;
 constexpr int kTrailerSize = 2;
 constexpr int kMaximumPayload = 1300;

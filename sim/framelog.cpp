@@ -2,14 +2,11 @@
 
 #include "sim/bytes.h"
 #include "sim/framecodec.h"
-#include "sim/requestcodes.h"
+#include "sim/payloadlayout.h"
 
 namespace sim {
 
 namespace {
-
-constexpr int kHeadSize = 16;
-constexpr int kControlFlagsAt = 8;
 
 QString codeName(quint8 code)
 {
@@ -67,11 +64,12 @@ QString textAt(const QByteArray &payload, int offset, int width)
 
 QString describeHead(const QByteArray &payload)
 {
-    const QString flag = (u8At(payload, kControlFlagsAt) & 1) ? QStringLiteral(", reset flag") : QString();
+    const QString flag =
+        (u8At(payload, ControlFlagsAt) & kResetFlag) ? QStringLiteral(", reset flag") : QString();
     return QStringLiteral("input %1 V, output %2 V, load %3 A%4")
-        .arg(u16At(payload, 10) / 100.0)
-        .arg(u16At(payload, 12) / 1000.0)
-        .arg(u16At(payload, 14) / 2000.0)
+        .arg(u16At(payload, InputVoltageAt) / kInputSteps)
+        .arg(u16At(payload, OutputVoltageAt) / kOutputSteps)
+        .arg(u16At(payload, LoadCurrentAt) / kLoadSteps)
         .arg(flag);
 }
 
@@ -117,8 +115,8 @@ QString describeRequest(const QByteArray &payload)
     case FpgaCode:
         return QStringLiteral("%1 %2, %3, %4")
             .arg(name, hexCode(p1))
-            .arg(u16At(payload, 5))
-            .arg(u16At(payload, 7));
+            .arg(u16At(payload, kFpgaFirstNumberAt))
+            .arg(u16At(payload, kFpgaSecondNumberAt));
     default:
         return name;
     }
@@ -134,14 +132,14 @@ QString describeReply(const QByteArray &payload)
     case SystemStatusCode:
         return QStringLiteral("%1: %2 modules, %3")
             .arg(name)
-            .arg(u16At(payload, 16))
+            .arg(u16At(payload, CountAt))
             .arg(describeHead(payload));
     case StaticStatusCode:
         return QStringLiteral("%1: address %2, type %3, serial \"%4\", %5")
             .arg(name)
-            .arg(u8At(payload, 16))
-            .arg(u8At(payload, 18))
-            .arg(textAt(payload, 36, 16), describeHead(payload));
+            .arg(u8At(payload, AddressAt))
+            .arg(u8At(payload, TypeAt))
+            .arg(textAt(payload, SerialAt, kShortTextSize), describeHead(payload));
     default:
         return QStringLiteral("%1: %2").arg(name, describeHead(payload));
     }
@@ -169,12 +167,13 @@ void FrameLog::request(Milliseconds now, const QString &connection, const Recept
 }
 
 void FrameLog::reply(Milliseconds now, const QString &connection, const QByteArray &payload,
-                     const QByteArray &frame) const
+                     const QByteArray &frame, Fate fate) const
 {
     if (m_sink)
         write(now, connection,
-              QStringLiteral("<- %1 %2 | %3")
-                  .arg(hexCode(u8At(payload, 0)), describeReply(payload), hexBytes(frame)));
+              QStringLiteral("<- %1%2 %3 | %4")
+                  .arg(fate == Fate::Lost ? QStringLiteral("lost, ") : QString(), hexCode(u8At(payload, 0)),
+                       describeReply(payload), hexBytes(frame)));
 }
 
 void FrameLog::note(Milliseconds now, const QString &connection, const QString &text) const

@@ -16,6 +16,11 @@ QString describeReply(const QByteArray &payload);
 class FrameLog
 {
 public:
+    enum class Fate {
+        Sent, ///< the reply begins on the line
+        Lost  ///< a fault took it away
+    };
+
     using Sink = std::function<void(const QString &line)>;
 
     /// Without a sink nothing is written and nothing is put together.
@@ -23,7 +28,7 @@ public:
 
     void request(Milliseconds now, const QString &connection, const Reception &reception) const;
     void reply(Milliseconds now, const QString &connection, const QByteArray &payload,
-               const QByteArray &frame) const;
+               const QByteArray &frame, Fate fate) const;
     void note(Milliseconds now, const QString &connection, const QString &text) const;
 
 private:

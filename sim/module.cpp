@@ -8,9 +8,10 @@ namespace {
 
 constexpr int kChannelsPerModule = 2;
 
-QStringList itemsOf(const QString &list, int channelIndex)
+/// Only a list with halves has one part for each channel; in any other "#" is a character as all are.
+QStringList itemsOf(const QString &list, bool hasHalves, int channelIndex)
 {
-    const QStringList halves = list.split(QLatin1Char('#'));
+    const QStringList halves = hasHalves ? list.split(QLatin1Char('#')) : QStringList();
     const QString own = halves.size() == kChannelsPerModule ? halves.at(channelIndex) : list;
     QStringList items = own.split(QLatin1Char('$'));
     items.removeLast(); // what stands behind the last "$"
@@ -59,12 +60,12 @@ QString Module::rangeList() const
 
 QStringList Module::sensorsOf(int channelIndex) const
 {
-    return itemsOf(sensorList(), channelIndex);
+    return itemsOf(sensorList(), type == kUniversal, channelIndex);
 }
 
 QStringList Module::rangesOf(int channelIndex) const
 {
-    return itemsOf(rangeList(), channelIndex);
+    return itemsOf(rangeList(), type == kUniversal, channelIndex);
 }
 
 } // namespace sim

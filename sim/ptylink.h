@@ -2,14 +2,17 @@
 
 #include "sim/link.h"
 
-#include <memory>
+#include <QString>
+
+#include <chrono>
 
 class TimeSource;
 
 namespace sim {
 
 /// A pseudo terminal that plays a serial port. It outlives the program's opening and closing of its side:
-/// what is sent while nobody has it open is lost, as on a line with nothing plugged in.
+/// what is sent while nobody has it open is lost, as on a line with nothing plugged in. Closing its
+/// connection takes the terminal and the name away; both are back after the absence, as a new connection.
 class PtyLink : public Link
 {
     Q_OBJECT
@@ -26,8 +29,11 @@ public:
 private:
     class Terminal;
 
+    bool plugIn(QString *error);
+    void comeBackAfter(std::chrono::milliseconds absence);
+
     TimeSource &m_time;
-    Terminal *m_terminal = nullptr;
+    QString m_name;
 };
 
 } // namespace sim

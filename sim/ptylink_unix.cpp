@@ -9,10 +9,12 @@
 #include <QFileInfo>
 #include <QSocketNotifier>
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <memory>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
@@ -61,8 +63,9 @@ bool pointName(const QString &name, const QString &target, QString *error)
 class PtyLink::Terminal final : public Connection
 {
 public:
-    Terminal(TimeSource &time, const QString &linkName, QObject *parent)
-        : Connection(QStringLiteral("pty"), parent)
+    Terminal(TimeSource &time, const QString &linkName, PtyLink &link)
+        : Connection(QStringLiteral("pty"), &link)
+        , m_link(link)
         , m_linkName(linkName)
         , m_idleTimer(time.createTimer(this))
     {
@@ -72,8 +75,7 @@ public:
     ~Terminal() override
     {
         release();
-        if (QFile::symLinkTarget(m_linkName) == m_path)
-            QFile::remove(m_linkName);
+        removeName();
     }
 
     bool make(QString *error)
@@ -100,16 +102,33 @@ public:
 
     void send(const QByteArray &bytes) override
     {
-        if (m_idleTimer->isActive() || m_master < 0)
+        if (m_master < 0 || peerIsGone())
             return;
         // A full buffer means that the peer does not read: the bytes are lost, as without flow control.
         const ssize_t written = ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size()));
         Q_UNUSED(written)
     }
 
-    void close() override {}
+    void close(std::chrono::milliseconds absence) override
+    {
+        if (m_master < 0)
+            return;
+        m_idleTimer->stop();
+        release();
+        removeName();
+        emit closed();
+        deleteLater();
+        m_link.comeBackAfter(absence);
+    }
 
 private:
+    void removeName()
+    {
+        if (!m_path.isEmpty() && QFile::symLinkTarget(m_linkName) == m_path)
+            QFile::remove(m_linkName);
+        m_path.clear(); // it may soon be another terminal's
+    }
+
     void release()
     {
         if (m_notifier) {
@@ -123,18 +142,21 @@ private:
         m_master = -1;
     }
 
-    /// Makes the peer's side raw and empties it. Fails where the last peer took it for itself alone and
-    /// died without giving it back; a new terminal under the same name helps then.
+    /// Makes the peer's side raw and throws away what the last peer did not read. Somebody who has opened it
+    /// meanwhile loses nothing by that: his requests wait on the master's side. Fails where a peer took it
+    /// for himself alone; if he died without giving it back, a new terminal under the same name helps.
     bool cleanPeerSide() const
     {
         const int peer = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
         if (peer < 0)
             return false;
         termios settings{};
-        const bool isRaw = ::tcgetattr(peer, &settings) == 0;
+        const bool isKnown = ::tcgetattr(peer, &settings) == 0;
+        const bool isRaw = isKnown && (settings.c_lflag & (ICANON | ECHO | ISIG)) == 0 &&
+                           (settings.c_oflag & OPOST) == 0 && (settings.c_iflag & (ICRNL | IXON)) == 0;
         ::cfmakeraw(&settings);
-        const bool isSet = isRaw && ::tcsetattr(peer, TCSANOW, &settings) == 0;
-        ::tcflush(peer, TCIOFLUSH);
+        const bool isSet = isRaw || (isKnown && ::tcsetattr(peer, TCSANOW, &settings) == 0);
+        ::tcflush(peer, TCIFLUSH);
         ::close(peer);
         return isSet;
     }
@@ -151,26 +173,38 @@ private:
         return ::poll(&state, 1, 0) > 0 && (state.revents & POLLHUP) != 0;
     }
 
+    bool hasBytes() const
+    {
+        pollfd state{m_master, POLLIN, 0};
+        return ::poll(&state, 1, 0) > 0 && (state.revents & POLLIN) != 0;
+    }
+
     void lookForPeer()
     {
         if (!peerIsGone()) {
             m_idleTimer->stop();
             m_notifier->setEnabled(true);
+        } else if (hasBytes()) {
+            readPiece(); // of somebody who has come and gone between two turns
         } else if (++m_idleTurns % kRepairTurns == 0) {
-            repair(); // somebody may have come and gone between two turns
+            repair(); // he may also have taken the terminal for himself alone
         }
     }
 
     void read()
     {
-        QByteArray bytes(kReadSize, '\0');
-        const ssize_t size = ::read(m_master, bytes.data(), kReadSize);
-        if (size > 0) {
-            bytes.truncate(static_cast<int>(size));
-            emit received(bytes);
-        } else if (size == 0 || (errno != EAGAIN && errno != EINTR)) {
+        if (!readPiece())
             handleHangUp();
-        }
+    }
+
+    /// False if there is nothing left to read and never will be from this peer.
+    bool readPiece()
+    {
+        std::array<char, kReadSize> buffer;
+        const ssize_t size = ::read(m_master, buffer.data(), buffer.size());
+        if (size > 0)
+            emit received(QByteArray(buffer.data(), static_cast<int>(size)));
+        return size > 0 || (size < 0 && (errno == EAGAIN || errno == EINTR));
     }
 
     void handleHangUp()
@@ -184,12 +218,13 @@ private:
     void repair()
     {
         QString error;
-        if (cleanPeerSide() || make(&error))
+        if (cleanPeerSide() || !peerIsGone() || make(&error))
             return;
         m_idleTimer->stop();
         qWarning("%s", qPrintable(error));
     }
 
+    PtyLink &m_link;
     const QString m_linkName;
     Timer *m_idleTimer;
     QSocketNotifier *m_notifier = nullptr;
@@ -207,12 +242,30 @@ PtyLink::~PtyLink() = default;
 
 bool PtyLink::open(const QString &name, QString *error)
 {
-    auto terminal = std::make_unique<Terminal>(m_time, QDir::cleanPath(QDir().absoluteFilePath(name)), this);
+    m_name = QDir::cleanPath(QDir().absoluteFilePath(name));
+    return plugIn(error);
+}
+
+bool PtyLink::plugIn(QString *error)
+{
+    auto terminal = std::make_unique<Terminal>(m_time, m_name, *this);
     if (!terminal->make(error))
         return false;
-    m_terminal = terminal.release(); // this object's child
-    emit connected(m_terminal);
+    emit connected(terminal.release()); // this object's child
     return true;
+}
+
+void PtyLink::comeBackAfter(std::chrono::milliseconds absence)
+{
+    Timer *const timer = m_time.createTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &Timer::timeout, this, [this, timer] {
+        timer->deleteLater();
+        QString error;
+        if (!plugIn(&error))
+            qWarning("%s", qPrintable(error));
+    });
+    timer->start(absence);
 }
 
 } // namespace sim

@@ -2,60 +2,19 @@
 
 #include "sim/bytes.h"
 #include "sim/catalogue.h"
+#include "sim/payloadlayout.h"
 
 namespace sim {
 
 namespace {
 
-constexpr int kHeadSize = 16;
-constexpr int kModuleSlots = 128;
-constexpr int kSystemFixedSize = 156;
-constexpr int kFastEntries = 130;
-constexpr int kFastEntrySize = 9;
-constexpr int kModuleStatusSize = 564;
-constexpr int kPowerStatusSize = 100;
-constexpr int kShortText = 16;
-constexpr int kListText = 200;
+constexpr double kWordMaximum = 65535;
 
-enum HeadAt { StatusFlagsAt = 9, InputVoltageAt = 10, OutputVoltageAt = 12, LoadCurrentAt = 14 };
-enum SystemAt { CountAt = 16, TypesAt = 18, FixedAt = 146 };
-enum StaticAt {
-    AddressAt = 16,
-    TypeAt = 18,
-    PowerModeAt = 19,
-    ProtectionAt = 20,
-    FixedVoltageAt = 27,
-    AutoVoltageAt = 29,
-    BridgeAt = 19,
-    RangeAt = 21,
-    FunctionAt = 23,
-    PolarityAt = 25,
-    SupplyAt = 26,
-    PreselectAt = 30,
-    SerialAt = 36,
-    HardwareAt = 52,
-    Firmware1At = 68,
-    Firmware2At = 84,
-    OffsetAt = 100,
-    FilterAt = 132,
-    SensorsAt = 164,
-    RangesAt = 364
-};
-
-// Bits of a fast status entry, counted from bit 0 of byte 0.
-enum FastBit {
-    VoltsBit = 0,
-    VoltsInvalidBit = 11,
-    CelsiusBit = 12,
-    CelsiusInvalidBit = 21,
-    ValueABit = 24,
-    AutozeroABit = 43,
-    AutozeroBBit = 44,
-    ShuntABit = 45,
-    ShuntBBit = 46,
-    ValueBBit = 48,
-    SelftestBit = 67
-};
+/// `value` in steps of a field of two bytes, at the field's end where it lies outside.
+void putSteps(QByteArray &bytes, int offset, double value)
+{
+    putU16(bytes, offset, qRound(qBound(0.0, value, kWordMaximum)));
+}
 
 void putBits(QByteArray &bytes, int firstBit, int width, int value)
 {
@@ -69,10 +28,10 @@ void putBits(QByteArray &bytes, int firstBit, int width, int value)
 
 void putIdentity(QByteArray &bytes, const Identity &identity)
 {
-    putText(bytes, SerialAt, kShortText, identity.serial);
-    putText(bytes, HardwareAt, kShortText, identity.hardware);
-    putText(bytes, Firmware1At, kShortText, identity.firmware1);
-    putText(bytes, Firmware2At, kShortText, identity.firmware2);
+    putText(bytes, SerialAt, kShortTextSize, identity.serial);
+    putText(bytes, HardwareAt, kShortTextSize, identity.hardware);
+    putText(bytes, Firmware1At, kShortTextSize, identity.firmware1);
+    putText(bytes, Firmware2At, kShortTextSize, identity.firmware2);
 }
 
 } // namespace
@@ -84,16 +43,16 @@ QByteArray Replies::head(quint8 code) const
     if (!m_chain.power)
         return bytes;
     const Power &power = *m_chain.power;
-    putU8(bytes, StatusFlagsAt, power.tooHot ? 1 : 0);
-    putU16(bytes, InputVoltageAt, qRound(m_live.inputVolts(power.inputVolts, m_now) * 100));
-    putU16(bytes, OutputVoltageAt, power.outputMillivolts());
-    putU16(bytes, LoadCurrentAt, qRound(m_live.loadAmperes(power.loadAmperes, m_now) * 2000));
+    putU8(bytes, StatusFlagsAt, power.tooHot ? kHotFlag : 0);
+    putSteps(bytes, InputVoltageAt, m_live.inputVolts(power.inputVolts, m_now) * kInputSteps);
+    putSteps(bytes, OutputVoltageAt, power.outputMillivolts());
+    putSteps(bytes, LoadCurrentAt, m_live.loadAmperes(power.loadAmperes, m_now) * kLoadSteps);
     return bytes;
 }
 
 QByteArray Replies::systemStatus() const
 {
-    QByteArray bytes = head(0x01).leftJustified(kSystemFixedSize, '\0');
+    QByteArray bytes = head(SystemStatusCode).leftJustified(TextsAt, '\0');
     putU16(bytes, CountAt, m_chain.moduleCount());
     for (int i = 0; i < qMin(m_chain.modules.size(), kModuleSlots); ++i)
         putU8(bytes, TypesAt + i, m_chain.modules.at(i).type);
@@ -110,11 +69,11 @@ QByteArray Replies::systemStatus() const
 QByteArray Replies::fastEntry(int address, const Health &health) const
 {
     QByteArray entry(kFastEntrySize, '\0');
-    putBits(entry, VoltsBit, 11, m_live.voltsRaw(address, health, m_now));
+    putBits(entry, VoltsBit, VoltsBits, m_live.voltsRaw(address, health, m_now));
     putBits(entry, VoltsInvalidBit, 1, health.voltsInvalid ? 1 : 0);
-    putBits(entry, CelsiusBit, 9, m_live.celsiusRaw(address, health, m_now));
+    putBits(entry, CelsiusBit, CelsiusBits, m_live.celsiusRaw(address, health, m_now));
     putBits(entry, CelsiusInvalidBit, 1, health.celsiusInvalid ? 1 : 0);
-    putBits(entry, SelftestBit, 5, health.selftest);
+    putBits(entry, SelftestBit, SelftestBits, health.selftest);
     return entry;
 }
 
@@ -124,8 +83,8 @@ QByteArray Replies::analogFastEntry(int address) const
     const Channel &a = module.channel(0);
     const Channel &b = module.channel(1);
     QByteArray entry = fastEntry(address, module.health);
-    putBits(entry, ValueABit, 18, m_live.channelRaw(address, 0, a, m_now));
-    putBits(entry, ValueBBit, 18, m_live.channelRaw(address, 1, b, m_now));
+    putBits(entry, ValueABit, ValueBits, m_live.channelRaw(address, 0, a, m_now));
+    putBits(entry, ValueBBit, ValueBits, m_live.channelRaw(address, 1, b, m_now));
     putBits(entry, AutozeroABit, 1, a.autozeroRunning(m_now) ? 1 : 0);
     putBits(entry, AutozeroBBit, 1, b.autozeroRunning(m_now) ? 1 : 0);
     putBits(entry, ShuntABit, 1, a.shuntOn(m_now) ? 1 : 0);
@@ -135,7 +94,7 @@ QByteArray Replies::analogFastEntry(int address) const
 
 QByteArray Replies::fastModuleStatus() const
 {
-    QByteArray bytes = head(0x10);
+    QByteArray bytes = head(FastModuleStatusCode);
     const Controller &controller = m_chain.controller;
     for (int k = 0; k < kFastEntries; ++k) {
         // Entry 128 is the controller's even where there is a module 128; entry 0 repeats it, because 0 is
@@ -165,7 +124,7 @@ QByteArray Replies::staticStatus(quint8 address) const
 
 QByteArray Replies::controllerStatus() const
 {
-    QByteArray bytes = head(0x12).leftJustified(kModuleStatusSize, '\0');
+    QByteArray bytes = head(StaticStatusCode).leftJustified(kModuleStatusSize, '\0');
     putU8(bytes, AddressAt, kControllerAddress);
     putU8(bytes, TypeAt, kControllerType);
     putIdentity(bytes, m_chain.controller.identity);
@@ -175,7 +134,7 @@ QByteArray Replies::controllerStatus() const
 QByteArray Replies::powerStatus() const
 {
     const Power &power = *m_chain.power;
-    QByteArray bytes = head(0x12).leftJustified(kPowerStatusSize, '\0');
+    QByteArray bytes = head(StaticStatusCode).leftJustified(kPowerStatusSize, '\0');
     putU8(bytes, AddressAt, kPowerAddress);
     putU8(bytes, TypeAt, kPowerType);
     putU8(bytes, PowerModeAt, power.mode);
@@ -189,7 +148,7 @@ QByteArray Replies::powerStatus() const
 QByteArray Replies::analogStatus(int address) const
 {
     const Module &module = m_chain.module(address);
-    QByteArray bytes = head(0x12).leftJustified(kModuleStatusSize, '\0');
+    QByteArray bytes = head(StaticStatusCode).leftJustified(kModuleStatusSize, '\0');
     putU8(bytes, AddressAt, address);
     putU8(bytes, TypeAt, module.type);
     putIdentity(bytes, module.identity);
@@ -202,16 +161,16 @@ QByteArray Replies::analogStatus(int address) const
         putU8(bytes, FunctionAt + i, channel.function);
         // The reserved bytes carry the sensor supply: its code while it is on.
         putU8(bytes, SupplyAt + i, channel.supplyOn ? channel.supplyCode : 0);
-        putText(bytes, OffsetAt + i * kShortText, kShortText, channel.offset);
-        putText(bytes, FilterAt + i * kShortText, kShortText, channel.filter);
+        putText(bytes, OffsetAt + i * kShortTextSize, kShortTextSize, channel.offset);
+        putText(bytes, FilterAt + i * kShortTextSize, kShortTextSize, channel.filter);
         polarity |= (channel.reversePolarity ? 1 : 0) << i;
         preselect |= ((channel.positivePreselected ? 1 : 0) | (channel.negativePreselected ? 2 : 0))
                      << (2 * i);
     }
     putU8(bytes, PolarityAt, polarity);
     putU8(bytes, PreselectAt, preselect);
-    putText(bytes, SensorsAt, kListText, module.sensorList());
-    putText(bytes, RangesAt, kListText, module.rangeList());
+    putText(bytes, SensorsAt, kListTextSize, module.sensorList());
+    putText(bytes, RangesAt, kListTextSize, module.rangeList());
     return bytes;
 }
 

@@ -3,6 +3,7 @@
 #include "sim/bytes.h"
 #include "sim/connection.h"
 #include "sim/framecodec.h"
+#include "sim/payloadlayout.h"
 #include "sim/ptylink.h"
 #include "sim/session.h"
 #include "sim/tcplink.h"
@@ -16,7 +17,6 @@ namespace sim {
 namespace {
 
 constexpr qint64 kNsPerMs = 1000000;
-constexpr int kControlFlagsAt = 8;
 
 Milliseconds asMilliseconds(qint64 ns)
 {
@@ -112,6 +112,7 @@ void Server::clearCounters()
     m_counts.clear();
     m_payloads.clear();
     m_refusals.clear();
+    m_counterJumps = 0;
 }
 
 void Server::takeConnection(Link *link, Connection *connection)
@@ -122,7 +123,10 @@ void Server::takeConnection(Link *link, Connection *connection)
         *connection, m_time, [this] { return nowNs(); }, m_bytesPerSecond, connection);
     connect(session, &Session::arrived, this,
             [this, link, session](const Reception &reception) { takeReception(link, session, reception); });
-    connect(connection, &Connection::closed, this, [this, connection] {
+    connect(connection, &Connection::closed, this, [this, connection, session] {
+        m_expectedCounters.remove(session);
+        if (m_flagCarrier == session)
+            keepResetFlag();
         m_log.note(elapsed(), connection->name(), QStringLiteral("disconnected"));
     });
 }
@@ -130,6 +134,8 @@ void Server::takeConnection(Link *link, Connection *connection)
 void Server::refuse(const QString &reason)
 {
     m_refusals.append(reason);
+    if (m_refusals.size() > kRememberedRefusals)
+        m_refusals.removeFirst();
     emit refused(reason);
 }
 
@@ -142,12 +148,31 @@ void Server::takeReception(Link *link, Session *session, const Reception &recept
         refuse(reception.fault);
         return;
     }
+    checkCounter(session, reception);
     ++m_counts[u8At(reception.payload, 0)];
     m_payloads.append(reception.payload);
     if (m_payloads.size() > kRememberedPayloads)
         m_payloads.removeFirst();
     emit requestReceived(reception.payload);
     carryOut(link, session, reception);
+}
+
+void Server::checkCounter(Session *session, const Reception &reception)
+{
+    const auto expected = m_expectedCounters.constFind(session);
+    if (expected != m_expectedCounters.constEnd() && *expected != reception.counter) {
+        ++m_counterJumps;
+        m_log.note(
+            asMilliseconds(reception.timeNs), session->connection().name(),
+            QStringLiteral("consistency counter %1, expected %2").arg(reception.counter).arg(*expected));
+    }
+    m_expectedCounters.insert(session, static_cast<quint8>(reception.counter + 1));
+}
+
+void Server::keepResetFlag()
+{
+    m_flagCarrier = nullptr;
+    m_device.raiseResetFlag();
 }
 
 void Server::carryOut(Link *link, Session *session, const Reception &reception)
@@ -174,8 +199,13 @@ void Server::carryOut(Link *link, Session *session, const Reception &reception)
     if (!answer.note.isEmpty())
         m_log.note(now, name, answer.note);
     const qint64 startNs = reception.timeNs + asNs(plan.delay);
+    if (answer.carriesResetFlag) {
+        m_flagCarrier = session;
+        if (plan.destroysReply())
+            keepResetFlag();
+    }
     if (plan.close)
-        session->closeAt(startNs);
+        session->closeAt(startNs, plan.absence);
     else
         sendReply(link, session, answer.payload, startNs, plan);
 }
@@ -185,7 +215,7 @@ void Server::sendReply(Link *link, Session *session, const QByteArray &payload, 
 {
     QByteArray content = payload;
     if (plan.resetFlag)
-        putU8(content, kControlFlagsAt, u8At(content, kControlFlagsAt) | 1);
+        putU8(content, ControlFlagsAt, u8At(content, ControlFlagsAt) | kResetFlag);
     if (plan.payloadCode)
         putU8(content, 0, *plan.payloadCode);
     FrameHeader header;
@@ -194,13 +224,36 @@ void Server::sendReply(Link *link, Session *session, const QByteArray &payload, 
     QByteArray frame = FrameCodec::encode(header, content);
     if (plan.corruption)
         corrupt(&frame, *plan.corruption);
-    m_log.reply(asMilliseconds(startNs), session->connection().name(), content, frame);
-    if (!plan.lose) {
-        const Cut cut = plan.cut.value_or(Cut{frame.size(), Milliseconds(0)});
-        for (int at = 0; at < frame.size(); at += cut.size)
-            session->send(frame.mid(at, cut.size), startNs, at == 0 ? 0 : asNs(cut.gap));
-    }
+    const QString name = session->connection().name();
+    if (plan.lose)
+        m_log.reply(asMilliseconds(startNs), name, content, frame, FrameLog::Fate::Lost);
+    else
+        sendFrame(session, content, frame, startNs, plan.cut.value_or(Cut{frame.size(), Milliseconds(0)}));
     emit replied(content);
+}
+
+void Server::sendFrame(Session *session, const QByteArray &payload, const QByteArray &frame, qint64 startNs,
+                       const Cut &cut)
+{
+    for (int at = 0; at < frame.size(); at += cut.size) {
+        Session::Piece piece;
+        piece.bytes = frame.mid(at, cut.size);
+        if (at == 0) {
+            piece.started = [this, name = session->connection().name(), payload, frame](qint64 ns) {
+                m_log.reply(asMilliseconds(ns), name, payload, frame, FrameLog::Fate::Sent);
+            };
+        } else {
+            piece.gapNs = asNs(cut.gap);
+        }
+        const bool isLast = frame.size() - at <= cut.size;
+        if (isLast && (u8At(payload, ControlFlagsAt) & kResetFlag) != 0) {
+            piece.finished = [this, session] {
+                if (m_flagCarrier == session)
+                    m_flagCarrier = nullptr;
+            };
+        }
+        session->send(piece, startNs);
+    }
 }
 
 } // namespace sim

@@ -63,14 +63,18 @@ public:
     int requestCount() const;
     /// Their payloads, the latest last; no more than kRememberedPayloads.
     const QList<QByteArray> &receivedPayloads() const { return m_payloads; }
-    /// Why frames or payloads were refused, in order.
+    /// Why frames or payloads were refused, the latest last; no more than kRememberedRefusals.
     const QStringList &refusals() const { return m_refusals; }
+    /// Right frames whose consistency counter was not that of the frame before on the same connection, plus
+    /// one.
+    int counterJumps() const { return m_counterJumps; }
     void clearCounters();
 
     /// Simulated time since the construction.
     Milliseconds elapsed() const;
 
     static constexpr int kRememberedPayloads = 10000;
+    static constexpr int kRememberedRefusals = 1000;
 
 signals:
     /// Emitted for each request in a right frame, before it is carried out.
@@ -82,9 +86,14 @@ signals:
 private:
     void takeConnection(Link *link, Connection *connection);
     void takeReception(Link *link, Session *session, const Reception &reception);
+    void checkCounter(Session *session, const Reception &reception);
     void carryOut(Link *link, Session *session, const Reception &reception);
     void sendReply(Link *link, Session *session, const QByteArray &payload, qint64 startNs,
                    const FaultPlan &plan);
+    void sendFrame(Session *session, const QByteArray &payload, const QByteArray &frame, qint64 startNs,
+                   const Cut &cut);
+    /// The flag of a reset did not reach the program: the next reply carries it again.
+    void keepResetFlag();
     void refuse(const QString &reason);
     qint64 nowNs() const;
 
@@ -96,6 +105,9 @@ private:
     int m_bytesPerSecond = 0;
     QHash<int, int> m_counts;
     QHash<Link *, quint8> m_counters;
+    QHash<Session *, quint8> m_expectedCounters;
+    int m_counterJumps = 0;
+    Session *m_flagCarrier = nullptr; ///< whose reply with the reset flag is not out yet
     QList<QByteArray> m_payloads;
     QStringList m_refusals;
     TcpLink *m_tcp = nullptr;

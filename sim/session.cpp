@@ -5,6 +5,8 @@
 
 #include "base/timesource.h"
 
+#include <utility>
+
 namespace sim {
 
 namespace {
@@ -50,21 +52,21 @@ void Session::take(const QByteArray &bytes)
     run();
 }
 
-void Session::send(const QByteArray &bytes, qint64 earliestNs, qint64 gapNs)
+void Session::send(const Piece &piece, qint64 earliestNs)
 {
     Outgoing item;
-    item.bytes = bytes;
-    item.startNs = qMax(earliestNs, m_outFreeNs + gapNs);
-    m_outFreeNs = item.startNs + wireNs(bytes.size());
+    item.piece = piece;
+    item.startNs = qMax(earliestNs, m_outFreeNs + piece.gapNs);
+    m_outFreeNs = item.startNs + wireNs(piece.bytes.size());
     m_outgoing.append(item);
     run();
 }
 
-void Session::closeAt(qint64 earliestNs)
+void Session::closeAt(qint64 earliestNs, std::chrono::milliseconds absence)
 {
     Outgoing item;
     item.startNs = qMax(earliestNs, m_outFreeNs);
-    item.closes = true;
+    item.closesFor = absence;
     m_outgoing.append(item);
     run();
 }
@@ -84,17 +86,16 @@ void Session::run()
 bool Session::step()
 {
     const qint64 nowNs = m_now();
-    if (!m_arriving.isEmpty() && m_arriving.first().timeNs <= nowNs) {
-        emit arrived(m_arriving.takeFirst());
-        return true;
+    if (!m_outgoing.isEmpty()) {
+        Outgoing item = m_outgoing.takeFirst();
+        if (pump(&item, nowNs))
+            return true;
+        m_outgoing.prepend(item);
     }
-    if (m_outgoing.isEmpty())
+    if (m_arriving.isEmpty() || m_arriving.first().timeNs > nowNs)
         return false;
-    Outgoing item = m_outgoing.takeFirst();
-    if (pump(&item, nowNs))
-        return true;
-    m_outgoing.prepend(item);
-    return false;
+    emit arrived(m_arriving.takeFirst());
+    return true;
 }
 
 /// Sends what is due of an item; true when nothing of it is left.
@@ -102,33 +103,38 @@ bool Session::pump(Outgoing *item, qint64 nowNs)
 {
     if (item->startNs > nowNs)
         return false;
-    if (item->closes) {
-        m_connection.close();
+    if (item->closesFor) {
+        m_connection.close(*item->closesFor);
         return true;
     }
-    int due = item->bytes.size();
+    if (item->piece.started)
+        std::exchange(item->piece.started, nullptr)(item->startNs);
+    const int size = item->piece.bytes.size();
+    int due = size;
     if (m_bytesPerSecond > 0) {
         // As many bytes as have their last bit on the line.
         const qint64 elapsedNs = qMin(nowNs - item->startNs, wireNs(due));
         due = qMin(due, static_cast<int>(elapsedNs * m_bytesPerSecond / kNsPerSecond));
-        while (due < item->bytes.size() && wireNs(due + 1) <= elapsedNs)
+        while (due < size && wireNs(due + 1) <= elapsedNs)
             ++due;
     }
-    const QByteArray piece = item->bytes.mid(item->sent, due - item->sent);
+    const QByteArray bytes = item->piece.bytes.mid(item->sent, due - item->sent);
     item->sent = due;
-    const bool done = item->sent == item->bytes.size();
+    const bool done = item->sent == size;
     if (done && m_bytesPerSecond > 0) {
         m_latenessNs = nowNs - (item->startNs + wireNs(due));
         m_repliedNs = nowNs;
     }
-    if (!piece.isEmpty())
-        m_connection.send(piece);
+    if (!bytes.isEmpty())
+        m_connection.send(bytes);
+    if (done && item->piece.finished)
+        item->piece.finished();
     return done;
 }
 
 qint64 Session::nextByteNs(const Outgoing &item) const
 {
-    return item.closes ? item.startNs : item.startNs + wireNs(item.sent + 1);
+    return item.closesFor ? item.startNs : item.startNs + wireNs(item.sent + 1);
 }
 
 void Session::schedule()

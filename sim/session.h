@@ -5,7 +5,9 @@
 #include <QList>
 #include <QObject>
 
+#include <chrono>
 #include <functional>
+#include <optional>
 
 class Timer;
 class TimeSource;
@@ -27,10 +29,20 @@ public:
     Session(Connection &connection, TimeSource &time, std::function<qint64()> now, int bytesPerSecond,
             QObject *parent);
 
-    /// Queues bytes behind everything that was queued before, not before `earliestNs`, and `gapNs` after it.
-    void send(const QByteArray &bytes, qint64 earliestNs, qint64 gapNs = 0);
+    /// Bytes for the peer. `started` is called with the time at which the first of them begins on the line,
+    /// `finished` when the last one is out; neither if the connection ends before.
+    struct Piece
+    {
+        QByteArray bytes;
+        qint64 gapNs = 0; ///< pause behind what was queued before
+        std::function<void(qint64 startNs)> started;
+        std::function<void()> finished;
+    };
+
+    /// Queues bytes behind everything that was queued before, not before `earliestNs`.
+    void send(const Piece &piece, qint64 earliestNs);
     /// Ends the connection when all that was queued before is out.
-    void closeAt(qint64 earliestNs);
+    void closeAt(qint64 earliestNs, std::chrono::milliseconds absence);
 
     Connection &connection() const { return m_connection; }
     /// When the last reply byte queued so far will be out, and the last byte received so far in.
@@ -44,10 +56,10 @@ signals:
 private:
     struct Outgoing
     {
-        QByteArray bytes;
+        Piece piece;
         qint64 startNs = 0;
         int sent = 0;
-        bool closes = false;
+        std::optional<std::chrono::milliseconds> closesFor;
     };
 
     void take(const QByteArray &bytes);

@@ -26,13 +26,22 @@ public:
 
     void send(const QByteArray &bytes) override
     {
-        if (m_socket->state() != QAbstractSocket::ConnectedState)
+        if (m_socket->state() != QAbstractSocket::ConnectedState ||
+            m_socket->bytesToWrite() + bytes.size() > TcpLink::kMaximumUnsent)
             return;
         m_socket->write(bytes);
         m_socket->flush();
     }
 
-    void close() override { m_socket->disconnectFromHost(); }
+    void close(Milliseconds absence) override
+    {
+        Q_UNUSED(absence)
+        // A peer that does not read would hold an orderly end up for ever.
+        if (m_socket->bytesToWrite() > 0)
+            m_socket->abort();
+        else
+            m_socket->disconnectFromHost();
+    }
 
 private:
     QTcpSocket *m_socket;

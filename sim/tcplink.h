@@ -12,6 +12,9 @@ class TcpLink : public Link
     Q_OBJECT
 
 public:
+    /// What waits for a peer that does not read, at most; what comes then is lost.
+    static constexpr int kMaximumUnsent = 1 << 20;
+
     explicit TcpLink(QObject *parent = nullptr);
 
     /// Port 0 takes any free one. False with the reason if the port cannot be had.

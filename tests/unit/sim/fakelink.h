@@ -29,7 +29,18 @@ public:
             onSend();
     }
 
-    void close() override { closedAtMs = m_time.elapsedMs(); }
+    void close(sim::Milliseconds absence) override
+    {
+        closedAtMs = m_time.elapsedMs();
+        closedFor = absence;
+    }
+
+    /// The peer goes away; the connection is deleted at once.
+    void unplug()
+    {
+        emit closed();
+        delete this;
+    }
 
     void write(const QByteArray &bytes) { emit received(bytes); }
 
@@ -43,6 +54,7 @@ public:
 
     QVector<Piece> pieces;
     qint64 closedAtMs = -1;
+    sim::Milliseconds closedFor{0};
     std::function<void()> onSend;
 
 private:

@@ -46,6 +46,7 @@ private slots:
     void systemLine();
     void deviceLine();
     void powerLine();
+    void systemTextsFillAFrameAndNoMore();
     void claimAbove128IsAllowed();
     void badLineIsReportedWithItsNumber_data();
     void badLineIsReportedWithItsNumber();
@@ -156,9 +157,10 @@ void TstChainFile::systemLine()
 
 void TstChainFile::deviceLine()
 {
-    const Chain chain = parsed("device reset-flag=no fpga-reply=0x08 autozero=500 shunt=100\n");
+    const Chain chain = parsed("device reset-flag=no command-reply=0x16 autozero=500 shunt=100\n");
     QVERIFY(!chain.flagsReset);
-    QCOMPARE(int(chain.fpgaReplyCode), 8);
+    QCOMPARE(int(chain.commandReplyCode), 0x16);
+    QCOMPARE(int(parsed(QString()).commandReplyCode), 0x08);
     QCOMPARE(int(chain.autozeroTime.count()), 500);
     QCOMPARE(int(chain.shuntTime.count()), 100);
 }
@@ -178,6 +180,26 @@ void TstChainFile::powerLine()
     QVERIFY(chain.power->tooHot);
     QCOMPARE(int(chain.power->health.selftest), 1);
     QCOMPARE(chain.fixedModuleCodes().left(3), QByteArray("\x64\x78\0", 3));
+}
+
+void TstChainFile::systemTextsFillAFrameAndNoMore()
+{
+    // Of 1300 bytes: 156 in front of the texts, six zero bytes, "384000" and "40000 (256ch)".
+    constexpr int kMost = 1300 - 156 - 6 - 6 - 13;
+    const auto line = [](int bytes) {
+        const QString half(bytes / 2, QLatin1Char('x'));
+        const QString rest(bytes - bytes / 2 - 2, QLatin1Char('y'));
+        return QStringLiteral("system powering=%1 transmission=%2 fifth=a mode=b").arg(half, rest);
+    };
+    for (const int bytes : {255, 256, 257, kMost})
+        QCOMPARE(parsed(line(bytes)).system.fifth, QString("a"));
+    sim::Device device(parsed(line(kMost)), 1);
+    const auto answer = device.answer(QByteArray::fromHex("0100000001"), sim::Milliseconds(0));
+    QVERIFY(answer.payload.size() <= 1300);
+    Chain chain;
+    QString error;
+    QVERIFY(!sim::parseChain(line(kMost + 1), &chain, &error));
+    QCOMPARE(error, QString("line 1: the texts are longer than 1119 bytes together"));
 }
 
 void TstChainFile::claimAbove128IsAllowed()

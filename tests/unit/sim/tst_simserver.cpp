@@ -448,17 +448,18 @@ void TstSimServer::logIsClearText()
     load("lose code=0x26");
     m_time->advance(1250);
     m_peer->write(kFastRequest + kFilterRequest + kBadCrcRequest);
-    QCOMPARE(lines.size(), 7);
+    QCOMPARE(lines.size(), 8);
     QCOMPARE(lines.at(0),
              QString("    1.250 fake -> 0x08 fast system status | 80 81 82 83 01 ff 43 50 00 00 00 00 00 "
                      "00 00 00 05 00 8f f4 08 00 00 00 00 73 34"));
     QVERIFY(lines.at(1).startsWith(QLatin1String(
         "    1.250 fake <- 0x08 fast system status: input 0 V, output 0 V, load 0 A | 80 81 82 83 01 01")));
     QVERIFY(lines.at(2).contains(QLatin1String("-> 0x26 filter of channel 3: \"2500\" | ")));
-    QVERIFY(lines.at(3).endsWith(QLatin1String("-- fault: lose (line 1)")));
-    QVERIFY(lines.at(4).endsWith(QLatin1String("-- channel 3: filter 2500")));
-    QVERIFY(lines.at(5).contains(QLatin1String("<- 0x26 filter: ")));
-    QVERIFY(lines.at(6).contains(QLatin1String("-> refused, wrong CRC | 80 81")));
+    QVERIFY(lines.at(3).endsWith(QLatin1String("-- consistency counter 7, expected 0")));
+    QVERIFY(lines.at(4).endsWith(QLatin1String("-- fault: lose (line 1)")));
+    QVERIFY(lines.at(5).endsWith(QLatin1String("-- channel 3: filter 2500")));
+    QVERIFY(lines.at(6).contains(QLatin1String("<- lost, 0x08 fast system status: ")));
+    QVERIFY(lines.at(7).contains(QLatin1String("-> refused, wrong CRC | 80 81")));
 }
 
 void TstSimServer::timeoutOfAPartialRequest()
