@@ -2,8 +2,10 @@
 
 #include <QIODevice>
 #include <QRegularExpression>
+#include <QTextCodec>
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace settingsfile {
 
@@ -68,6 +70,27 @@ bool holdsKey(const QByteArray &line)
                        [&line](const char *key) { return line.contains(key); });
 }
 
+/// The text, if these bytes are one in that encoding.
+std::optional<QString> decoded(const QByteArray &bytes, const QTextCodec &codec)
+{
+    QTextCodec::ConverterState state;
+    const QString text = codec.toUnicode(bytes.constData(), bytes.size(), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0)
+        return std::nullopt;
+    return text;
+}
+
+/// UTF-8; otherwise what an earlier version wrote, which is the local 8-bit encoding, or Latin-1 if it is
+/// not valid there either, as where the local encoding is UTF-8 too.
+QString lineText(const QByteArray &bytes)
+{
+    for (const QTextCodec *codec : {QTextCodec::codecForName("UTF-8"), QTextCodec::codecForLocale()}) {
+        if (const std::optional<QString> text = decoded(bytes, *codec))
+            return *text;
+    }
+    return QString::fromLatin1(bytes.constData(), bytes.size()); // zero bytes included
+}
+
 /// Puts lines together from the blocks of a device and keeps those with a key. Never holds more than one
 /// block and the longest line in memory.
 class LineCollector
@@ -105,7 +128,7 @@ private:
         if (m_line.endsWith('\r'))
             m_line.chop(1);
         if (!m_isTooLong && holdsKey(m_line))
-            m_lines.append(QString::fromUtf8(m_line.constData(), m_line.size())); // zero bytes included
+            m_lines.append(lineText(m_line));
         m_line.resize(0);
         m_isTooLong = false;
     }

@@ -9,7 +9,7 @@
 class QIODevice;
 
 /// The format of the settings file as pure code: a text is made out of values, and a line is told what it
-/// means. The file is UTF-8 without a byte order mark, so that paths with umlauts survive.
+/// means. The file is written as UTF-8 without a byte order mark, so that paths with umlauts survive.
 namespace settingsfile {
 
 /// Everything that stands in the file.
@@ -81,7 +81,9 @@ Comm_Type linkKind(const QString &mode);
 QString modeText(Comm_Type kind);
 
 /// The lines of the device that hold a key, in their order, without line ends. Lines of more than
-/// kMaxLineLength bytes are no lines of this file and are left out, so that any content can be read.
+/// kMaxLineLength bytes are no lines of this file and are left out, so that any content can be read. A
+/// line that is not UTF-8 was left by an earlier version: it is read in the local 8-bit encoding, or as
+/// Latin-1 if it does not fit there. A byte order mark is skipped.
 QStringList keyLines(QIODevice &device);
 
 constexpr int kMaxLineLength = 128 * 1024;

@@ -2,7 +2,9 @@
 
 #include <QBuffer>
 #include <QRandomGenerator>
+#include <QTextCodec>
 #include <QtTest>
+#include <algorithm>
 
 using namespace settingsfile;
 
@@ -86,6 +88,10 @@ private slots:
     void linesWithKeysAreReadInOrder();
     void lastLineNeedsNoEnd();
     void utf8IsRead();
+    void byteOrderMarkBeforeAKeyIsSkipped();
+    void lineOfAnEarlierVersionIsRead_data();
+    void lineOfAnEarlierVersionIsRead();
+    void lineOfAnEarlierVersionIsReadInTheLocalEncoding();
     void zeroBytesStayInTheLine();
     void invalidUtf8DoesNotHideTheLine();
     void longestLineIsRead();
@@ -283,10 +289,49 @@ void TstSettingsFile::utf8IsRead()
 {
     QCOMPARE(linesOf("FILE_DIR=/home/J\xc3\xbcrgen/\xe2\x82\xac"),
              QStringList{QStringLiteral("FILE_DIR=/home/J\u00fcrgen/\u20ac")});
-    QCOMPARE(linesOf("\xef\xbb\xbf"
-                     "Mode=TCP")
-                 .size(),
-             1);
+}
+
+void TstSettingsFile::byteOrderMarkBeforeAKeyIsSkipped()
+{
+    QCOMPARE(linesOf("\xef\xbb\xbfMode=TCP\r\n"), QStringList{QStringLiteral("Mode=TCP")});
+    const QStringList lines = linesOf("\xef\xbb\xbfPORT1=COM5:9600,E,8,1\r\nMode=TCP\r\n");
+    QCOMPARE(lines, (QStringList{QStringLiteral("PORT1=COM5:9600,E,8,1"), QStringLiteral("Mode=TCP")}));
+    QCOMPARE(meaning(lines.first()), QStringLiteral("port|PORT1|COM5|9600|E|8|1|"));
+}
+
+void TstSettingsFile::lineOfAnEarlierVersionIsRead_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("umlauts") << QByteArray("FILE_DIR=/home/J\xfcrgen/Me\xdfwerte")
+                             << QStringLiteral("FILE_DIR=/home/J\u00fcrgen/Me\u00dfwerte");
+    QTest::newRow("umlaut at the end")
+        << QByteArray("FILE_DIR=/home/Bl\xe4") << QStringLiteral("FILE_DIR=/home/Bl\u00e4");
+    QTest::newRow("two umlauts that begin as UTF-8")
+        << QByteArray("FILE_DIR=/\xc3\xc4x") << QStringLiteral("FILE_DIR=/\u00c3\u00c4x");
+    QTest::newRow("zero byte too") << QByteArray("FILE_DIR=\xfc\0x", 12)
+                                   << QStringLiteral("FILE_DIR=\u00fc") + QChar(0) + QLatin1Char('x');
+    QTest::newRow("UTF-8 stays") << QByteArray("FILE_DIR=J\xc3\xbcrgen")
+                                 << QStringLiteral("FILE_DIR=J\u00fcrgen");
+}
+
+void TstSettingsFile::lineOfAnEarlierVersionIsRead()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, line);
+    // The tests run where the local encoding is UTF-8.
+    QCOMPARE(linesOf(bytes), QStringList{line});
+}
+
+void TstSettingsFile::lineOfAnEarlierVersionIsReadInTheLocalEncoding()
+{
+    QTextCodec *before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("windows-1250"));
+    const QStringList lines = linesOf("FILE_DIR=/\xb9t\xecp\xe1n\r\nFIRMWR_FILEPATH=/J\xc3\xbcrgen\r\n");
+    QTextCodec::setCodecForLocale(before);
+    // Each line is looked at alone.
+    QCOMPARE(lines, (QStringList{QStringLiteral("FILE_DIR=/\u0105t\u011bp\u00e1n"),
+                                 QStringLiteral("FIRMWR_FILEPATH=/J\u00fcrgen")}));
 }
 
 void TstSettingsFile::zeroBytesStayInTheLine()
@@ -360,29 +405,47 @@ void TstSettingsFile::garbageOfFiftyMegabytesIsRead()
 
 void TstSettingsFile::randomLinesAreClassified()
 {
-    // Random mixtures of keys and separators; none may crash, and each is known by its first key.
-    const QStringList pieces = {
-        QStringLiteral("ZrtGateway"), QStringLiteral("MainServer"), QStringLiteral("PORT1"),
-        QStringLiteral("Mode"),       QStringLiteral("FILE_DIR"),   QStringLiteral("FIRMWR_FILEPATH"),
-        QStringLiteral("="),          QStringLiteral(":"),          QString(QChar(0)),
-        QStringLiteral("\u00fc"),     QStringLiteral("x")};
-    const QStringList kinds = {QStringLiteral("gateway"), QStringLiteral("server"),
-                               QStringLiteral("port"),    QStringLiteral("mode"),
-                               QStringLiteral("report"),  QStringLiteral("firmware")};
+    // Random mixtures of keys and separators; none may crash. Each is known by its first key, if it has as
+    // many separators as the lines of that key need.
+    struct Key
+    {
+        QString text;
+        QString kind;
+        QString separators;
+        int needed;
+    };
+    const QList<Key> keys = {
+        {QStringLiteral("ZrtGateway"), QStringLiteral("gateway"), QStringLiteral("=:"), 2},
+        {QStringLiteral("MainServer"), QStringLiteral("server"), QStringLiteral("=:"), 2},
+        {QStringLiteral("PORT1"), QStringLiteral("port"), QString(), 0},
+        {QStringLiteral("Mode"), QStringLiteral("mode"), QStringLiteral("="), 1},
+        {QStringLiteral("FILE_DIR"), QStringLiteral("report"), QStringLiteral("="), 1},
+        {QStringLiteral("FIRMWR_FILEPATH"), QStringLiteral("firmware"), QStringLiteral("="), 1}};
+    QStringList pieces = {QStringLiteral("="), QStringLiteral(":"), QString(QChar(0)),
+                          QStringLiteral("\u00fc"), QStringLiteral("x")};
+    for (const Key &key : keys)
+        pieces.append(key.text);
     QRandomGenerator random(11);
+    QMap<QString, int> seen;
     for (int i = 0; i < 5000; ++i) {
         QString line;
         const int length = random.bounded(8);
         for (int j = 0; j < length; ++j)
             line += pieces.at(random.bounded(pieces.size()));
-        const QString found = meaning(line).section(QLatin1Char('|'), 0, 0);
-        if (found == QLatin1String("ignored"))
-            continue;
-        int first = 0;
-        while (!line.contains(pieces.at(first)))
-            ++first;
-        QCOMPARE(found, kinds.value(first));
+        const auto key = std::find_if(keys.begin(), keys.end(), [&line](const Key &candidate) {
+            return line.contains(candidate.text);
+        });
+        QString expected = QStringLiteral("ignored");
+        if (key != keys.end()) {
+            const auto separators = std::count_if(line.begin(), line.end(),
+                                                  [key](QChar c) { return key->separators.contains(c); });
+            if (separators >= key->needed)
+                expected = key->kind;
+        }
+        QVERIFY2(meaning(line).section(QLatin1Char('|'), 0, 0) == expected, qPrintable(line));
+        ++seen[expected];
     }
+    QCOMPARE(seen.size(), keys.size() + 1);
 }
 
 void TstSettingsFile::writtenFileIsReadBack()
