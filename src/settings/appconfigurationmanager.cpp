@@ -32,6 +32,11 @@ AppConfigurationManager::AppConfigurationManager(const ConfigPaths &paths, QObje
     model_Namespace::setDefaultSerialParameters(m_comSettings);
 }
 
+const model_Namespace::Settings &AppConfigurationManager::comSettings() const
+{
+    return m_comSettings;
+}
+
 QString AppConfigurationManager::preparedPath()
 {
     const QString path = m_paths.settingsFolder + kFileName;
@@ -138,17 +143,20 @@ void AppConfigurationManager::StoreIniFile()
     // The copy does not overwrite: the backup stays as it was before the first save, on purpose.
     if (!QFile::copy(path, path + kBackupSuffix))
         qDebug() << "Backup file not created";
-    if (!writeFile(path))
-        emit debugMessage(QStringLiteral("Error:Unable to write file in the path"));
+    // The file knows only the spelling with commas, and so does the record once it was saved.
+    m_comSettings.serialConfig.replace(QLatin1Char(':'), QLatin1Char(','));
+    writeFile(path);
 }
 
 /// Writes beside the file and moves it into place, so that a full disk does not cost the old file.
-bool AppConfigurationManager::writeFile(const QString &path)
+void AppConfigurationManager::writeFile(const QString &path)
 {
     QSaveFile file(path);
     file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    if (!file.open(QIODevice::WriteOnly)) {
+        emit debugMessage(QStringLiteral("Error:Unable to write file in the path"));
+        return;
+    }
     emit debugMessage(QStringLiteral("Path:") + path);
     QTextStream stream(&file);
     stream.setCodec("UTF-8");
@@ -158,14 +166,12 @@ bool AppConfigurationManager::writeFile(const QString &path)
     const bool isWritten = stream.status() == QTextStream::Ok;
     if (!isWritten)
         file.cancelWriting();
-    return file.commit() && isWritten;
+    if (!file.commit())
+        qDebug() << "Settings file not written" << path;
 }
 
-settingsfile::Values AppConfigurationManager::values()
+settingsfile::Values AppConfigurationManager::values() const
 {
-    // The file knows only the spelling with commas, and so does the record once it was saved.
-    m_comSettings.serialConfig.replace(QLatin1Char(':'), QLatin1Char(','));
-
     settingsfile::Values values;
     values.executablePath = m_paths.executablePath;
     values.reportDirectory = m_reportDirectory;

@@ -15,13 +15,22 @@ class AppConfigurationManager : public QObject
 public:
     explicit AppConfigurationManager(const ConfigPaths &paths, QObject *parent = nullptr);
 
+    /// The connection that a save writes. Begins as COM5 with the serial defaults and empty texts; a save
+    /// leaves its `serialConfig` without colons.
+    const model_Namespace::Settings &comSettings() const;
+
 public slots:
     /// Reads the file and emits a signal for each known line, in the order of the file. Returns the number
     /// of port lines, 0 also for a missing or unreadable file.
     int loadIniFile();
 
-    /// Writes the file. The backup beside it is made before the first save and never refreshed. If the file
-    /// cannot be written the old one stays, and debugMessage() says so; the values in memory are kept.
+    /// Writes the file. The backup beside it is made before the first save and never refreshed. The values
+    /// in memory are kept, whatever comes of it.
+    ///
+    /// The new file is written beside the old one and takes its place when it is whole, so that a full disk
+    /// does not cost the old one; only where the folder is closed for writing the file itself is written.
+    /// debugMessage() says one thing, as agreed: the path once the file is open, or that it cannot be
+    /// opened. What fails after the path was told is therefore only logged.
     void StoreIniFile();
 
     /// Takes the record over without writing the file.
@@ -67,8 +76,8 @@ private:
     void handleReportDirectory(const QString &directory);
     void handleFirmwarePath(const QString &path);
     void handleMode(const QString &mode);
-    [[nodiscard]] bool writeFile(const QString &path);
-    settingsfile::Values values();
+    void writeFile(const QString &path);
+    settingsfile::Values values() const;
 
     ConfigPaths m_paths;
     QString m_gatewayAddress;
