@@ -77,7 +77,11 @@ void PortLister::makeConnections()
     connect(this, &PortLister::updateConfig, m_comConfigBox, &ComConfigBox::parseConfig);
     connect(m_comConfigBox, &ComConfigBox::setConfiguration, this, &PortLister::acceptConfig);
     connect(m_comConfigBox, &ComConfigBox::setDefaults, this, &PortLister::acceptDefaults);
-    connect(m_ui->settingTypeGroup, &QButtonGroup::idClicked, this, &PortLister::commntnChanged);
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED // the agreed signal of the group; newer Qt calls it idClicked()
+        connect(m_ui->settingTypeGroup, qOverload<int>(&QButtonGroup::buttonClicked), this,
+                &PortLister::commntnChanged);
+    QT_WARNING_POP
     connect(m_ui->cancelBtn, &QPushButton::clicked, this, &PortLister::hide);
     m_ui->portConfigBox->installEventFilter(this);
     m_ui->comBox->installEventFilter(this);
@@ -201,7 +205,10 @@ void PortLister::Slot_ActivateMode(Comm_Type mode)
     m_settings.commType = mode;
     emit Signal_ActivateMode(m_settings);
     // As if a box had been clicked, so that the controls follow.
-    emit m_ui->settingTypeGroup->idClicked(0);
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED // the agreed signal of the group; newer Qt calls it idClicked()
+        emit m_ui->settingTypeGroup->buttonClicked(0);
+    QT_WARNING_POP
 }
 
 void PortLister::settingsServer(const QString &address, const QString &port)
