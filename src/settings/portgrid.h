@@ -6,7 +6,8 @@
 class QLabel;
 class QWidget;
 
-/// The number of a port that is called "COM" and a positive number; 0 for any other name.
+/// The name without "COM" read as a decimal number: "COM7" and "7" give 7. 0 if the rest is not a positive
+/// number, as in "LPT1" or "COM".
 int portNumber(const QString &portName);
 
 /// The table of the COM ports 1 to 150: six rows of 25 numbers, and in front of each row which numbers
