@@ -62,6 +62,7 @@ private slots:
     void groupsAreIndependent();
     void returnConfirmsOnce();
     void escapeConfirmsNothing();
+    void windowButtonConfirmsNothing();
     void closedBoxEndsItsRun();
 
     void listIsParsed_data();
@@ -329,6 +330,21 @@ void TstComConfigBox::escapeConfirmsNothing()
     QTest::keyClick(m_box->focusWidget(), Qt::Key_Escape);
     QCOMPARE(m_configurations.size(), 0);
     QVERIFY(!m_box->isVisible());
+}
+
+void TstComConfigBox::windowButtonConfirmsNothing()
+{
+    bool ran = false;
+    QTimer::singleShot(0, m_box.get(), [&] {
+        ran = m_box->isVisible();
+        button(QStringLiteral("9600"))->click();
+        m_box->close(); // what the button of the window does
+    });
+    QCOMPARE(m_box->exec(), int(QDialog::Rejected));
+    QVERIFY(ran);
+    QVERIFY(!m_box->isVisible());
+    QCOMPARE(m_configurations.size(), 0);
+    QCOMPARE(m_defaults.size(), 0);
 }
 
 void TstComConfigBox::closedBoxEndsItsRun()
