@@ -200,6 +200,7 @@ void Framework_View::openPortLister()
     if (m_portLister->isVisible())
         return;
     m_portLister->setModal(true);
+    m_portLister->Slot_AvailblePorts(); // the next survey may be seconds away
     m_portLister->Slot_ComportFocus();
     m_portLister->exec();
     // The dialog swallowed the release of the press that opened it; the button hears of the press only now.

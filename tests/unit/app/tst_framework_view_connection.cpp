@@ -2,6 +2,8 @@
 #include "support/messagecatcher.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QPushButton>
 #include <functional>
 
@@ -34,6 +36,7 @@ private slots:
     void keyOnTheButtonOpensIt();
     void heldKeyDecidesNothingInTheDialog_data();
     void heldKeyDecidesNothingInTheDialog();
+    void dialogOpensWithThePortsOfThisMoment();
     void pressGoesOnToTheButton();
     void pressGoesOnToTheField_data();
     void pressGoesOnToTheField();
@@ -191,6 +194,20 @@ void TstFrameworkViewConnection::heldKeyDecidesNothingInTheDialog()
     QVERIFY(stillOpen);
     QVERIFY(!boxOpened);
     QCOMPARE(selections, 0);
+}
+
+void TstFrameworkViewConnection::dialogOpensWithThePortsOfThisMoment()
+{
+    QDir(m->folder.path()).mkdir("ports");
+    QFile port(m->folder.path() + "/ports/COM149");
+    QVERIFY(port.open(QIODevice::WriteOnly));
+    QStringList shown;
+    QVERIFY(opensDialog([&] { QTest::mousePress(m->child<QWidget>("comEdit"), Qt::LeftButton); },
+                        [&] {
+                            for (const QLabel *label : lister()->findChildren<QLabel *>())
+                                shown.append(label->text());
+                        }));
+    QVERIFY(shown.contains("149"));
 }
 
 void TstFrameworkViewConnection::pressGoesOnToTheButton()
