@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr qint64 kMaxUnsent = 64 * 1024; ///< bytes that wait for a port which takes none
+constexpr qint64 kMaxUnsent = 64LL * 1024; ///< bytes that wait for a port which takes none
 
 } // namespace
 

@@ -344,10 +344,11 @@ void Communication::Slot_InitializationTimeout()
     emit Signal_DebugMsg(QStringLiteral("Initialize Sequence Timeout!"));
     if (session != m_session)
         return;
-    if (!isCommunicationChannelOpen())
-        cleanSlate();
-    else if (!resetCommChannels())
+    const bool isOpen = isCommunicationChannelOpen();
+    if (isOpen && !resetCommChannels())
         return;
+    if (!isOpen)
+        cleanSlate();
     emit Signal_CleanSlateProtocol();
 }
 

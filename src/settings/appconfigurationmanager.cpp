@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr QLatin1String kFileName("/vxconfig.ini");
-constexpr QLatin1String kBackupSuffix(".bak");
-constexpr QLatin1String kDefaultPort("COM5");
+const QLatin1String kFileName("/vxconfig.ini");
+const QLatin1String kBackupSuffix(".bak");
+const QLatin1String kDefaultPort("COM5");
 
 template <typename... Handlers>
 struct Overloaded : Handlers...

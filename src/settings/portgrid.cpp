@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr QLatin1String kPrefix("COM");
-constexpr QLatin1String kAbsent("__");
+const QLatin1String kPrefix("COM");
+const QLatin1String kAbsent("__");
 
 constexpr int kColumnWidth = 22; ///< pixels, as many as the fixed width of the window gives
 constexpr int kColumnGap = 4;    ///< pixels, so that two numbers of three digits do not run together

@@ -19,15 +19,15 @@ namespace {
 constexpr std::chrono::milliseconds kSurveyPeriod{2500};
 constexpr QRgb kHeadingColour = qRgb(140, 1, 3);
 
-constexpr QLatin1String kVersion("V_01.00");
-constexpr QLatin1String kPortPrefix("COM");
-constexpr QLatin1String kFallbackPort("COM4"); ///< differs on purpose from the defaults of others
-constexpr QLatin1String kDefaultSerialConfig("115200,E,8,1");
-constexpr QLatin1String kDefaultAddress("192.168.0.62");
-constexpr QLatin1String kGatewayPort("7777"); ///< the only one that can be chosen
+const QLatin1String kVersion("V_01.00");
+const QLatin1String kPortPrefix("COM");
+const QLatin1String kFallbackPort("COM4"); ///< differs on purpose from the defaults of others
+const QLatin1String kDefaultSerialConfig("115200,E,8,1");
+const QLatin1String kDefaultAddress("192.168.0.62");
+const QLatin1String kGatewayPort("7777"); ///< the only one that can be chosen
 
 /// Lets 1 to 999 through although the field asks for 1 to 150; that is on purpose.
-constexpr QLatin1String kNumberPattern("^([1-9][0-9]{0,2}|150)$");
+const QLatin1String kNumberPattern("^([1-9][0-9]{0,2}|150)$");
 
 bool isKeyPress(const QEvent &event, std::initializer_list<Qt::Key> keys)
 {

@@ -60,7 +60,7 @@ Line portLine(const QString &line)
     return PortLine{line.split(noWord)};
 }
 
-constexpr qint64 kBlockSize = 64 * 1024; ///< bytes
+constexpr qint64 kBlockSize = 64LL * 1024; ///< bytes
 constexpr int kShortestKey = int(sizeof kModeKey) - 1;
 
 bool holdsKey(const QByteArray &line)
