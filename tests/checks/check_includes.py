@@ -8,7 +8,8 @@ from pathlib import Path
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 LAYERS = re.compile(r"set\(VX_LAYERS\s+([^)]*)\)")
-FOLDER_OF_LAYER = {"base_gui": "base/gui", "records": "protocol/records", "modules_common": "modules/common"}
+FOLDER_OF_LAYER = {"base_gui": "base/gui", "records": "protocol/records", "modules_common": "modules/common",
+                   "modules_widgets": "modules/widgets", "modules_channels": "modules/channels"}
 
 
 def layer_folders(root):
