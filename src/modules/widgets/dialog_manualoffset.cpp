@@ -1,0 +1,81 @@
+#include "modules/widgets/dialog_manualoffset.h"
+
+#include "base/gui/fonts.h"
+#include "modules/widgets/dialogflags.h"
+
+#include "ui_dialog_manualoffset.h"
+
+#include <QDebug>
+#include <QPushButton>
+
+namespace {
+
+constexpr QSize kSize(229, 142);
+
+QString automatic()
+{
+    return QStringLiteral("Auto");
+}
+
+} // namespace
+
+Dialog_ManualOffset::Dialog_ManualOffset(const QString &value, double /*minimum*/, double /*maximum*/,
+                                         double /*step*/, QWidget *parent)
+    : QDialog(parent, dialogFlags())
+    , m_ui(std::make_unique<Ui::Dialog_ManualOffset>())
+    , m_value(value)
+{
+    setFont(fonts::text());
+    m_ui->setupUi(this); // also joins the buttons to the slots named after them
+    nameButtons();
+    setFixedSize(kSize.expandedTo(minimumSizeHint()));
+    if (m_value == automatic()) {
+        m_ui->radioButton_OptionAuto->setChecked(true); // the line edit stays enabled, on purpose
+    } else {
+        m_ui->radioButton_OptionManual->setChecked(true);
+        m_ui->lineEdit_Manual->setText(m_value);
+    }
+    connect(m_ui->lineEdit_Manual, &QLineEdit::textChanged, this, &Dialog_ManualOffset::manualValue);
+}
+
+Dialog_ManualOffset::~Dialog_ManualOffset() = default;
+
+void Dialog_ManualOffset::nameButtons()
+{
+    const auto name = [this](QDialogButtonBox::StandardButton which, const QString &object,
+                             const QString &spoken) {
+        QPushButton *button = m_ui->buttonBox->button(which);
+        button->setObjectName(object);
+        button->setAccessibleName(spoken);
+    };
+    name(QDialogButtonBox::Ok, QStringLiteral("okButton"), tr("Ok"));
+    name(QDialogButtonBox::Cancel, QStringLiteral("cancelButton"), tr("Cancel"));
+}
+
+void Dialog_ManualOffset::on_radioButton_OptionManual_clicked()
+{
+    m_ui->lineEdit_Manual->setEnabled(true);
+    m_value = m_ui->lineEdit_Manual->text();
+}
+
+void Dialog_ManualOffset::on_radioButton_OptionAuto_clicked()
+{
+    m_ui->lineEdit_Manual->setEnabled(false);
+    m_value = automatic();
+}
+
+void Dialog_ManualOffset::manualValue(const QString &text)
+{
+    qDebug() << "Changed value" << text;
+    m_value = text;
+}
+
+void Dialog_ManualOffset::on_buttonBox_accepted()
+{
+    accept();
+}
+
+void Dialog_ManualOffset::on_buttonBox_rejected()
+{
+    reject();
+}

@@ -1,0 +1,72 @@
+#include "modules/widgets/filterspinbox.h"
+
+#include "base/timesource.h"
+#include "modules/common/channelstyles.h"
+#include "modules/common/widgetstyle.h"
+#include "modules/widgets/boundedvalue.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace {
+
+constexpr int kStep = 100; // Hz
+
+bool isReturn(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+bool isShiftAlone(const QKeyEvent &event)
+{
+    return (event.modifiers() & ~Qt::KeypadModifier) == Qt::ShiftModifier;
+}
+
+} // namespace
+
+FilterSpinBox::FilterSpinBox(TimeSource &time, QWidget *parent, std::chrono::milliseconds rest)
+    : QSpinBox(parent)
+    , m_rest(rest)
+    , m_timer(time.createTimer(this))
+{
+    connect(m_timer, &Timer::timeout, this, &FilterSpinBox::Slot_Timeout);
+    connect(lineEdit(), &QLineEdit::returnPressed, this, &FilterSpinBox::returnPress);
+    connect(lineEdit(), &QLineEdit::textChanged, this, &FilterSpinBox::textAltered);
+}
+
+void FilterSpinBox::stepBy(int steps)
+{
+    setStyleIfChanged(*this, channelstyles::sent());
+    if (steps != 1 && steps != -1) {
+        QSpinBox::stepBy(steps);
+        return;
+    }
+    const qint64 multiple = value() / kStep * kStep;
+    setBoundedValue(*this, multiple + steps * kStep);
+    m_timer->start(m_rest);
+}
+
+void FilterSpinBox::returnPress()
+{
+    lineEdit()->deselect();
+    emit enterPress();
+}
+
+void FilterSpinBox::Slot_Timeout()
+{
+    m_timer->stop();
+    emit stepChanged();
+}
+
+void FilterSpinBox::keyPressEvent(QKeyEvent *event)
+{
+    const bool isRepeat = isReturn(*event) && event->isAutoRepeat();
+    const bool isShiftReturn = isReturn(*event) && isShiftAlone(*event);
+    if (!isRepeat && !isShiftReturn) {
+        QSpinBox::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    if (!isRepeat)
+        emit Signal_ShiftEnter();
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QPushButton>
+
+/// A push button whose look is a picture set by its style sheet. Such a style sheet also takes away the mark
+/// of the keyboard focus; this button draws one on top.
+class PictureButton : public QPushButton
+{
+    Q_OBJECT
+
+public:
+    explicit PictureButton(QWidget *parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};

@@ -1,0 +1,5 @@
+#include "modules/widgets/qspinboxnowheel.h"
+
+QSpinBoxNoWheel::QSpinBoxNoWheel(QWidget *parent)
+    : WheelWithFocus(parent)
+{}
