@@ -90,6 +90,28 @@ constexpr Columns columns(HeaderForm form)
     return strainGaugeColumns();
 }
 
+/// What stands in one of the two lines of the shunt column: the sign of the input, its shunt button and the
+/// button that preselects it.
+struct ShuntColumns
+{
+    Column sign;
+    Column button;
+    Column preselect;
+};
+
+constexpr int kShuntSide = 18; ///< of its square buttons: two lines of them fit the strip
+static_assert(2 * kShuntSide + kGap <= kStripHeight);
+
+constexpr ShuntColumns shuntColumns()
+{
+    const Column whole = strainGaugeColumns().shunt;
+    ShuntColumns columns;
+    columns.preselect = {whole.end() - kShuntSide, kShuntSide};
+    columns.button = {columns.preselect.left - kShuntSide - 1, kShuntSide};
+    columns.sign = {whole.left, columns.button.left - whole.left};
+    return columns;
+}
+
 static_assert(strainGaugeColumns().revPol.end() <= kStripWidth);
 static_assert(voltageColumns().revPol.end() <= kStripWidth);
 static_assert(thermoColumns().filter.end() <= kStripWidth);

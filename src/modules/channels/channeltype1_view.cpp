@@ -1,0 +1,28 @@
+#include "modules/channels/channeltype1_view.h"
+
+#include <QDebug>
+#include <QMouseEvent>
+#include <QPushButton>
+
+ChannelType1_View::ChannelType1_View(TimeSource &time, QWidget *parent)
+    : BridgeChannel_View(time, parent)
+{
+    polarityButton().setObjectName(QStringLiteral("checkBox_RevPol_100"));
+    connect(&polarityButton(), &QPushButton::clicked, this,
+            &ChannelType1_View::on_checkBox_RevPol_100_clicked);
+}
+
+void ChannelType1_View::on_checkBox_RevPol_100_clicked(bool checked)
+{
+    polarityClicked(checked);
+}
+
+bool ChannelType1_View::eventFilter(QObject *watched, QEvent *event)
+{
+    if (isAutozeroButton(watched) && event->type() == QEvent::MouseButtonPress &&
+        static_cast<const QMouseEvent *>(event)->button() == Qt::RightButton) {
+        qDebug() << "Mouse right button click triggered";
+        return false; // this button makes no gesture
+    }
+    return BridgeChannel_View::eventFilter(watched, event);
+}
