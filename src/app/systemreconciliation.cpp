@@ -13,6 +13,7 @@
 #include "modules/analogmodule_ctrllr.h"
 #include "modules/moduledevice_view.h"
 #include "modules/modulefactory.h"
+#include "modules/modulerequests.h"
 #include "protocol/communication.h"
 #include "protocol/records/devicecodes.h"
 #include "protocol/records/moduletypes.h"
@@ -126,6 +127,17 @@ void Framework_Ctrllr::AddAnalogModule(quint8 type)
 
 void Framework_Ctrllr::connectKnownModule(AnalogModule_Ctrllr *module)
 {
+    auto *communication = m_communication.get();
+    ModuleRequests requests;
+    requests.context = this;
+    requests.channelRequest = [this](const QVariant &request) { Slot_SendChannelCommand(request); };
+    requests.channelChange = [communication](uchar channel, uchar function) {
+        communication->Slot_SendChannnelChangeReq(channel, function);
+    };
+    requests.voltageSupply = [communication](uchar channel, uchar onOff, uchar voltage) {
+        communication->Slot_SendVoltageSupply(channel, onOff, voltage);
+    };
+    module->connectRequests(requests);
     connect(module, &AnalogModule_Ctrllr::Signal_HwResponseDelay, this,
             &Framework_Ctrllr::Slot_HwResponseDelay);
     connect(module, &AnalogModule_Ctrllr::Signal_GetChannelData, this,
@@ -148,6 +160,7 @@ void Framework_Ctrllr::removeModule(std::size_t index)
 {
     if (m_analogModuleCount != 0) {
         ModuleDevice_Ctrllr *module = m_analogModules.at(index);
+        module->retire();
         m_view->removeModule(module->GetView());
         delete module;
         m_analogModules.erase(m_analogModules.begin() + static_cast<std::ptrdiff_t>(index));

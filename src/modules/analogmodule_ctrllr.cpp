@@ -1,6 +1,5 @@
 #include "modules/analogmodule_ctrllr.h"
 
-#include "base/timesource.h"
 #include "base/variantcast.h"
 #include "modules/common/headertexts.h"
 #include "modules/common/livevalues.h"
@@ -11,39 +10,15 @@
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/moduletypes.h"
 
-namespace {
-
-/// Rows of unknown modules are those of the universal family.
-ModuleFamily rowFamily(quint8 typeCode)
-{
-    const ModuleFamily family = moduleFamily(typeCode);
-    return family == ModuleFamily::Unknown ? ModuleFamily::Type4 : family;
-}
-
-} // namespace
-
-AnalogModule_Ctrllr::AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel,
-                                         TimeSource &time, QObject *parent)
-    : AnalogModule_Ctrllr(typeCode, moduleNumber, firstChannel, time,
-                          std::make_unique<ModuleDevice_View>(moduleNumber, firstIdentification(typeCode),
-                                                              ModuleMeasurement(), firstChannel,
-                                                              firstChannel + 1),
-                          parent)
-{}
-
-AnalogModule_Ctrllr::AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel,
-                                         TimeSource &time, std::unique_ptr<ModuleDevice_View> view,
-                                         QObject *parent)
+AnalogModule_Ctrllr::AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber,
+                                         std::unique_ptr<ModuleDevice_View> view,
+                                         std::unique_ptr<ModuleModel> data, QObject *parent)
     : ModuleDevice_Ctrllr(parent)
-    , m_time(time)
     , m_typeCode(typeCode)
     , m_moduleNumber(moduleNumber)
-    , m_data(std::make_unique<ModuleModel>(rowFamily(typeCode), firstIdentification(typeCode), moduleNumber,
-                                           firstChannel))
+    , m_data(std::move(data))
     , m_view(view.release())
-{
-    connect(m_view, &ModuleDevice_View::Signal_DeviceButton, this, &AnalogModule_Ctrllr::Slot_DeviceButton);
-}
+{}
 
 ModuleIdentification AnalogModule_Ctrllr::firstIdentification(quint8 typeCode)
 {
@@ -87,14 +62,14 @@ void AnalogModule_Ctrllr::SetSelftest(quint8 code)
 
 void AnalogModule_Ctrllr::showAsUnknownModule()
 {
+    m_isUnknown = true;
     m_view->setChannelVisible(Channel::A, false);
     m_view->setChannelVisible(Channel::B, false);
 }
 
 bool AnalogModule_Ctrllr::isOwnFamily(quint8 typeCode) const
 {
-    const ModuleFamily own = moduleFamily(m_typeCode);
-    return own != ModuleFamily::Unknown && moduleFamily(typeCode) == own;
+    return !m_isUnknown && moduleFamily(typeCode) == moduleFamily(m_typeCode);
 }
 
 void AnalogModule_Ctrllr::Slot_StaticModuleStatus(QVariant data)
@@ -119,13 +94,6 @@ void AnalogModule_Ctrllr::showNames(const Module_Status &status)
 {
     const QString name = moduleTypeName(status.moduleType);
     m_view->setDeviceName(name);
-    if (channelsHaveFunctions()) {
-        for (const Channel channel : {Channel::A, Channel::B})
-            m_view->setChannelVisible(channel, true);
-        emit m_view->Signal_ChangeLabels(static_cast<int>(Channel::A), status.functionCodeA);
-        emit m_view->Signal_ChangeLabels(static_cast<int>(Channel::B), status.functionCodeB);
-        return;
-    }
     m_view->setChannelLabels(name, name);
     if (status.moduleType == wireCode(ModuleType::Xvdt))
         m_view->setInfoHeaders(infoheaders::input(), infoheaders::xvdtRange());
@@ -146,6 +114,11 @@ void AnalogModule_Ctrllr::Slot_FastModuleStatus(QVariant data)
 
 void AnalogModule_Ctrllr::Slot_DeviceButton()
 {
+    showVersions();
+}
+
+void AnalogModule_Ctrllr::showVersions()
+{
     showVersionBox(m_view, m_data->hardware, m_data->firmware1, m_data->firmware2);
 }
 
@@ -159,23 +132,11 @@ void AnalogModule_Ctrllr::Slot_FilterOrRangeHandle(GroupCommand command)
 
 void AnalogModule_Ctrllr::Slot_ShiftClick(GroupCommand command)
 {
-    if (!channelsHaveFunctions())
-        command.moduleType = m_typeCode;
+    command.moduleType = m_typeCode;
     emit Signal_ShiftClickCommand(command);
 }
 
-void AnalogModule_Ctrllr::applyStaticStatus(const Module_Status &) {}
-
-void AnalogModule_Ctrllr::applyFastStatus(const Fast_Module_Status &) {}
-
-void AnalogModule_Ctrllr::applyGroupCommand(const GroupCommand &) {}
-
 bool AnalogModule_Ctrllr::matchesGroupCommand(const GroupCommand &command) const
 {
-    return channelsHaveFunctions() || command.moduleType == m_typeCode;
-}
-
-bool AnalogModule_Ctrllr::channelsHaveFunctions() const
-{
-    return headerTraits(m_data->headerForm).channelsHaveFunctions;
+    return command.moduleType == m_typeCode;
 }

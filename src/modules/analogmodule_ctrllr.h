@@ -9,21 +9,16 @@
 #include <memory>
 
 struct Fast_Module_Status;
+struct ModuleRequests;
 struct Module_Status;
-class TimeSource;
 
 /// What the controllers of all families share: the row with identification and live values, and the way a
-/// status finds its module. By itself it drives a row without channel controls.
+/// status finds its module. A family adds its parameters and its requests.
 class AnalogModule_Ctrllr : public ModuleDevice_Ctrllr
 {
     Q_OBJECT
 
 public:
-    /// `typeCode` is the module type code of the system status; a code that is no analog module makes a
-    /// row of the universal family. Module 1 to 128. `firstChannel` is the number of channel A, that of
-    /// channel B is one more. `time` must outlive the controller.
-    AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel, TimeSource &time,
-                        QObject *parent = nullptr);
     ~AnalogModule_Ctrllr() override;
 
     ModuleDevice_View *GetView() override;
@@ -39,6 +34,9 @@ public:
     /// left. To be called once, after construction, with nothing but the status signals connected.
     void showAsUnknownModule();
 
+    /// Joins the signals with which the family asks for changes to those who take them.
+    virtual void connectRequests(const ModuleRequests &requests) = 0;
+
 public slots:
     /// A Module_Status of any module. One of another module is skipped; one whose type code lies outside
     /// the row's family, and any on the row of an unknown module, updates the identification labels only.
@@ -53,12 +51,10 @@ public slots:
     /// The channel buttons of most families do nothing.
     void Slot_ChannelButton();
 
-    /// A gesture made on some channel of the system; obeyed if it is for this module. A universal module
-    /// takes each: whether it is for a channel is decided by the channel's function.
+    /// A gesture made on some channel of the system; obeyed if it is for this module.
     void Slot_FilterOrRangeHandle(GroupCommand command);
 
-    /// A gesture on a channel of this module: stamps the module's type on it and passes it on. A universal
-    /// module leaves the stamp as it is: its channel has put its function there.
+    /// A gesture on a channel of this module: stamps the module's type on it and passes it on.
     void Slot_ShiftClick(GroupCommand command);
 
 signals:
@@ -72,36 +68,35 @@ signals:
     void Signal_ShiftClickCommand(GroupCommand command);
 
 protected:
-    /// For a family with a row of its own, which belongs to this object from now on. The numbers are those
-    /// of the public constructor and of the row.
-    AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, int firstChannel, TimeSource &time,
-                        std::unique_ptr<ModuleDevice_View> view, QObject *parent);
+    /// `typeCode`: module type code, that of the universal module for the row of an unknown one. Module 1 to
+    /// 128. Takes the row and the data record.
+    AnalogModule_Ctrllr(quint8 typeCode, int moduleNumber, std::unique_ptr<ModuleDevice_View> view,
+                        std::unique_ptr<ModuleModel> data, QObject *parent);
 
     /// What the row and the data record of a module tell before its first status.
     static ModuleIdentification firstIdentification(quint8 typeCode);
 
-    /// Whether a status with this type code belongs to the row's family. None belongs to an unknown one.
-    bool isOwnFamily(quint8 typeCode) const;
+    /// The box of Slot_DeviceButton().
+    void showVersions();
 
-    TimeSource &time() { return m_time; }
+    // What a family adds.
 
-    // What a family adds; the defaults do nothing.
-
-    /// A static status of this module and family; identification and names are shown already.
-    virtual void applyStaticStatus(const Module_Status &status);
+    /// A static status of this module and family came; only the identification is shown already.
+    virtual void showNames(const Module_Status &status);
+    /// The same; the names are shown too, and the data record holds the versions.
+    virtual void applyStaticStatus(const Module_Status &status) = 0;
     /// The module's own entry of a fast status; voltage, temperature and self-test are shown already.
-    virtual void applyFastStatus(const Fast_Module_Status &status);
+    virtual void applyFastStatus(const Fast_Module_Status &status) = 0;
     /// A group command that matched.
-    virtual void applyGroupCommand(const GroupCommand &command);
-    /// Whether a group command is for this module.
+    virtual void applyGroupCommand(const GroupCommand &command) = 0;
+    /// Whether a group command is for this module: by default, if it is for its type code.
     virtual bool matchesGroupCommand(const GroupCommand &command) const;
 
 private:
-    void showNames(const Module_Status &status);
-    bool channelsHaveFunctions() const;
+    bool isOwnFamily(quint8 typeCode) const;
 
-    TimeSource &m_time;
     quint8 m_typeCode;
+    bool m_isUnknown = false;
     int m_moduleNumber;
     std::unique_ptr<ModuleModel> m_data;
     QPointer<ModuleDevice_View> m_view;

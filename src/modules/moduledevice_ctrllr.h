@@ -37,4 +37,7 @@ public:
     virtual void SetChannelT2Values(int channel, const ChannelRecord &values);
     virtual void SetChannelT3Values(int channel, const ChannelRecord &values);
     virtual void SetChannelT4Values(int channel, const ChannelRecord &values);
+
+    /// The row is about to be removed: from now on it asks for nothing, though it may still lose the focus.
+    virtual void retire() = 0;
 };

@@ -1,6 +1,7 @@
 #include "modules/moduledevice_view.h"
 
 #include "base/gui/fonts.h"
+#include "modules/common/channelfunction.h"
 #include "modules/common/displayformat.h"
 #include "modules/common/headertexts.h"
 #include "modules/common/rowcolumns.h"
@@ -20,14 +21,6 @@ QString functionButtonStyle()
 QString functionButtonToolTip()
 {
     return QStringLiteral("\nClick this button to change the channel function");
-}
-
-/// Name of a channel function on the screen. Not every module type is one.
-QString functionName(quint8 code)
-{
-    const bool known = code == wireCode(ModuleType::StrainGauge) || code == wireCode(ModuleType::Voltage) ||
-                       code == wireCode(ModuleType::Iepe) || code == wireCode(ModuleType::Potentiometer);
-    return moduleTypeName(known ? code : wireCode(ModuleType::Unknown));
 }
 
 int channelNumber(const QPushButton &button)
@@ -161,9 +154,9 @@ int ModuleDevice_View::channelNumberB() const
 
 void ModuleDevice_View::addChannel(int channel, QWidget *strip)
 {
-    if (channel == static_cast<int>(Channel::A))
+    if (channel == kChannelA)
         m_ui->horizontalLayout_10->addWidget(strip);
-    else if (channel == static_cast<int>(Channel::B))
+    else if (channel == kChannelB)
         m_ui->horizontalLayout_12->addWidget(strip);
 }
 
@@ -197,6 +190,11 @@ void ModuleDevice_View::setChannelLabels(const QString &labelA, const QString &l
     m_ui->ChDeviceLabel_A->setText(labelA);
     m_ui->ChDeviceLabel_B->setText(labelB);
     applyNameFont();
+}
+
+void ModuleDevice_View::setChannelName(Channel channel, const QString &name)
+{
+    widgetsOf(channel).name->setText(name);
 }
 
 void ModuleDevice_View::applyNameFont()
@@ -273,11 +271,12 @@ void ModuleDevice_View::emitChannelButton(const ChannelWidgets &clicked, const C
 
 void ModuleDevice_View::Slot_ChangeLabels(int ch, uchar moduleName)
 {
-    if (ch != static_cast<int>(Channel::A) && ch != static_cast<int>(Channel::B))
+    const auto channel = channelOf(ch);
+    if (!channel)
         return;
-    const ChannelWidgets &widgets = widgetsOf(static_cast<Channel>(ch));
+    const ChannelWidgets &widgets = widgetsOf(*channel);
     const bool strainGauge = moduleName == wireCode(ModuleType::StrainGauge);
-    widgets.name->setText(functionName(moduleName));
+    setChannelName(*channel, functionName(moduleName));
     widgets.firstInfo->setText(strainGauge ? infoheaders::bridgeType() : infoheaders::input());
     widgets.secondInfo->setText(strainGauge ? infoheaders::bridgeRange() : infoheaders::voltageRange());
     if (strainGauge)

@@ -39,9 +39,13 @@ public:
     void setFirmware1(const QString &firmware);
     void setFirmware2(const QString &firmware);
     void setChannelLabels(const QString &labelA, const QString &labelB);
+    void setChannelName(Channel channel, const QString &name);
     void setVoltage(float volts);
     void setTemperature(float celsius);
     void setSelftest(quint8 code);
+
+    /// The button with the channel's number.
+    QPushButton *channelButton(Channel channel) const { return widgetsOf(channel).button; }
 
     /// Headers of the first two columns, over both channels.
     void setInfoHeaders(const QString &first, const QString &second);

@@ -38,16 +38,11 @@ ModuleModel::ModuleModel(ModuleFamily family, const ModuleIdentification &identi
 
 ChannelRecord ModuleModel::channel(int number) const
 {
-    if (number == static_cast<int>(Channel::A))
+    if (number == kChannelA)
         return m_channels[0];
-    if (number == static_cast<int>(Channel::B))
+    if (number == kChannelB)
         return m_channels[1];
     ChannelRecord none;
     none.manualOffset = m_further;
     return none;
-}
-
-ChannelRecord &ModuleModel::channel(Channel channel)
-{
-    return m_channels[channel == Channel::A ? 0 : 1];
 }

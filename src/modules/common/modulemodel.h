@@ -22,7 +22,8 @@ public:
     /// The record of channel 1 or 2; of any other number an empty one, with the model's own further text
     /// as its offset.
     ChannelRecord channel(int number) const;
-    ChannelRecord &channel(Channel channel);
+    const ChannelRecord &channel(Channel channel) const { return m_channels[channel == Channel::A ? 0 : 1]; }
+    ChannelRecord &channel(Channel channel) { return m_channels[channel == Channel::A ? 0 : 1]; }
 
     QString name;
     QString address;
@@ -40,3 +41,18 @@ private:
     std::array<ChannelRecord, 2> m_channels;
     QString m_further; ///< empty
 };
+
+/// The data records by the names of their families; they differ in the debug line only.
+template <ModuleFamily family>
+class FamilyModel : public ModuleModel
+{
+public:
+    FamilyModel(const ModuleIdentification &identification, int number, int firstChannel)
+        : ModuleModel(family, identification, number, firstChannel)
+    {}
+};
+
+using ModelType1 = FamilyModel<ModuleFamily::Type1>;
+using ModelType2 = FamilyModel<ModuleFamily::Type2>;
+using ModelType3 = FamilyModel<ModuleFamily::Type3>;
+using ModelType4 = FamilyModel<ModuleFamily::Type4>;

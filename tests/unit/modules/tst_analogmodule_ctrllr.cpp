@@ -4,43 +4,11 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QtTest>
+#include <array>
 
 Q_DECLARE_METATYPE(HeaderForm)
-
-namespace {
-
-/// A family that only counts the group commands that reach it.
-class CountingModule : public AnalogModule_Ctrllr
-{
-public:
-    using AnalogModule_Ctrllr::AnalogModule_Ctrllr;
-
-    int count = 0;
-
-protected:
-    void applyGroupCommand(const GroupCommand &) override { ++count; }
-};
-
-/// A family with a row of its own.
-class OwnRowModule : public AnalogModule_Ctrllr
-{
-public:
-    explicit OwnRowModule(TimeSource &time)
-        : AnalogModule_Ctrllr(2, 7, 13, time, makeRow(), nullptr)
-    {}
-
-private:
-    static std::unique_ptr<ModuleDevice_View> makeRow()
-    {
-        auto row =
-            std::make_unique<ModuleDevice_View>(7, firstIdentification(2), ModuleMeasurement(), 13, 14);
-        row->setObjectName(QStringLiteral("ownRow"));
-        return row;
-    }
-};
-
-} // namespace
 
 class TstAnalogModuleCtrllr : public QObject
 {
@@ -62,7 +30,8 @@ private slots:
     void xvdtStatusChangesTheHeaders();
     void universalStatusNamesEachChannel();
     void staticStatusOfAWrongTypeIsSkipped();
-    void unusedOperationsDoNothing();
+    void setUpOperationsOfTheOwnFamilyAct_data();
+    void setUpOperationsOfTheOwnFamilyAct();
     void versionBoxShowsTheVersions();
     void versionBoxDoesNotBlock();
     void rowMayBeDeletedWhileTheBoxIsOpen();
@@ -71,10 +40,6 @@ private slots:
     void unknownModuleTakesStatus();
     void unknownModuleStaysUnknownWhateverItReports();
     void shiftClickStampsTheType();
-    void shiftClickKeepsTheStampOfAChannel();
-    void groupCommandsReachMatchingModulesOnly();
-    void groupCommandsAllReachAUniversalModule();
-    void familyMayBringItsOwnRow();
     void rowGoesWithItsController();
     void rowMayGoBeforeItsController();
 };
@@ -108,7 +73,10 @@ void TstAnalogModuleCtrllr::eachTypeGetsItsRow()
     const Module module(QByteArray(QTest::currentDataTag()).toInt());
     QTEST(module.controller->GetData()->headerForm, "form");
     QTEST(module.controller->GetData()->address, "address");
-    QCOMPARE(module.controller->typeCode(), static_cast<quint8>(QByteArray(QTest::currentDataTag()).toInt()));
+    // The row of an unknown module is one of a universal module.
+    const quint8 code = static_cast<quint8>(QByteArray(QTest::currentDataTag()).toInt());
+    const bool known = moduleFamily(code) != ModuleFamily::Unknown;
+    QCOMPARE(module.controller->typeCode(), known ? code : wireCode(ModuleType::Universal));
 }
 
 void TstAnalogModuleCtrllr::numbersStandOnTheButtons()
@@ -244,24 +212,47 @@ void TstAnalogModuleCtrllr::staticStatusOfAWrongTypeIsSkipped()
     QCOMPARE(module.identification(), kFirstIdentification);
 }
 
-void TstAnalogModuleCtrllr::unusedOperationsDoNothing()
+void TstAnalogModuleCtrllr::setUpOperationsOfTheOwnFamilyAct_data()
 {
-    Module module(1);
-    ModuleDevice_Ctrllr *controller = module.controller.get();
-    const ChannelSetup setup{{QStringLiteral("a")}, {QStringLiteral("b")}, -1, 1, 1, 1, 2, 3};
+    QTest::addColumn<int>("family");
+    QTest::newRow("1") << 1;
+    QTest::newRow("7") << 2;
+    QTest::newRow("4") << 3;
+    QTest::newRow("9") << 4;
+}
+
+void TstAnalogModuleCtrllr::setUpOperationsOfTheOwnFamilyAct()
+{
+    QFETCH(int, family);
+    const ChannelSetup setup{
+        {QStringLiteral("a")}, {QStringLiteral("b"), QStringLiteral("c")}, -1, 1, 1, 1, 2, 3};
     ChannelRecord values;
-    values.gainIndex = 7;
-    controller->SetChannelT1Setup(1, setup);
-    controller->SetChannelT2Setup(1, setup);
-    controller->SetChannelT3Setup(1, setup);
-    controller->SetChannelT4Setup(1, setup);
-    controller->SetChannelT1Values(1, values);
-    controller->SetChannelT2Values(1, values);
-    controller->SetChannelT3Values(1, values);
-    controller->SetChannelT4Values(1, values);
-    const ModuleModel *data = controller->GetData();
-    QCOMPARE(data->channel(1).gainIndex, 0);
-    QVERIFY(data->channel(1).bridgeTypeList.isEmpty());
+    values.gainList = QStringList{"b", "c"};
+    values.gainIndex = 1;
+    values.filterValue = 2;
+    using C = ModuleDevice_Ctrllr;
+    using Setup = void (C::*)(int, const ChannelSetup &);
+    using Values = void (C::*)(int, const ChannelRecord &);
+    const std::array<Setup, 4> setups{&C::SetChannelT1Setup, &C::SetChannelT2Setup, &C::SetChannelT3Setup,
+                                      &C::SetChannelT4Setup};
+    const std::array<Values, 4> takes{&C::SetChannelT1Values, &C::SetChannelT2Values, &C::SetChannelT3Values,
+                                      &C::SetChannelT4Values};
+    for (int operation = 1; operation <= 4; ++operation) {
+        const bool own = operation == family;
+        Module module(QByteArray(QTest::currentDataTag()).toInt());
+        ModuleDevice_Ctrllr &controller = *module.controller;
+        const auto index = static_cast<std::size_t>(operation - 1);
+        (controller.*setups.at(index))(2, setup);
+        QCOMPARE(controller.GetData()->channel(2).gainList.size(), own ? 2 : 0);
+        QCOMPARE(controller.GetData()->channel(2).filterMax, own ? 2 : family == 3 ? 32 : 999999999);
+        (controller.*takes.at(index))(2, values);
+        QCOMPARE(controller.GetData()->channel(2).gainIndex, own ? 1 : 0);
+        (controller.*takes.at(index))(3, values); // there is no such channel
+        QCOMPARE(controller.GetData()->channel(1).gainIndex, 0);
+        const auto shown = controller.GetView()->findChildren<QSpinBox *>(QStringLiteral("filterSpinBox"));
+        QCOMPARE(shown.size(), 2);
+        QCOMPARE(shown.at(1)->value(), own ? 2 : shown.at(1)->minimum());
+    }
 }
 
 void TstAnalogModuleCtrllr::versionBoxShowsTheVersions()
@@ -391,59 +382,6 @@ void TstAnalogModuleCtrllr::shiftClickStampsTheType()
         QCOMPARE(sent.first().command, 3);
         QCOMPARE(sent.first().value, 250);
     }
-}
-
-void TstAnalogModuleCtrllr::shiftClickKeepsTheStampOfAChannel()
-{
-    const Module module(9);
-    QVector<int> sent;
-    connect(module.controller.get(), &AnalogModule_Ctrllr::Signal_ShiftClickCommand, this,
-            [&sent](const GroupCommand &command) { sent.append(static_cast<int>(command.moduleType)); });
-    GroupCommand command;
-    for (const int function : {1, 2, 3, 6}) {
-        command.moduleType = static_cast<quint8>(function);
-        module.controller->Slot_ShiftClick(command);
-    }
-    QCOMPARE(sent, (QVector<int>{1, 2, 3, 6}));
-}
-
-void TstAnalogModuleCtrllr::groupCommandsReachMatchingModulesOnly()
-{
-    VirtualTime time;
-    CountingModule module(3, 1, 1, time);
-    GroupCommand command;
-    for (int type = 0; type < 12; ++type) {
-        command.moduleType = static_cast<quint8>(type);
-        module.Slot_FilterOrRangeHandle(command);
-        QCOMPARE(module.count, type < 3 ? 0 : 1);
-    }
-}
-
-void TstAnalogModuleCtrllr::groupCommandsAllReachAUniversalModule()
-{
-    VirtualTime time;
-    CountingModule module(9, 1, 1, time);
-    GroupCommand command;
-    for (int type = 0; type < 12; ++type) {
-        command.moduleType = static_cast<quint8>(type);
-        module.Slot_FilterOrRangeHandle(command);
-    }
-    QCOMPARE(module.count, 12);
-}
-
-void TstAnalogModuleCtrllr::familyMayBringItsOwnRow()
-{
-    VirtualTime time;
-    OwnRowModule module(time);
-    QCOMPARE(module.GetView()->objectName(), QStringLiteral("ownRow"));
-    QCOMPARE(module.GetData()->address, QStringLiteral("7"));
-    QCOMPARE(childByName<QLabel>(module.GetView(), "label_SecondInfoDevice")->text(),
-             QString::fromUtf8("Range  [±V]   "));
-    // It is joined like any other.
-    module.Slot_StaticModuleStatus(QVariant::fromValue(status(2, 7)));
-    QCOMPARE(childByName<QLabel>(module.GetView(), "label_SnVersion")->text(), QStringLiteral("4711"));
-    QTest::mouseClick(childByName<QPushButton>(module.GetView(), "pushButton_DeviceButton"), Qt::LeftButton);
-    QVERIFY(module.GetView()->findChild<QMessageBox *>());
 }
 
 void TstAnalogModuleCtrllr::rowGoesWithItsController()

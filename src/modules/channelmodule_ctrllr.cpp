@@ -1,0 +1,281 @@
+#include "modules/channelmodule_ctrllr.h"
+
+#include "base/log.h"
+#include "modules/channels/channel_view.h"
+#include "protocol/records/datagrams.h"
+#include "protocol/records/fastmodulestatus.h"
+#include "protocol/records/modulestatus.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr std::array<Channel, 2> kChannels{Channel::A, Channel::B};
+constexpr quint8 kPolarityA = 0x01;
+constexpr quint8 kPolarityB = 0x02;
+constexpr quint8 kSet = 1; ///< a flag of the fast status
+
+std::size_t indexOf(Channel channel)
+{
+    return channel == Channel::A ? 0 : 1;
+}
+
+/// The filter text of a status; one that cannot be read is 0.
+qint32 filterValue(const QString &text)
+{
+    constexpr auto most = static_cast<uint>(std::numeric_limits<qint32>::max());
+    return static_cast<qint32>(std::min(text.toUInt(), most));
+}
+
+void replaceList(QStringListModel &model, const QStringList &list)
+{
+    // A model that is reset loses the entry under the mouse of an open popup.
+    if (model.stringList() != list)
+        model.setStringList(list);
+}
+
+} // namespace
+
+ChannelModule_Ctrllr::ChannelModule_Ctrllr(Parts parts, const ChannelSetup &limits, TimeSource &time,
+                                           QObject *parent)
+    : AnalogModule_Ctrllr(parts.typeCode, parts.moduleNumber, std::move(parts.view), std::move(parts.data),
+                          parent)
+    , m_time(time)
+    , m_row(static_cast<ChannelModule_View *>(AnalogModule_Ctrllr::GetView()))
+{
+    for (const Channel channel : kChannels) {
+        m_row->channelView(channel).setModels(lists(channel).types, lists(channel).ranges);
+        applySetup(static_cast<int>(channel), limits);
+    }
+}
+
+void ChannelModule_Ctrllr::retire()
+{
+    if (GetView()) // else the window took the row along
+        m_row->disableUpdates();
+}
+
+void ChannelModule_Ctrllr::addParameter(ChannelParameter parameter, TimeOverSlot slotA, TimeOverSlot slotB)
+{
+    const auto timeOverRule = parameter == ChannelParameter::Autozero ? PendingDisplay::TimeOver::OnlyElapse
+                                                                      : PendingDisplay::TimeOver::ShowLatest;
+    const auto make = [&](Channel channel, TimeOverSlot slot) {
+        PendingDisplay::Callbacks callbacks;
+        callbacks.showLatest = [this, parameter, channel] { show(parameter, channel); };
+        callbacks.requestStatus = [this] { emit Signal_GetChannelData(static_cast<uint>(moduleNumber())); };
+        callbacks.atTimeOver = std::move(slot);
+        return std::make_unique<PendingDisplay>(m_time, std::move(callbacks), timeOverRule);
+    };
+    m_pending[parameter] = {make(Channel::A, std::move(slotA)), make(Channel::B, std::move(slotB))};
+}
+
+PendingDisplay &ChannelModule_Ctrllr::pending(ChannelParameter parameter, Channel channel)
+{
+    return *m_pending.at(parameter)[indexOf(channel)];
+}
+
+void ChannelModule_Ctrllr::timeOver(ChannelParameter parameter, Channel channel)
+{
+    pending(parameter, channel).timeOver();
+}
+
+void ChannelModule_Ctrllr::send(int ch, ChannelParameter parameter, const ChannelRecord &snapshot,
+                                quint8 selector)
+{
+    if (const auto channel = channelOf(ch))
+        pending(parameter, *channel).userChanged();
+    emitRequest(ch, snapshot, selector);
+}
+
+void ChannelModule_Ctrllr::changeTypeIndex(int ch, int index)
+{
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.bridgeTypeIndex = index;
+    send(ch, ChannelParameter::TypeIndex, snapshot, wireCode(ChannelSelector::TypeIndex));
+}
+
+void ChannelModule_Ctrllr::changeRangeIndex(int ch, int index)
+{
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.gainIndex = index;
+    send(ch, ChannelParameter::RangeIndex, snapshot, wireCode(ChannelSelector::RangeIndex));
+}
+
+void ChannelModule_Ctrllr::changeFilter(int ch, int value)
+{
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.filterValue = value;
+    send(ch, ChannelParameter::Filter, snapshot, wireCode(ChannelSelector::Filter));
+}
+
+void ChannelModule_Ctrllr::changePolarity(int ch, bool reversed)
+{
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.reversePolarity = reversed ? 1 : 0;
+    send(ch, ChannelParameter::ReversePolarity, snapshot, wireCode(ChannelSelector::ReversePolarity));
+}
+
+void ChannelModule_Ctrllr::changeOffset(int ch, const std::string &value)
+{
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.manualOffset = QString::fromStdString(value);
+    send(ch, ChannelParameter::ManualOffset, snapshot, wireCode(ChannelSelector::ManualOffset));
+}
+
+void ChannelModule_Ctrllr::changeShunt(int ch, quint8 value)
+{
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.shuntState = value;
+    send(ch, ChannelParameter::Shunt, snapshot, wireCode(ChannelSelector::Shunt));
+}
+
+void ChannelModule_Ctrllr::changeAutozero(int ch, bool state, quint8 code)
+{
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.autozero = state ? 1 : 0;
+    send(ch, ChannelParameter::Autozero, snapshot, code);
+}
+
+ChannelLists ChannelModule_Ctrllr::splitLists(const QString &text) const
+{
+    const QStringList items = moduleListItems(text);
+    return {items, items};
+}
+
+void ChannelModule_Ctrllr::applyStaticStatus(const Module_Status &status)
+{
+    const ChannelLists types = splitLists(status.sensorList);
+    const ChannelLists ranges = splitLists(status.rangeList);
+    // No change made here may send a command.
+    m_row->disableUpdates();
+    applyChannelStatus(Channel::A, {types.a, status.bridgeIndexA, ranges.a, status.rangeIndexA,
+                                    status.offsetA, status.filterA, (status.revPolBits & kPolarityA) != 0});
+    applyChannelStatus(Channel::B, {types.b, status.bridgeIndexB, ranges.b, status.rangeIndexB,
+                                    status.offsetB, status.filterB, (status.revPolBits & kPolarityB) != 0});
+    m_row->enableUpdates();
+}
+
+void ChannelModule_Ctrllr::applyChannelStatus(Channel channel, const ChannelStatus &status)
+{
+    ChannelRecord &record = GetData()->channel(channel);
+    record.bridgeTypeList = status.types;
+    record.bridgeTypeIndex = status.typeIndex;
+    statusArrived(ChannelParameter::TypeIndex, channel);
+    record.gainList = status.ranges;
+    record.gainIndex = status.rangeIndex;
+    statusArrived(ChannelParameter::RangeIndex, channel);
+    if (has(ChannelParameter::ManualOffset)) {
+        record.manualOffset = status.offset;
+        statusArrived(ChannelParameter::ManualOffset, channel);
+    }
+    record.filterValue = filterValue(status.filter);
+    statusArrived(ChannelParameter::Filter, channel);
+    if (has(ChannelParameter::ReversePolarity)) {
+        record.reversePolarity = status.reversePolarity ? 1 : 0;
+        statusArrived(ChannelParameter::ReversePolarity, channel);
+    }
+}
+
+void ChannelModule_Ctrllr::applyFastStatus(const Fast_Module_Status &status)
+{
+    applyAutozero(Channel::A, status.autozeroA == kSet);
+    applyAutozero(Channel::B, status.autozeroB == kSet);
+    if (has(ChannelParameter::Shunt)) {
+        applyShunt(Channel::A, status.shuntA == kSet);
+        applyShunt(Channel::B, status.shuntB == kSet);
+    }
+}
+
+void ChannelModule_Ctrllr::logAnalogData(const char *signature, const Fast_Module_Status &status)
+{
+    if (status.flag3 != 0)
+        debugLine(signature) << "analogDataA: " << status.valueA;
+}
+
+void ChannelModule_Ctrllr::applyAutozero(Channel channel, bool running)
+{
+    GetData()->channel(channel).autozero = running ? 1 : 0;
+    statusArrived(ChannelParameter::Autozero, channel);
+}
+
+void ChannelModule_Ctrllr::applyShunt(Channel channel, bool on)
+{
+    GetData()->channel(channel).shuntState = on ? 1 : 0;
+    statusArrived(ChannelParameter::Shunt, channel);
+}
+
+void ChannelModule_Ctrllr::statusArrived(ChannelParameter parameter, Channel channel)
+{
+    pending(parameter, channel).statusArrived();
+}
+
+void ChannelModule_Ctrllr::show(ChannelParameter parameter, Channel channel)
+{
+    const ChannelRecord &record = GetData()->channel(channel);
+    Channel_View &strip = m_row->channelView(channel);
+    switch (parameter) {
+    case ChannelParameter::TypeIndex:
+        replaceList(lists(channel).types, record.bridgeTypeList);
+        strip.setTypeIndex(record.bridgeTypeIndex);
+        break;
+    case ChannelParameter::RangeIndex:
+        replaceList(lists(channel).ranges, record.gainList);
+        strip.setRangeIndex(record.gainIndex);
+        break;
+    case ChannelParameter::Autozero:
+        strip.setAutozero(record.autozero != 0);
+        break;
+    case ChannelParameter::ManualOffset:
+        strip.setOffset(record.manualOffset);
+        break;
+    case ChannelParameter::Filter:
+        strip.setFilterValue(record.filterValue);
+        break;
+    case ChannelParameter::ReversePolarity:
+        strip.setPolarity(record.reversePolarity != 0);
+        break;
+    case ChannelParameter::Shunt:
+        // The shunt buttons follow the 20 seconds for which the module holds a shunt, not the status.
+        break;
+    }
+}
+
+void ChannelModule_Ctrllr::applyGroupCommand(const GroupCommand &command)
+{
+    m_row->applyGroupCommand(command);
+}
+
+void ChannelModule_Ctrllr::applySetup(int ch, const ChannelSetup &setup)
+{
+    const auto channel = channelOf(ch);
+    if (!channel)
+        return;
+    ChannelRecord &record = GetData()->channel(*channel);
+    record.bridgeTypeList = setup.bridgeTypeList;
+    record.gainList = setup.gainList;
+    record.offsetMin = setup.offsetMin;
+    record.offsetMax = setup.offsetMax;
+    record.offsetStep = setup.offsetStep;
+    record.filterMin = setup.filterMin;
+    record.filterMax = setup.filterMax;
+    record.filterStep = setup.filterStep;
+    replaceList(lists(*channel).types, setup.bridgeTypeList);
+    replaceList(lists(*channel).ranges, setup.gainList);
+    Channel_View &strip = m_row->channelView(*channel);
+    strip.setOffsetRange(setup.offsetMin, setup.offsetMax, setup.offsetStep);
+    strip.setFilterRange(setup.filterMin, setup.filterMax);
+}
+
+void ChannelModule_Ctrllr::applyValues(int ch, const ChannelRecord &values)
+{
+    const auto channel = channelOf(ch);
+    if (!channel)
+        return;
+    GetData()->channel(*channel) = values;
+    for (const auto &entry : m_pending) {
+        entry.second[indexOf(*channel)]->clear();
+        show(entry.first, *channel);
+    }
+    m_row->channelView(*channel).setLevel(values.level);
+}
