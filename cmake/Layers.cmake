@@ -24,9 +24,20 @@ if(VX_COVERAGE)
   target_link_options(vx_options INTERFACE --coverage)
 endif()
 
+# vx_add_form(<target> <name>): lets the target include "ui_<name>.h", made of src/forms/<name>.ui. Not by AUTOUIC:
+# the build does not know the headers that it makes, and a changed form would take two builds to reach the program.
+set(VX_FORMS ${CMAKE_SOURCE_DIR}/src/forms)
+function(vx_add_form target name)
+  qt5_wrap_ui(header ${VX_FORMS}/${name}.ui)
+  set_source_files_properties(${header} PROPERTIES SKIP_AUTOMOC ON)
+  target_sources(${target} PRIVATE ${header})
+  target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()
+set_property(DIRECTORY ${CMAKE_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${VX_FORMS}) # sees new forms
+
 # vx_add_layer(<layer> SOURCES <files> [FORMS] [DEPENDS <layers>] [QT <modules>])
-# Makes the static library of one folder with the alias App::<layer>. FORMS turns on the form compiler,
-# which looks for the forms in src/forms.
+# Makes the static library of one folder with the alias App::<layer>. With FORMS a source <name>.cpp may include
+# "ui_<name>.h", made of src/forms/<name>.ui.
 function(vx_add_layer layer)
   cmake_parse_arguments(ARG "FORMS" "" "SOURCES;DEPENDS;QT" ${ARGN})
   list(FIND VX_LAYERS ${layer} own)
@@ -45,6 +56,12 @@ function(vx_add_layer layer)
   list(TRANSFORM ARG_QT PREPEND Qt5:: OUTPUT_VARIABLE modules)
   target_link_libraries(vx_${layer} PUBLIC vx_options ${layers} ${modules})
   if(ARG_FORMS)
-    set_target_properties(vx_${layer} PROPERTIES AUTOUIC ON AUTOUIC_SEARCH_PATHS ${CMAKE_SOURCE_DIR}/src/forms)
+    list(FILTER ARG_SOURCES INCLUDE REGEX "[.]cpp$")
+    foreach(source IN LISTS ARG_SOURCES)
+      get_filename_component(name ${source} NAME_WE)
+      if(EXISTS ${VX_FORMS}/${name}.ui)
+        vx_add_form(vx_${layer} ${name})
+      endif()
+    endforeach()
   endif()
 endfunction()
