@@ -23,6 +23,34 @@ bool differs(Change change)
     return !(record == Record()) && record == record;
 }
 
+QStringList oneText()
+{
+    return {QStringLiteral("x")};
+}
+
+/// Rows for the fields that the requests of all types have.
+template <typename R>
+void addSharedFields(const char *type)
+{
+    QTest::addRow("%s, module", type) << differs<R>([](R &r) { r.module = 1; });
+    QTest::addRow("%s, channel", type) << differs<R>([](R &r) { r.channel = 1; });
+    QTest::addRow("%s, filter", type) << differs<R>([](R &r) { r.data.filterValue = 1; });
+    QTest::addRow("%s, autozero", type) << differs<R>([](R &r) { r.data.autozero = 1; });
+    QTest::addRow("%s, selector", type) << differs<R>([](R &r) { r.data.selector = 1; });
+}
+
+/// Rows for the fields that types 1 and 2 share.
+template <typename R>
+void addAmplifierFields(const char *type)
+{
+    QTest::addRow("%s, bridge types", type) << differs<R>([](R &r) { r.data.bridgeTypeList = oneText(); });
+    QTest::addRow("%s, bridge type", type) << differs<R>([](R &r) { r.data.bridgeTypeIndex = 1; });
+    QTest::addRow("%s, gains", type) << differs<R>([](R &r) { r.data.gainList = oneText(); });
+    QTest::addRow("%s, gain", type) << differs<R>([](R &r) { r.data.gainIndex = 1; });
+    QTest::addRow("%s, polarity", type) << differs<R>([](R &r) { r.data.reversePolarity = true; });
+    QTest::addRow("%s, level", type) << differs<R>([](R &r) { r.data.level = 1.0; });
+}
+
 } // namespace
 
 class TstRequests : public QObject
@@ -31,9 +59,8 @@ class TstRequests : public QObject
 
 private slots:
     void selectorsHaveTheirWireValues();
-    void everyFieldOfAType1RequestCounts();
-    void everyFieldOfAType2RequestCounts();
-    void everyFieldOfAType3RequestCounts();
+    void everyFieldOfARequestCounts_data();
+    void everyFieldOfARequestCounts();
     void everyFieldOfAGroupCommandCounts();
     void everyFieldOfAnFpgaCommandCounts();
     void requestsStartWithoutChannelAndSelector();
@@ -54,55 +81,31 @@ void TstRequests::selectorsHaveTheirWireValues()
     QCOMPARE(wireCode(ChannelSelector::ShuntAll), quint8(9));
 }
 
-void TstRequests::everyFieldOfAType1RequestCounts()
+void TstRequests::everyFieldOfARequestCounts_data()
 {
-    using R = DatagramT1;
-    const QStringList list{QStringLiteral("x")};
-    QVERIFY(differs<R>([](R &r) { r.module = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.channel = 1; }));
-    QVERIFY(differs<R>([&](R &r) { r.data.bridgeTypeList = list; }));
-    QVERIFY(differs<R>([&](R &r) { r.data.gainList = list; }));
-    QVERIFY(differs<R>([](R &r) { r.data.bridgeTypeIndex = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.gainIndex = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.autozero = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.manualOffset = "1"; }));
-    QVERIFY(differs<R>([](R &r) { r.data.filterValue = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.reversePolarity = true; }));
-    QVERIFY(differs<R>([](R &r) { r.data.shuntState = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.level = 1.0; }));
-    QVERIFY(differs<R>([](R &r) { r.data.selector = 1; }));
-}
+    QTest::addColumn<bool>("differ");
+    addSharedFields<DatagramT1>("type 1");
+    addAmplifierFields<DatagramT1>("type 1");
+    QTest::newRow("type 1, manual offset")
+        << differs<DatagramT1>([](DatagramT1 &r) { r.data.manualOffset = "1"; });
+    QTest::newRow("type 1, shunt") << differs<DatagramT1>([](DatagramT1 &r) { r.data.shuntState = 1; });
 
-void TstRequests::everyFieldOfAType2RequestCounts()
-{
-    using R = DatagramT2;
-    const QStringList list{QStringLiteral("x")};
-    QVERIFY(differs<R>([](R &r) { r.module = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.channel = 1; }));
-    QVERIFY(differs<R>([&](R &r) { r.data.bridgeTypeList = list; }));
-    QVERIFY(differs<R>([&](R &r) { r.data.gainList = list; }));
-    QVERIFY(differs<R>([](R &r) { r.data.bridgeTypeIndex = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.gainIndex = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.filterValue = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.reversePolarity = true; }));
-    QVERIFY(differs<R>([](R &r) { r.data.level = 1.0; }));
-    QVERIFY(differs<R>([](R &r) { r.data.selector = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.autozero = 1; }));
-}
+    addSharedFields<DatagramT2>("type 2");
+    addAmplifierFields<DatagramT2>("type 2");
 
-void TstRequests::everyFieldOfAType3RequestCounts()
-{
     using R = DatagramT3;
-    const QStringList list{QStringLiteral("x")};
-    QVERIFY(differs<R>([](R &r) { r.module = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.channel = 1; }));
-    QVERIFY(differs<R>([&](R &r) { r.data.thermoDeviceTypeList = list; }));
-    QVERIFY(differs<R>([&](R &r) { r.data.temperatureRangeList = list; }));
-    QVERIFY(differs<R>([](R &r) { r.data.thermoDeviceTypeIndex = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.temperatureRangeIndex = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.filterValue = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.selector = 1; }));
-    QVERIFY(differs<R>([](R &r) { r.data.autozero = 1; }));
+    addSharedFields<R>("type 3");
+    QTest::newRow("type 3, device types")
+        << differs<R>([](R &r) { r.data.thermoDeviceTypeList = oneText(); });
+    QTest::newRow("type 3, device type") << differs<R>([](R &r) { r.data.thermoDeviceTypeIndex = 1; });
+    QTest::newRow("type 3, ranges") << differs<R>([](R &r) { r.data.temperatureRangeList = oneText(); });
+    QTest::newRow("type 3, range") << differs<R>([](R &r) { r.data.temperatureRangeIndex = 1; });
+}
+
+void TstRequests::everyFieldOfARequestCounts()
+{
+    QFETCH(bool, differ);
+    QVERIFY(differ);
 }
 
 void TstRequests::everyFieldOfAGroupCommandCounts()

@@ -22,6 +22,27 @@ const QByteArray kModulesRequest =
     QByteArray::fromHex("80818283010143500000000000000000050091f31000000000c695");
 constexpr int kFrameSize = 38;
 
+/// A peer that reads nothing of the 32 MiB of replies that it is sent.
+struct FloodedPeer
+{
+    FloodedPeer()
+    {
+        QString error;
+        QVERIFY2(link.open(0, &error), qPrintable(error));
+        QObject::connect(&link, &TcpLink::connected, &peer, [this](Connection *made) { connection = made; });
+        peer.setReadBufferSize(1);
+        peer.connectToHost(QHostAddress::LocalHost, link.port());
+        QTRY_VERIFY(connection);
+        const QByteArray replies(1 << 16, 'r');
+        for (int i = 0; i < 512; ++i)
+            connection->send(replies);
+    }
+
+    TcpLink link;
+    QTcpSocket peer;
+    Connection *connection = nullptr; // belongs to the link
+};
+
 } // namespace
 
 class TstSimLinks : public QObject
@@ -130,39 +151,19 @@ void TstSimLinks::wholeFastModuleStatusOverTcp()
 
 void TstSimLinks::peerThatDoesNotReadCostsLittleMemory()
 {
-    TcpLink link;
-    QString error;
-    QVERIFY2(link.open(0, &error), qPrintable(error));
-    Connection *connection = nullptr;
-    connect(&link, &TcpLink::connected, this, [&connection](Connection *made) { connection = made; });
-    QTcpSocket peer;
-    peer.setReadBufferSize(1);
-    peer.connectToHost(QHostAddress::LocalHost, link.port());
-    QTRY_VERIFY(connection);
-    const QByteArray replies(1 << 16, 'r');
-    for (int i = 0; i < 512; ++i)
-        connection->send(replies);
-    const auto *socket = connection->findChild<QTcpSocket *>();
+    FloodedPeer flooded;
+    QVERIFY(flooded.connection);
+    const auto *socket = flooded.connection->findChild<QTcpSocket *>();
     QVERIFY(socket->bytesToWrite() > 0);
     QVERIFY(socket->bytesToWrite() <= TcpLink::kMaximumUnsent);
 }
 
 void TstSimLinks::closeDoesNotWaitForAPeerThatDoesNotRead()
 {
-    TcpLink link;
-    QString error;
-    QVERIFY2(link.open(0, &error), qPrintable(error));
-    Connection *connection = nullptr;
-    connect(&link, &TcpLink::connected, this, [&connection](Connection *made) { connection = made; });
-    QTcpSocket peer;
-    peer.setReadBufferSize(1);
-    peer.connectToHost(QHostAddress::LocalHost, link.port());
-    QTRY_VERIFY(connection);
-    const QByteArray replies(1 << 16, 'r');
-    for (int i = 0; i < 512; ++i)
-        connection->send(replies);
-    QSignalSpy closed(connection, &Connection::closed);
-    connection->close(Milliseconds(0));
+    FloodedPeer flooded;
+    QVERIFY(flooded.connection);
+    QSignalSpy closed(flooded.connection, &Connection::closed);
+    flooded.connection->close(Milliseconds(0));
     QCOMPARE(closed.size(), 1);
 }
 
