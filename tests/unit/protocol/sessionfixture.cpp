@@ -1,6 +1,7 @@
 #include "sessionfixture.h"
 
 #include "protocol/commlinks.h"
+#include "protocol/records/fpgafwcommand.h"
 
 SessionFixture::SessionFixture()
 {
@@ -79,6 +80,18 @@ void SessionFixture::answerUntilCyclic()
     constexpr int kLongWalk = 200;
     for (int turn = 0; turn < kLongWalk && comm->state() != SessionState::Cyclic; ++turn)
         time.turn();
+}
+
+QList<QByteArray> SessionFixture::nextTurn()
+{
+    endTurn();
+    time.advance(500);
+    return sent();
+}
+
+QVariant SessionFixture::firmware(quint8 code, const QByteArray &data)
+{
+    return QVariant::fromValue(FPGAfwCommand{1, 2, 1, code, 3, quint16(data.size()), data});
 }
 
 QList<QByteArray> SessionFixture::sent()

@@ -11,7 +11,6 @@
 
 /// A session on scripted links in virtual time. The log is collected. Every signal of the session is noted
 /// in `events` by its name, those with a text or number with it: "DebugMsg(text)", "ModuleRead(3)".
-
 class SessionFixture : public QObject
 {
     Q_OBJECT
@@ -41,6 +40,12 @@ public:
 
     /// A reply that does nothing but end the turn.
     void endTurn() { reply(device::fastSystemStatus()); }
+
+    /// Ends the turn of the last request, starts the next one and tells what went out in it.
+    QList<QByteArray> nextTurn();
+
+    /// A command for the firmware queue with this code and data.
+    static QVariant firmware(quint8 code, const QByteArray &data = {});
 
     /// What went out since the last call, each payload in hex.
     QList<QByteArray> sent();

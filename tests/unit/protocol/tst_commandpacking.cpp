@@ -103,7 +103,9 @@ private slots:
     void requestsWithoutAChannelGiveNoPayload();
     void channelBOfModule128GivesNoPayload();
     void foreignValueGivesNoPayloadAndALine();
+    void packingIsLoggedByRecord_data();
     void packingIsLoggedByRecord();
+    void manualOffsetIsLoggedAsText();
     void systemCommands_data();
     void systemCommands();
     void systemResetIsAllZeros();
@@ -320,21 +322,37 @@ void TstCommandPacking::foreignValueGivesNoPayloadAndALine()
     QVERIFY(!command::packChannelRequest(QVariant::fromValue(FPGAfwCommand())));
 }
 
+void TstCommandPacking::packingIsLoggedByRecord_data()
+{
+    QTest::addColumn<int>("selector");
+    QTest::addColumn<QString>("beginning"); // behind the number of the type
+    const QString byte = QStringLiteral(" ===> setChannelCommand param2 + parameter1 + parameter2: ");
+    const QString text = QStringLiteral(" ===> setChannelCommand param2Str +parameter1 +parameter2: ");
+    QTest::newRow("nothing chosen") << 0 << byte;
+    QTest::newRow("index") << 1 << byte;
+    QTest::newRow("filter") << 4 << text;
+}
+
 void TstCommandPacking::packingIsLoggedByRecord()
 {
-    packed(snapshotT1(), 1);
-    QVERIFY(m_log->containsText(QStringLiteral(
-        "Packing Change Request Type 1 ===> setChannelCommand param2 + parameter1 + parameter2: ")));
-    m_log->clear();
+    QFETCH(int, selector);
+    QFETCH(QString, beginning);
+    packed(snapshotT1(), selector);
+    packed(snapshotT2(), selector);
+    packed(snapshotT3(), selector);
+    const QStringList lines = m_log->lines();
+    QCOMPARE(lines.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        const QString begin = QStringLiteral("Packing Change Request Type %1").arg(i + 1) + beginning;
+        QVERIFY2(lines.at(i).startsWith(begin), qPrintable(lines.at(i)));
+    }
+}
+
+void TstCommandPacking::manualOffsetIsLoggedAsText()
+{
     packed(snapshotT1(), 3);
-    QVERIFY(m_log->containsText(QStringLiteral(
-        "Packing Change Request Type 1 ===> setChannelCommand param2Str +parameter1 +parameter2: ")));
-    m_log->clear();
-    packed(snapshotT2(), 1);
-    QVERIFY(m_log->containsText(QStringLiteral("Packing Change Request Type 2 ===> setChannelCommand")));
-    m_log->clear();
-    packed(snapshotT3(), 1);
-    QVERIFY(m_log->containsText(QStringLiteral("Packing Change Request Type 3 ===> setChannelCommand")));
+    QVERIFY(m_log->containsText(QStringLiteral("Packing Change Request Type 1 ===> setChannelCommand "
+                                               "param2Str +parameter1 +parameter2: -12.5")));
 }
 
 void TstCommandPacking::systemCommands_data()

@@ -1,9 +1,9 @@
 #include "sessionfixture.h"
 
 #include "protocol/records/datagrams.h"
-#include "protocol/records/fpgafwcommand.h"
 
 #include <QtTest>
+#include <functional>
 
 namespace {
 
@@ -22,12 +22,9 @@ QVariant request(quint32 module, quint8 channel, ChannelSelector selector)
     return QVariant::fromValue(r);
 }
 
-QVariant firmware(quint8 b3, const QByteArray &data = {})
-{
-    return QVariant::fromValue(FPGAfwCommand{1, 2, 1, b3, 3, quint16(data.size()), data});
-}
-
 } // namespace
+
+Q_DECLARE_METATYPE(std::function<void(Communication &)>)
 
 /// What the rest of the program asks for, from the slot to the payload.
 class TstCommandSlots : public QObject
@@ -43,13 +40,21 @@ private slots:
     void cleanup() { s.reset(); }
 
     void channelRequestsGoOutOnePerTurn();
+    void everyKindOfRequestIsAddressedToTheController();
+    void linesOfAType2RequestComeInTheirOrder();
+    void samplingRatesBecomeTheirCodes_data();
     void samplingRatesBecomeTheirCodes();
     void unknownRatesFallToCode0();
     void voltageSupply();
     void channelChange();
     void powerSettingIsReadBack();
+    void systemResetGoesOutInTheNextTurn();
     void systemResetWaitsForEmptyQueues();
+    void systemResetWaitsForTheRefresh();
+    void systemResetWaitsForTheFirmwareCommands();
     void kindsOfWorkComeInTheirOrder();
+    void busyIsToldForEachEntry_data();
+    void busyIsToldForEachEntry();
     void busyIsToldBeforeTheEntryIsQueued();
     void slotsThatQueueNothingTellNothing();
     void requestWithoutChannelLeavesTheTurnToPolling();
@@ -60,88 +65,150 @@ private slots:
     void answeredStatusRequestIsTakenOut();
     void refreshGoesAfterTheQueues();
     void refreshIsAskedForAgainAfterAnotherReply();
-    void firmwareCommandsGoAsFastAsTheReplies();
-    void firmwareCommandsWaitForTheSemaphore();
-    void firmwareCommandsSilenceThePolling();
-    void firmwareResetBecomesTheSystemReset();
-    void firmwareCommandTooLongForAFrameIsDropped_data();
-    void firmwareCommandTooLongForAFrameIsDropped();
-    void firmwareTimerStopsItselfWhenTheQueueIsEmpty();
-    void clearedFirmwareCommandsAreNotSent();
-    void commandsAfterAnAbortWaitForANewStart();
-    void commandsWithoutAStartEndInTheCommTimeout();
-    void resetEmptiesTheFirmwareQueue();
-    void foreignFirmwareCommandDoesNotTakeTheSemaphore();
     void agreedPackRoutinesPack();
 
 private:
-    /// Ends the turn of the last request and starts the next one.
-    QList<QByteArray> nextTurn();
-
     std::unique_ptr<SessionFixture> s;
 };
-
-QList<QByteArray> TstCommandSlots::nextTurn()
-{
-    s->endTurn();
-    s->time.advance(500);
-    return s->sent();
-}
 
 void TstCommandSlots::channelRequestsGoOutOnePerTurn()
 {
     s->comm->queueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
     s->comm->queueChannelRequest(request<DatagramT2>(1, 2, ChannelSelector::AutoReset));
     s->comm->queueChannelRequest(request<DatagramT3>(64, 1, ChannelSelector::Filter));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"280000000181"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"280000000280"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"280000000181"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"280000000280"});
     QVERIFY(s->log.contains(text("ModuleType2 request Sent")));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"260000007f3000"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0800000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"260000007f3000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0800000000"});
+}
+
+void TstCommandSlots::everyKindOfRequestIsAddressedToTheController()
+{
+    s->comm->queueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
+    s->comm->Slot_SendChannnelChangeReq(1, 1);
+    s->comm->queueModuleStatus(3);
+    s->comm->Slot_SendSystemReset();
+    for (int turn = 0; turn < 4; ++turn) {
+        s->endTurn();
+        s->time.advance(500);
+    }
+    s->endTurn();
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
+    s->comm->Slot_StartFPGAprocess();
+    s->time.turn();
+    const QByteArrayList frames = s->serial->frames;
+    QCOMPARE(s->sent(), QList<QByteArray>({"280000000181", "1e000000010100", "1200000003", "2b000000000000",
+                                           "160102010103000000"}));
+    for (const QByteArray &frame : frames) {
+        QCOMPARE(frame.left(5).toHex(), QByteArray("8081828301"));
+        QCOMPARE(frame.mid(6, 2).toHex(), QByteArray("4350"));
+    }
+}
+
+void TstCommandSlots::linesOfAType2RequestComeInTheirOrder()
+{
+    s->comm->queueChannelRequest(request<DatagramT2>(1, 2, ChannelSelector::AutoReset));
+    s->comm->queueChannelRequest(request<DatagramT2>(128, 2, ChannelSelector::AutoReset));
+    s->nextTurn();
+    const QStringList lines = s->log.lines();
+    const QStringList packing = lines.filter(text("Packing Change Request Type 2 ===> setChannelCommand"));
+    QCOMPARE(packing.size(), 1);
+    QCOMPARE(lines.count(text("ModuleType2 request Sent")), 1);
+    QVERIFY(lines.indexOf(packing.first()) < lines.indexOf(text("ModuleType2 request Sent")));
+    s->log.clear();
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0800000000"}); // the second names no channel
+    QVERIFY(!s->log.contains(text("ModuleType2 request Sent")));
+}
+
+void TstCommandSlots::samplingRatesBecomeTheirCodes_data()
+{
+    QTest::addColumn<QString>("bitRate");
+    QTest::addColumn<QString>("channelCount");
+    QTest::addColumn<QByteArray>("payload");
+    QTest::newRow("first and last") << "40000"
+                                    << "256" << QByteArray("2a000000000700");
+    QTest::newRow("last and first") << "312"
+                                    << "2" << QByteArray("2a000000070000");
+    QTest::newRow("from the table of the dialog") << "10000"
+                                                  << "64" << QByteArray("2a000000020500");
 }
 
 void TstCommandSlots::samplingRatesBecomeTheirCodes()
 {
-    s->comm->Slot_SendSamplingRates(text("312"), text("256"));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"2a000000070700"});
-    QVERIFY(s->log.contains(text("System Settings request Sent")));
+    QFETCH(QString, bitRate);
+    QFETCH(QString, channelCount);
+    QFETCH(QByteArray, payload);
+    s->comm->Slot_SendSamplingRates(bitRate, channelCount);
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{payload});
+    QCOMPARE(s->log.lines().count(text("System Settings request Sent")), 1);
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0100000001"}); // what became of it is read back
 }
 
 void TstCommandSlots::unknownRatesFallToCode0()
 {
     s->comm->Slot_SendSamplingRates(text("9999"), text("3"));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"2a000000000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2a000000000000"});
 }
 
 void TstCommandSlots::voltageSupply()
 {
     s->comm->Slot_SendVoltageSupply(0xFF, 1, 0x78);
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1c000000ff0178"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1c000000ff0178"});
 }
 
 void TstCommandSlots::channelChange()
 {
     s->comm->Slot_SendChannnelChangeReq(5, 6);
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1e000000050600"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1e000000050600"});
 }
 
 void TstCommandSlots::powerSettingIsReadBack()
 {
     s->comm->Slot_SendPowerModuleSetting(1, 2, 0x1234);
     QCOMPARE(s->takeEvents(), QStringList({text("statusBusy"), text("statusBusy")}));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1800000001023412"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000081"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0800000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1800000001023412"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1200000081"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0800000000"});
+}
+
+void TstCommandSlots::systemResetGoesOutInTheNextTurn()
+{
+    s->comm->Slot_SendSystemReset();
+    QCOMPARE(s->sent(), QList<QByteArray>());
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2b000000000000"});
+    QCOMPARE(s->log.lines().count(text("System Reset request Sent")), 1);
 }
 
 void TstCommandSlots::systemResetWaitsForEmptyQueues()
 {
     s->comm->Slot_SendSystemReset();
     s->comm->queueModuleStatus(3);
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"2b000000000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1200000003"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2b000000000000"});
     QVERIFY(s->log.contains(text("System Reset request Sent")));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0800000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0800000000"});
+}
+
+void TstCommandSlots::systemResetWaitsForTheRefresh()
+{
+    s->comm->Slot_SendSystemReset();
+    s->comm->Slot_SendSamplingRates(text("5000"), text("16"));
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2a000000030300"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0100000001"});
+    s->reply(device::systemStatus({}, true));
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2b000000000000"});
+}
+
+void TstCommandSlots::systemResetWaitsForTheFirmwareCommands()
+{
+    s->comm->Slot_SendSystemReset();
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
+    QCOMPARE(s->nextTurn(), QList<QByteArray>());
+    s->comm->Slot_StartFPGAprocess();
+    s->time.turn();
+    QCOMPARE(s->sent(), QList<QByteArray>{"160102010103000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2b000000000000"});
 }
 
 void TstCommandSlots::kindsOfWorkComeInTheirOrder()
@@ -150,10 +217,40 @@ void TstCommandSlots::kindsOfWorkComeInTheirOrder()
     s->comm->queueModuleStatus(3);
     s->comm->Slot_SendVoltageSupply(1, 0, 0);
     s->comm->queueChannelRequest(request<DatagramT1>(2, 1, ChannelSelector::Autozero));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"280000000381"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1c000000010000"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"2b000000000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"280000000381"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1c000000010000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1200000003"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2b000000000000"});
+}
+
+void TstCommandSlots::busyIsToldForEachEntry_data()
+{
+    using Order = std::function<void(Communication &)>;
+    QTest::addColumn<Order>("order");
+    QTest::addColumn<int>("times");
+    const auto row = [](const char *name, int times, const Order &order) {
+        QTest::newRow(name) << order << times;
+    };
+    row("type 1", 1, [](Communication &c) {
+        c.queueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
+    });
+    row("request without a channel", 1, [](Communication &c) {
+        c.queueChannelRequest(request<DatagramT1>(1, 0, ChannelSelector::ShuntAll));
+    });
+    row("module status", 1, [](Communication &c) { c.queueModuleStatus(3); });
+    row("rates", 1, [](Communication &c) { c.Slot_SendSamplingRates(text("312"), text("2")); });
+    row("voltage supply", 1, [](Communication &c) { c.Slot_SendVoltageSupply(1, 1, 1); });
+    row("channel change", 1, [](Communication &c) { c.Slot_SendChannnelChangeReq(1, 1); });
+    row("power and its status", 2, [](Communication &c) { c.Slot_SendPowerModuleSetting(1, 1, 1); });
+    row("firmware", 1, [](Communication &c) { c.Slot_FirmwareCommands(SessionFixture::firmware(1)); });
+}
+
+void TstCommandSlots::busyIsToldForEachEntry()
+{
+    QFETCH(std::function<void(Communication &)>, order);
+    QFETCH(int, times);
+    order(*s->comm);
+    QCOMPARE(s->takeEvents(), QVector<QString>(times, text("statusBusy")).toList());
 }
 
 void TstCommandSlots::busyIsToldBeforeTheEntryIsQueued()
@@ -167,19 +264,19 @@ void TstCommandSlots::busyIsToldBeforeTheEntryIsQueued()
     s->endTurn();
     s->comm->queueModuleStatus(3);
     QCOMPARE(sentInside, QList<QByteArray>{"0800000000"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1200000003"});
     sentInside.clear();
     s->endTurn();
     s->comm->queueChannelRequest(request<DatagramT1>(1, 1, ChannelSelector::Autozero));
     QCOMPARE(sentInside, QList<QByteArray>{"0800000000"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"280000000181"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"280000000181"});
     sentInside.clear();
     s->endTurn();
     s->comm->Slot_SendChannnelChangeReq(1, 1);
     QCOMPARE(sentInside, QList<QByteArray>{"0800000000"});
     sentInside.clear();
     s->endTurn();
-    s->comm->Slot_FirmwareCommands(firmware(1));
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
     QCOMPARE(sentInside, QList<QByteArray>{"1e000000010100"});
 }
 
@@ -210,7 +307,7 @@ void TstCommandSlots::requestWithoutChannelLeavesTheTurnToTheNextKind()
 {
     s->comm->queueChannelRequest(request<DatagramT1>(1, 0, ChannelSelector::ShuntAll));
     s->comm->queueModuleStatus(4);
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000004"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1200000004"});
 }
 
 void TstCommandSlots::requestTooLongForAFrameIsDropped_data()
@@ -254,180 +351,27 @@ void TstCommandSlots::answeredStatusRequestIsTakenOut()
     s->comm->queueModuleStatus(3);
     s->comm->queueModuleStatus(4);
     s->reply(device::moduleStatus(3, 1)); // whatever brought it
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000004"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0800000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1200000004"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0800000000"});
 }
 
 void TstCommandSlots::refreshGoesAfterTheQueues()
 {
     s->comm->Slot_SendSamplingRates(text("5000"), text("16"));
     s->comm->queueModuleStatus(3);
-    QCOMPARE(nextTurn(), QList<QByteArray>{"2a000000030300"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0100000001"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"2a000000030300"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"1200000003"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0100000001"});
 }
 
 void TstCommandSlots::refreshIsAskedForAgainAfterAnotherReply()
 {
     s->comm->Slot_SendSamplingRates(text("5000"), text("16"));
-    nextTurn();
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0100000001"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0100000001"}); // a fast status came in its place
+    s->nextTurn();
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0100000001"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0100000001"}); // a fast status came in its place
     s->reply(device::systemStatus({}, true));
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0800000000"});
-}
-
-void TstCommandSlots::firmwareCommandsGoAsFastAsTheReplies()
-{
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->comm->Slot_FirmwareCommands(firmware(0xE1, "ab"));
-    s->comm->Slot_FirmwareCommands(firmware(0));
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>{"160102010103000000"});
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    s->endTurn();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>{"16010201e1030002006162"});
-    s->endTurn();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>{"160102010003000000"});
-    QCOMPARE(s->time.elapsedMs(), qint64(0));
-}
-
-void TstCommandSlots::firmwareCommandsWaitForTheSemaphore()
-{
-    s->time.advance(500); // a poll is out
-    s->forget();
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    s->endTurn();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>{"160102010103000000"});
-}
-
-void TstCommandSlots::firmwareCommandsSilenceThePolling()
-{
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->comm->Slot_FirmwareCommands(firmware(0));
-    s->comm->queueModuleStatus(3);
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    s->forget();
-    s->time.advance(3000);
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    s->endTurn(); // holds the comm time-out off
-    s->time.advance(1500);
-    QCOMPARE(s->sent(), QList<QByteArray>{"160102010003000000"});
-    QCOMPARE(nextTurn(), QList<QByteArray>{"1200000003"}); // the queue is empty: the cycle goes on
-}
-
-void TstCommandSlots::firmwareResetBecomesTheSystemReset()
-{
-    s->comm->Slot_FirmwareCommands(firmware(0x2B));
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>{"2b000000000000"});
-    QCOMPARE(s->log.lines().count(text("System Reset request Sent")), 1);
-}
-
-void TstCommandSlots::firmwareCommandTooLongForAFrameIsDropped_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::addColumn<bool>("goesOut");
-    QTest::newRow("a full frame") << 1300 - 9 << true;
-    QTest::newRow("one byte more") << 1300 - 8 << false;
-    QTest::newRow("beyond 16 bits") << 70000 << false;
-}
-
-void TstCommandSlots::firmwareCommandTooLongForAFrameIsDropped()
-{
-    QFETCH(int, size);
-    QFETCH(bool, goesOut);
-    s->comm->Slot_FirmwareCommands(firmware(0xE1, QByteArray(size, 'x')));
-    s->comm->Slot_FirmwareCommands(firmware(0));
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    QCOMPARE(s->serial->frames.size(), goesOut ? 1 : 0);
-    QCOMPARE(s->log.lines(QtCriticalMsg).size(), goesOut ? 0 : 1);
-    if (goesOut) {
-        QCOMPARE(s->serial->frames.first().size(), 1322);
-        return;
-    }
-    QVERIFY(s->log.containsText(QStringLiteral("too long for a frame: %1 bytes").arg(size + 9)));
-    s->time.turn(); // it did not take the semaphore
-    QCOMPARE(s->sent(), QList<QByteArray>{"160102010003000000"});
-}
-
-void TstCommandSlots::firmwareTimerStopsItselfWhenTheQueueIsEmpty()
-{
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->time.turn();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>()); // the timer runs no more
-}
-
-void TstCommandSlots::clearedFirmwareCommandsAreNotSent()
-{
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->comm->Slot_StartFPGAprocess();
-    s->comm->Slot_ClearFirmwrCommands();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    QCOMPARE(nextTurn(), QList<QByteArray>{"0800000000"});
-}
-
-void TstCommandSlots::commandsAfterAnAbortWaitForANewStart()
-{
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->comm->Slot_StartFPGAprocess();
-    s->comm->Slot_ClearFirmwrCommands();
-    s->comm->Slot_FirmwareCommands(firmware(0));
-    s->comm->Slot_FirmwareCommands(firmware(0x2B));
-    s->time.advance(1000);
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>{"160102010003000000"});
-}
-
-void TstCommandSlots::commandsWithoutAStartEndInTheCommTimeout()
-{
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->forget();
-    s->time.advance(4000);
-    QCOMPARE(s->takeEvents().first(), text("CleanSlate"));
-    QCOMPARE(s->sent(), QList<QByteArray>{"0100000001"});
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>()); // the reset emptied the queue
-}
-
-void TstCommandSlots::resetEmptiesTheFirmwareQueue()
-{
-    s->comm->Slot_FirmwareCommands(firmware(1));
-    s->comm->Slot_StartFPGAprocess();
-    s->reply(device::fastSystemStatus(1));
-    s->forget();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>());
-}
-
-void TstCommandSlots::foreignFirmwareCommandDoesNotTakeTheSemaphore()
-{
-    s->comm->Slot_FirmwareCommands(QVariant(5));
-    s->comm->Slot_FirmwareCommands(firmware(0));
-    s->comm->Slot_StartFPGAprocess();
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>());
-    s->time.turn();
-    QCOMPARE(s->sent(), QList<QByteArray>{"160102010003000000"});
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{"0800000000"});
 }
 
 void TstCommandSlots::agreedPackRoutinesPack()
