@@ -1,12 +1,12 @@
 #include "modules/widgets/dialog_manualoffset.h"
 
 #include "base/gui/fonts.h"
+#include "modules/widgets/buttonnames.h"
 #include "modules/widgets/dialogflags.h"
 
 #include "ui_dialog_manualoffset.h"
 
 #include <QDebug>
-#include <QPushButton>
 
 namespace {
 
@@ -27,7 +27,7 @@ Dialog_ManualOffset::Dialog_ManualOffset(const QString &value, double /*minimum*
 {
     setFont(fonts::text());
     m_ui->setupUi(this); // also joins the buttons to the slots named after them
-    nameButtons();
+    nameButtons(*m_ui->buttonBox);
     setFixedSize(kSize.expandedTo(minimumSizeHint()));
     if (m_value == automatic()) {
         m_ui->radioButton_OptionAuto->setChecked(true); // the line edit stays enabled, on purpose
@@ -39,18 +39,6 @@ Dialog_ManualOffset::Dialog_ManualOffset(const QString &value, double /*minimum*
 }
 
 Dialog_ManualOffset::~Dialog_ManualOffset() = default;
-
-void Dialog_ManualOffset::nameButtons()
-{
-    const auto name = [this](QDialogButtonBox::StandardButton which, const QString &object,
-                             const QString &spoken) {
-        QPushButton *button = m_ui->buttonBox->button(which);
-        button->setObjectName(object);
-        button->setAccessibleName(spoken);
-    };
-    name(QDialogButtonBox::Ok, QStringLiteral("okButton"), tr("Ok"));
-    name(QDialogButtonBox::Cancel, QStringLiteral("cancelButton"), tr("Cancel"));
-}
 
 void Dialog_ManualOffset::on_radioButton_OptionManual_clicked()
 {

@@ -33,8 +33,6 @@ public slots:
     void on_buttonBox_rejected();
 
 private:
-    void nameButtons();
-
     std::unique_ptr<Ui::Dialog_ManualOffset> m_ui;
     QString m_value;
 };

@@ -34,7 +34,7 @@ signals:
     /// Emitted when Return or Enter is pressed; not while the key is held and repeats.
     void enterPress();
 
-    /// Emitted each time the text changes, whatever the cause.
+    /// Emitted each time the operator edits the text; a step or setValue() does not.
     void textAltered(QString text);
 
     /// Emitted when Return or Enter is pressed with Shift, in place of enterPress().

@@ -9,9 +9,8 @@ constexpr int kVisibleItems = 20;
 
 bool isShiftPress(const QEvent &event)
 {
-    const bool isPress =
-        event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
-    return isPress && static_cast<const QMouseEvent &>(event).modifiers() == Qt::ShiftModifier;
+    return event.type() == QEvent::MouseButtonPress &&
+           static_cast<const QMouseEvent &>(event).modifiers() == Qt::ShiftModifier;
 }
 
 } // namespace
@@ -25,8 +24,12 @@ QComboBoxNoWheel::QComboBoxNoWheel(QWidget *parent)
 void QComboBoxNoWheel::showPopup()
 {
     // The list is made when it is asked for the first time: a window has hundreds of boxes, and most of
-    // them are never opened. To install a filter again does nothing.
-    view()->viewport()->installEventFilter(this);
+    // them are never opened. Of two filters the one that was installed last sees an event first. That must
+    // be the list's own window: soon after the opening it takes a release for a pick only if it saw the
+    // press.
+    QWidget *viewport = view()->viewport();
+    viewport->installEventFilter(this);
+    viewport->installEventFilter(view()->parentWidget());
     QComboBox::showPopup();
 }
 

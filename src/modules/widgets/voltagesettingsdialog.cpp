@@ -1,6 +1,7 @@
 #include "modules/widgets/voltagesettingsdialog.h"
 
 #include "base/gui/fonts.h"
+#include "modules/widgets/buttonnames.h"
 
 #include "ui_voltagesettingsdialog.h"
 
@@ -10,6 +11,7 @@ VoltageSettingsDialog::VoltageSettingsDialog(QWidget *parent)
 {
     setFont(fonts::text());
     m_ui->setupUi(this);
+    nameButtons(*m_ui->buttonBox);
 }
 
 VoltageSettingsDialog::~VoltageSettingsDialog() = default;

@@ -1,0 +1,288 @@
+#include "modules/widgets/qcomboboxnowheel.h"
+
+#include "wheelinarea.h"
+
+#include <QAbstractItemView>
+#include <QSignalSpy>
+#include <QStringListModel>
+#include <QWindow>
+#include <QtTest>
+
+class TstQComboBoxNoWheel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void focusComesByTabAndClickOnly();
+    void showsAtMostTwentyItems();
+    void listIsMadeWhenItIsOpenedFirst();
+    void wheelWithoutFocusScrollsTheList();
+    void wheelWithFocusStepsTheBox();
+    void wheelDoesNotGiveTheFocus();
+
+    void shiftPickIsAnnouncedBeforeItComes();
+    void shiftPickWorksByTheWindowSystem();
+    void shiftPickOfTheCurrentItemIsAPick();
+    void listDoesNotSeeTheShiftPress();
+    void plainPickIsNotAnnounced();
+    void otherModifiersAreNotAnnounced_data();
+    void otherModifiersAreNotAnnounced();
+    void eachPickIsAnnouncedOnce();
+    void releaseElsewherePicksTheItemThere();
+    void pressBesideTheItemsIsAnnounced();
+    void pickSoonAfterTheOpeningCounts();
+    void pickByKeysIsNotAnnounced();
+    void modelMayComeAfterTheListWasOpened();
+    void emptyBoxCanBeOpened();
+
+private:
+    QWidget *viewport() const { return m_box->view()->viewport(); }
+    QPoint placeOf(int row) const;
+    void open();
+    void press(int row, Qt::KeyboardModifiers modifiers);
+    void release(int row, Qt::KeyboardModifiers modifiers);
+
+    std::unique_ptr<QComboBoxNoWheel> m_box;
+    QStringList m_events; ///< signals of the box, in their order
+};
+
+void TstQComboBoxNoWheel::init()
+{
+    m_box = std::make_unique<QComboBoxNoWheel>();
+    m_box->addItems({"a", "b", "c", "d"});
+    m_events.clear();
+    connect(m_box.get(), &QComboBoxNoWheel::Signal_ShiftClick, this, [this] { m_events.append("shift"); });
+    connect(m_box.get(), qOverload<int>(&QComboBox::activated), this,
+            [this](int index) { m_events.append(QString::number(index)); });
+}
+
+void TstQComboBoxNoWheel::cleanup()
+{
+    m_box.reset();
+}
+
+QPoint TstQComboBoxNoWheel::placeOf(int row) const
+{
+    // The items are wider than the list may be.
+    return {viewport()->width() / 2, m_box->view()->visualRect(m_box->model()->index(row, 0)).center().y()};
+}
+
+void TstQComboBoxNoWheel::open()
+{
+    m_box->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_box.get()));
+    m_box->setFocus();
+    QTest::keyClick(m_box.get(), Qt::Key_Down, Qt::AltModifier);
+    QTRY_VERIFY(m_box->view()->isVisible());
+}
+
+void TstQComboBoxNoWheel::press(int row, Qt::KeyboardModifiers modifiers)
+{
+    QTest::mousePress(viewport(), Qt::LeftButton, modifiers, placeOf(row));
+}
+
+void TstQComboBoxNoWheel::release(int row, Qt::KeyboardModifiers modifiers)
+{
+    QTest::mouseRelease(viewport(), Qt::LeftButton, modifiers, placeOf(row));
+}
+
+void TstQComboBoxNoWheel::focusComesByTabAndClickOnly()
+{
+    QCOMPARE(m_box->focusPolicy(), Qt::StrongFocus);
+}
+
+void TstQComboBoxNoWheel::showsAtMostTwentyItems()
+{
+    QCOMPARE(m_box->maxVisibleItems(), 20);
+}
+
+void TstQComboBoxNoWheel::listIsMadeWhenItIsOpenedFirst()
+{
+    QVERIFY(m_box->findChildren<QAbstractItemView *>().isEmpty());
+    open();
+    QCOMPARE(m_box->findChildren<QAbstractItemView *>().size(), 1);
+}
+
+void TstQComboBoxNoWheel::wheelWithoutFocusScrollsTheList()
+{
+    auto *box = m_box.release();
+    WheelInArea list(box);
+    QVERIFY(QTest::qWaitForWindowActive(&list.area()));
+    list.area().setFocus();
+    list.turn();
+    QCOMPARE(box->currentIndex(), 0);
+    QVERIFY(list.scrolled() > 0);
+    QCOMPARE(m_events, QStringList());
+}
+
+void TstQComboBoxNoWheel::wheelWithFocusStepsTheBox()
+{
+    auto *box = m_box.release();
+    WheelInArea list(box);
+    QVERIFY(QTest::qWaitForWindowActive(&list.area()));
+    box->setFocus();
+    QVERIFY(box->hasFocus());
+    list.turn();
+    QCOMPARE(box->currentIndex(), 1);
+    QCOMPARE(list.scrolled(), 0);
+    QCOMPARE(m_events, QStringList{"1"});
+}
+
+void TstQComboBoxNoWheel::wheelDoesNotGiveTheFocus()
+{
+    auto *box = m_box.release();
+    WheelInArea list(box);
+    QVERIFY(QTest::qWaitForWindowActive(&list.area()));
+    list.area().setFocus();
+    list.turn();
+    QVERIFY(!box->hasFocus());
+}
+
+void TstQComboBoxNoWheel::shiftPickIsAnnouncedBeforeItComes()
+{
+    open();
+    press(2, Qt::ShiftModifier);
+    QCOMPARE(m_events, QStringList{"shift"});
+    QVERIFY(m_box->view()->isVisible());
+    release(2, Qt::ShiftModifier);
+    QCOMPARE(m_events, (QStringList{"shift", "2"}));
+    QCOMPARE(m_box->currentIndex(), 2);
+    QVERIFY(!m_box->view()->isVisible());
+}
+
+void TstQComboBoxNoWheel::shiftPickWorksByTheWindowSystem()
+{
+    open();
+    QWidget *popup = m_box->view()->window();
+    QVERIFY(QTest::qWaitForWindowExposed(popup));
+    const QPoint place = viewport()->mapTo(popup, placeOf(3));
+    QTest::mousePress(popup->windowHandle(), Qt::LeftButton, Qt::ShiftModifier, place);
+    QTest::mouseRelease(popup->windowHandle(), Qt::LeftButton, Qt::ShiftModifier, place);
+    QTRY_COMPARE(m_events, (QStringList{"shift", "3"}));
+}
+
+void TstQComboBoxNoWheel::shiftPickOfTheCurrentItemIsAPick()
+{
+    open();
+    press(0, Qt::ShiftModifier);
+    release(0, Qt::ShiftModifier);
+    QCOMPARE(m_events, (QStringList{"shift", "0"}));
+}
+
+void TstQComboBoxNoWheel::listDoesNotSeeTheShiftPress()
+{
+    open();
+    const QSignalSpy pressed(m_box->view(), &QAbstractItemView::pressed);
+    press(1, Qt::ShiftModifier);
+    QCOMPARE(pressed.count(), 0);
+    press(1, Qt::NoModifier);
+    QCOMPARE(pressed.count(), 1);
+}
+
+void TstQComboBoxNoWheel::plainPickIsNotAnnounced()
+{
+    open();
+    press(2, Qt::NoModifier);
+    release(2, Qt::NoModifier);
+    QCOMPARE(m_events, QStringList{"2"});
+}
+
+void TstQComboBoxNoWheel::otherModifiersAreNotAnnounced_data()
+{
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::newRow("ctrl") << Qt::KeyboardModifiers(Qt::ControlModifier);
+    QTest::newRow("alt") << Qt::KeyboardModifiers(Qt::AltModifier);
+    QTest::newRow("meta") << Qt::KeyboardModifiers(Qt::MetaModifier);
+    QTest::newRow("shift and ctrl") << (Qt::ShiftModifier | Qt::ControlModifier);
+    QTest::newRow("shift and alt") << (Qt::ShiftModifier | Qt::AltModifier);
+}
+
+void TstQComboBoxNoWheel::otherModifiersAreNotAnnounced()
+{
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    open();
+    press(2, modifiers);
+    release(2, modifiers);
+    QVERIFY(!m_events.contains("shift"));
+}
+
+void TstQComboBoxNoWheel::eachPickIsAnnouncedOnce()
+{
+    for (int row = 0; row < 4; ++row) {
+        open(); // again and again, the filter of the list stays one
+        press(row, Qt::ShiftModifier);
+        release(row, Qt::ShiftModifier);
+    }
+    QCOMPARE(m_events, (QStringList{"shift", "0", "shift", "1", "shift", "2", "shift", "3"}));
+}
+
+void TstQComboBoxNoWheel::releaseElsewherePicksTheItemThere()
+{
+    open();
+    press(2, Qt::ShiftModifier);
+    QMouseEvent move(QEvent::MouseMove, placeOf(1), viewport()->mapToGlobal(placeOf(1)), Qt::NoButton,
+                     Qt::LeftButton, Qt::ShiftModifier);
+    QApplication::sendEvent(viewport(), &move);
+    release(1, Qt::ShiftModifier);
+    QCOMPARE(m_events, (QStringList{"shift", "1"}));
+}
+
+void TstQComboBoxNoWheel::pressBesideTheItemsIsAnnounced()
+{
+    open();
+    const QPoint below(placeOf(3).x(), placeOf(3).y() + 500);
+    QVERIFY(!m_box->view()->indexAt(below).isValid());
+    QTest::mousePress(viewport(), Qt::LeftButton, Qt::ShiftModifier, below);
+    QCOMPARE(m_events, QStringList{"shift"});
+    QCOMPARE(m_box->view()->currentIndex().row(), 0);
+}
+
+void TstQComboBoxNoWheel::pickSoonAfterTheOpeningCounts()
+{
+    // Within the time of a double click the list mistrusts a release, unless it saw the press.
+    const int usual = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(60000);
+    open();
+    press(2, Qt::ShiftModifier);
+    release(2, Qt::ShiftModifier);
+    QApplication::setDoubleClickInterval(usual);
+    QCOMPARE(m_events, (QStringList{"shift", "2"}));
+}
+
+void TstQComboBoxNoWheel::pickByKeysIsNotAnnounced()
+{
+    open();
+    QTest::keyClick(m_box->view(), Qt::Key_Down);
+    QTest::keyClick(m_box->view(), Qt::Key_Return);
+    QCOMPARE(m_events, QStringList{"1"});
+}
+
+void TstQComboBoxNoWheel::modelMayComeAfterTheListWasOpened()
+{
+    open();
+    m_box->hidePopup();
+    QStringListModel model({"x", "y"});
+    m_box->setModel(&model);
+    m_events.clear();
+    open();
+    press(1, Qt::ShiftModifier);
+    release(1, Qt::ShiftModifier);
+    QCOMPARE(m_events, (QStringList{"shift", "1"}));
+    QCOMPARE(m_box->currentText(), QStringLiteral("y"));
+    m_box.reset(); // before its model
+}
+
+void TstQComboBoxNoWheel::emptyBoxCanBeOpened()
+{
+    m_box->clear();
+    m_box->show();
+    m_box->showPopup();
+    QVERIFY(!m_box->view()->isVisible());
+    QCOMPARE(m_events, QStringList());
+}
+
+QTEST_MAIN(TstQComboBoxNoWheel)
+#include "tst_qcomboboxnowheel.moc"
