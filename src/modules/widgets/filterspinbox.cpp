@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kStep = 100; // Hz
+constexpr qint64 kStep = 100; // Hz
 
 bool isReturn(const QKeyEvent &event)
 {

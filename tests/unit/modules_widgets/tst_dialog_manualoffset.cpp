@@ -1,7 +1,6 @@
 #include "modules/widgets/dialog_manualoffset.h"
 
 #include "dialoglook.h"
-#include "modules/widgets/dialogflags.h"
 #include "support/childbyname.h"
 #include "support/messagecatcher.h"
 
