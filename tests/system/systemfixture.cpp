@@ -78,6 +78,12 @@ void SystemFixture::useProductTimeouts()
     periods.initSequence = CommPeriods().initSequence;
 }
 
+void SystemFixture::usePatientTimeouts()
+{
+    periods.comm = std::chrono::minutes(1);
+    periods.initSequence = std::chrono::minutes(1);
+}
+
 void SystemFixture::start()
 {
     const QString mode = m_kind == LinkKind::Tcp ? QStringLiteral("TCP") : QStringLiteral("Serial");

@@ -2,9 +2,9 @@
 
 #include "app/framework_ctrllr.h"
 #include "app/framework_view.h"
-#include "base/timesource.h"
 #include "sim/chain.h"
 #include "sim/server.h"
+#include "skippingtime.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
@@ -21,7 +21,7 @@ public:
     explicit SystemFixture(LinkKind kind);
     ~SystemFixture();
 
-    SystemTime time;
+    SkippingTime time; ///< of the program and of the chain
     QTemporaryDir folder;
     /// Short ones for the cycle and the time-outs; to be changed before start().
     CommPeriods periods;
@@ -40,6 +40,9 @@ public:
     /// Lets the session wait for replies as long as the product does: for tests in which no reply is missing
     /// and a busy machine must not look like a silent device.
     void useProductTimeouts();
+
+    /// Lets it wait for a minute: for tests that skip many seconds while the device answers.
+    void usePatientTimeouts();
 
     /// Starts the program with a settings file that names the link.
     void start();
