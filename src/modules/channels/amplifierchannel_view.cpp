@@ -230,13 +230,13 @@ void AmplifierChannel_View::sendFilterWithWarning()
 
 void AmplifierChannel_View::showFilterWarning()
 {
-    // Showing the box takes the focus from the filter, which may send and warn once more.
     if (m_filterWarning && m_filterWarning->isVisible())
         return;
     m_filterWarning = new QMessageBox(
         QMessageBox::Warning, QStringLiteral("Warning"),
         QStringLiteral("Warning: Filter response may be deteriorated below 200 Hz filter frequency."),
-        QMessageBox::Ok, this, dialogFlags());
+        QMessageBox::Ok, this);
+    m_filterWarning->setWindowFlags(dialogFlags()); // a message box would add some of its own
     m_filterWarning->setObjectName(QStringLiteral("filterWarningBox"));
     m_filterWarning->setAttribute(Qt::WA_DeleteOnClose);
     m_filterWarning->setModal(true);

@@ -121,7 +121,8 @@ void BridgeChannel_View::Slot_BridgeShiftClick()
 
 void BridgeChannel_View::on_pushButton_ManualOffset_clicked()
 {
-    if (!acceptsInput() || m_offsetDialog)
+    const bool isOpen = m_offsetDialog && m_offsetDialog->isVisible();
+    if (!acceptsInput() || isOpen)
         return;
     m_offsetDialog = new Dialog_ManualOffset(QString::fromStdString(m_manualOffset), m_offsetMin, m_offsetMax,
                                              m_offsetStep, this);
