@@ -50,10 +50,22 @@ ChannelModule_Ctrllr::ChannelModule_Ctrllr(Parts parts, const ChannelSetup &limi
     }
 }
 
+ChannelModule_Ctrllr::~ChannelModule_Ctrllr()
+{
+    // The row goes after this object: a filter box that loses the focus then must find nobody.
+    ChannelModule_Ctrllr::retire();
+}
+
 void ChannelModule_Ctrllr::retire()
 {
-    if (GetView()) // else the window took the row along
-        m_row->disableUpdates();
+    for (const auto &entry : m_pending) {
+        for (const auto &display : entry.second)
+            display->cancel();
+    }
+    if (!GetView()) // the window took the row along
+        return;
+    m_row->disableUpdates();
+    m_row->disconnect(this); // some gestures act though updates are disabled
 }
 
 void ChannelModule_Ctrllr::addParameter(ChannelParameter parameter, TimeOverSlot slotA, TimeOverSlot slotB)

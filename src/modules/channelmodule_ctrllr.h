@@ -24,6 +24,8 @@ class ChannelModule_Ctrllr : public AnalogModule_Ctrllr
     Q_OBJECT
 
 public:
+    ~ChannelModule_Ctrllr() override;
+
     void retire() override;
 
 protected:

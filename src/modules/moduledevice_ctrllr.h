@@ -38,6 +38,7 @@ public:
     virtual void SetChannelT3Values(int channel, const ChannelRecord &values);
     virtual void SetChannelT4Values(int channel, const ChannelRecord &values);
 
-    /// The row is about to be removed: from now on it asks for nothing, though it may still lose the focus.
+    /// The row is about to be removed: from now on it asks for nothing, whatever is done to it, and nothing
+    /// that is pending fetches a status. It may still lose the focus.
     virtual void retire() = 0;
 };

@@ -27,6 +27,12 @@ void PendingDisplay::statusArrived()
         m_callbacks.showLatest();
 }
 
+void PendingDisplay::cancel()
+{
+    m_timer.stop();
+    m_parameter.clear();
+}
+
 void PendingDisplay::timeOver()
 {
     m_timer.stop();

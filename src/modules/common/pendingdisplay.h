@@ -40,6 +40,9 @@ public:
     /// keeps running and asks for the status.
     void clear() { m_parameter.clear(); }
 
+    /// Nothing is pending any more, and a timer that runs ends without a word.
+    void cancel();
+
     bool isPending() const { return m_parameter.isPending(); }
 
 private:

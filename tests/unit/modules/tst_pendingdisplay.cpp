@@ -62,6 +62,7 @@ private slots:
     void statusWithoutAChangeShowsAtOnce();
     void timeOverShowsBeforeItAsks();
     void clearedDisplayHoldsNothingBack();
+    void cancelledDisplayEndsWithoutAWord();
     void autozeroShowsAndAsksForNothingByItself();
     void ownSlotStandsInForTheEndOfTheTime();
     void deletedWhilePendingStaysSilent();
@@ -222,6 +223,25 @@ void TstPendingDisplay::clearedDisplayHoldsNothingBack()
     QCOMPARE(parameter.requests, 1);
     parameter.status(4);
     QCOMPARE(parameter.screen, 4);
+}
+
+void TstPendingDisplay::cancelledDisplayEndsWithoutAWord()
+{
+    VirtualTime time;
+    Parameter parameter(time);
+    parameter.change(7);
+    parameter.status(3);
+    parameter.display.cancel();
+    QVERIFY(!parameter.display.isPending());
+    time.advance(5000);
+    QCOMPARE(parameter.requests, 0);
+    QCOMPARE(parameter.screen, 7);
+    // It can be used again.
+    parameter.status(4);
+    QCOMPARE(parameter.screen, 4);
+    parameter.change(8);
+    time.advance(1000);
+    QCOMPARE(parameter.requests, 1);
 }
 
 void TstPendingDisplay::autozeroShowsAndAsksForNothingByItself()
