@@ -18,7 +18,15 @@ class Module
 {
 public:
     explicit Module(int typeCode, int number = 3, int firstChannel = 5)
-        : controller(createModule(static_cast<quint8>(typeCode), number, firstChannel, time, nullptr))
+        : m_ownTime(std::make_unique<VirtualTime>())
+        , time(*m_ownTime)
+        , controller(createModule(static_cast<quint8>(typeCode), number, firstChannel, time, nullptr))
+    {}
+
+    /// One of several modules in the same time, which must outlive them.
+    Module(VirtualTime &sharedTime, int typeCode, int number, int firstChannel)
+        : time(sharedTime)
+        , controller(createModule(static_cast<quint8>(typeCode), number, firstChannel, time, nullptr))
     {}
 
     QString text(const char *name) const { return childByName<QLabel>(controller->GetView(), name)->text(); }
@@ -60,7 +68,11 @@ public:
                text("ChDeviceLabel_B");
     }
 
-    VirtualTime time;
+private:
+    std::unique_ptr<VirtualTime> m_ownTime; ///< none if several modules share one
+
+public:
+    VirtualTime &time;
     std::unique_ptr<AnalogModule_Ctrllr> controller;
 };
 
