@@ -20,10 +20,11 @@ constexpr int kUsualAbsenceMs = 1000;
 const QStringList &actionNames()
 {
     // In the order of FaultRule::Action.
-    static const QStringList names = {
-        QStringLiteral("lose"),       QStringLiteral("silence"), QStringLiteral("close"),
-        QStringLiteral("reset-flag"), QStringLiteral("delay"),   QStringLiteral("unknown-code"),
-        QStringLiteral("originator"), QStringLiteral("corrupt"), QStringLiteral("cut")};
+    static const QStringList names = {QStringLiteral("lose"),       QStringLiteral("silence"),
+                                      QStringLiteral("close"),      QStringLiteral("reset-flag"),
+                                      QStringLiteral("delay"),      QStringLiteral("unknown-code"),
+                                      QStringLiteral("originator"), QStringLiteral("corrupt"),
+                                      QStringLiteral("cut"),        QStringLiteral("twice")};
     return names;
 }
 
@@ -65,6 +66,7 @@ void readParameters(ScriptLine &line, FaultRule *rule)
     switch (rule->action) {
     case FaultRule::Action::Lose:
     case FaultRule::Action::ResetFlag:
+    case FaultRule::Action::Twice:
         break;
     case FaultRule::Action::Close:
         rule->time = Milliseconds(line.integer(QStringLiteral("ms"), kUsualAbsenceMs, 0, kAnyNumber));
@@ -209,6 +211,9 @@ void FaultScript::apply(const FaultRule &rule, Milliseconds now, FaultPlan *plan
         break;
     case FaultRule::Action::Cut:
         plan->cut = rule.cut;
+        break;
+    case FaultRule::Action::Twice:
+        plan->twice = true;
         break;
     }
 }

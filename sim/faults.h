@@ -29,6 +29,7 @@ struct FaultPlan
     bool silence = false;    ///< the device does not even take the request
     bool lose = false;       ///< the request is carried out, the reply does not arrive
     bool close = false;      ///< the connection is closed in place of the reply
+    bool twice = false;      ///< the reply comes twice, in two frames
     Milliseconds absence{0}; ///< after `close`: how long a terminal is away
     bool resetFlag = false;
     Milliseconds delay{0};
@@ -46,7 +47,18 @@ struct FaultPlan
 /// One rule. Of the requests that pass the filters the triggers pick some.
 struct FaultRule
 {
-    enum class Action { Lose, Silence, Close, ResetFlag, Delay, UnknownCode, Originator, Corrupt, Cut };
+    enum class Action {
+        Lose,
+        Silence,
+        Close,
+        ResetFlag,
+        Delay,
+        UnknownCode,
+        Originator,
+        Corrupt,
+        Cut,
+        Twice
+    };
 
     Action action = Action::Lose;
     QString name; ///< keyword and line number, for the log
@@ -85,6 +97,7 @@ struct FaultRule
 ///   originator [value=N]          the frame's originator is replaced (0x50)
 ///   corrupt [part=header|payload|crc] [byte=N]   one byte is inverted behind the check sums
 ///   cut size=N [gap=N]            pieces of N bytes with pauses of gap ms
+///   twice                         the reply comes twice, with a consistency counter of its own each time
 /// Filters and triggers of every rule:
 ///   code=N argument=N             only these requests
 ///   from=N for=N                  only from this simulated time in ms on, for so long

@@ -208,6 +208,8 @@ void Server::carryOut(Link *link, Session *session, const Reception &reception)
         session->closeAt(startNs, plan.absence);
     else
         sendReply(link, session, answer.payload, startNs, plan);
+    if (plan.twice && !plan.close)
+        sendReply(link, session, answer.payload, startNs, plan);
 }
 
 void Server::sendReply(Link *link, Session *session, const QByteArray &payload, qint64 startNs,

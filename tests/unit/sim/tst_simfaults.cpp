@@ -65,7 +65,7 @@ void TstSimFaults::noRulesIsClean()
     QCOMPARE(faults.ruleCount(), 0);
     const FaultPlan plan = faults.planFor(kFast, Milliseconds(0));
     QVERIFY(plan.isClean());
-    QVERIFY(!plan.silence && !plan.lose && !plan.close && !plan.resetFlag);
+    QVERIFY(!plan.silence && !plan.lose && !plan.close && !plan.resetFlag && !plan.twice);
     QVERIFY(!plan.payloadCode && !plan.originator && !plan.corruption && !plan.cut);
     QCOMPARE(int(plan.delay.count()), 0);
 }
@@ -138,6 +138,7 @@ void TstSimFaults::actions()
     QVERIFY(plan("silence").silence);
     QVERIFY(plan("close").close);
     QVERIFY(plan("reset-flag").resetFlag);
+    QVERIFY(plan("twice").twice);
     QCOMPARE(int(plan("delay ms=1500").delay.count()), 1500);
     QCOMPARE(int(plan("unknown-code value=0x55").payloadCode.value_or(0)), 0x55);
     QCOMPARE(int(plan("originator value=1").originator.value_or(0)), 1);

@@ -38,6 +38,8 @@ private slots:
     void counterOfANewConnectionIsTakenAsItIs();
     void replyIsLoggedWhenItStartsOnTheLine();
     void closeTellsItsAbsence();
+    void replyThatComesTwiceHasTwoCounters();
+    void replyThatComesTwiceCanBeLost();
     void refusalsAreCapped();
 
 private:
@@ -193,6 +195,29 @@ void TstSimMishaps::closeTellsItsAbsence()
     QCOMPARE(m_peer->closedFor, Milliseconds(1000));
     m_peer->write(kFastRequest);
     QCOMPARE(m_peer->closedFor, Milliseconds(250));
+}
+
+void TstSimMishaps::replyThatComesTwiceHasTwoCounters()
+{
+    load("twice nth=1");
+    m_peer->write(kFastRequest);
+    QCOMPARE(m_peer->bytes().toHex(),
+             QByteArray("808182830101504b00000000000000001000a4f3080000000000000000000000000000009f8e"
+                        "808182830102504b00000000000000001000a5f308000000000000000000000000000000f4fc"));
+    QCOMPARE(m_server->requestCount(), 1);
+    m_peer->pieces.clear();
+    m_peer->write(kFastRequest);
+    QCOMPARE(m_peer->bytes().size(), kFrameSize);
+}
+
+void TstSimMishaps::replyThatComesTwiceCanBeLost()
+{
+    load("twice\nlose nth=1\nclose nth=2");
+    m_peer->write(kFastRequest);
+    QVERIFY(m_peer->pieces.isEmpty());
+    m_peer->write(kFastRequest);
+    QVERIFY(m_peer->pieces.isEmpty());
+    QCOMPARE(m_peer->closedFor, Milliseconds(1000));
 }
 
 void TstSimMishaps::refusalsAreCapped()
