@@ -58,6 +58,7 @@ Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, con
     , m_ui(std::make_unique<Ui::Framework_View>())
     , m_helpWindow(new HelpWindow(this))
     , m_warningBox(new WarningBox(this))
+    , m_helpPress(LongPress::Limits{m_periods.helpPress, m_periods.resetPress})
 {
     createTimers();
     setUpForm();
@@ -352,13 +353,13 @@ void Framework_View::darken(QLineEdit *lamp, Timer *timer)
 void Framework_View::onHelpPressed()
 {
     qDebug() << "***Help Pressed";
-    m_helpPressTime = m_time.now();
+    m_helpPress.begin(m_time.now());
     m_longPressTimer->start(m_periods.longPressPoll);
 }
 
 void Framework_View::longPressTmrSlot()
 {
-    if (helpPressDuration() < m_periods.resetPress)
+    if (!m_helpPress.isLong(m_time.now()))
         return;
     QToolTip::showText(QCursor::pos(), tr("System Reset Sent"));
     emit Signal_SystemReset();
@@ -368,14 +369,9 @@ void Framework_View::longPressTmrSlot()
 void Framework_View::onHelpReleased()
 {
     qDebug() << "***Help released";
-    if (helpPressDuration() <= m_periods.helpPress)
+    if (m_helpPress.isClick(m_time.now()))
         displayHelp();
     m_longPressTimer->stop();
-}
-
-std::chrono::milliseconds Framework_View::helpPressDuration() const
-{
-    return std::chrono::milliseconds(m_helpPressTime.msecsTo(m_time.now()));
 }
 
 void Framework_View::mainClockHandlr()

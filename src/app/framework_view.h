@@ -1,14 +1,13 @@
 #pragma once
 
 #include "app/displayperiods.h"
+#include "base/longpress.h"
 #include "link/settings.h"
 
-#include <QDateTime>
 #include <QMainWindow>
 #include <QPointer>
 #include <QVariant>
 #include <array>
-#include <chrono>
 #include <memory>
 
 class ConnectionBar;
@@ -142,7 +141,6 @@ private:
     void light(QLineEdit *lamp, Timer *timer);
     void darken(QLineEdit *lamp, Timer *timer);
     void showBusySeconds();
-    std::chrono::milliseconds helpPressDuration() const;
 
     TimeSource &m_time;
     const DisplayPeriods m_periods;
@@ -159,7 +157,7 @@ private:
     Timer *m_longPressTimer = nullptr;
     QPointer<QWidget> m_systemPanel;
     QPointer<DynamicModulesFrame_View> m_modulesFrame;
-    QDateTime m_helpPressTime;
+    LongPress m_helpPress;
     quint16 m_totalModules = 0; // the controller included
     float m_busySeconds = 0;
 };
