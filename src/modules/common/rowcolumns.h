@@ -44,13 +44,13 @@ constexpr Column after(const Column &previous, int width)
 constexpr Columns strainGaugeColumns()
 {
     Columns columns;
-    columns.firstInfo = {0, 82};
-    columns.secondInfo = after(columns.firstInfo, 72);
-    columns.autozero = after(columns.secondInfo, 38);
+    columns.firstInfo = {0, 100};
+    columns.secondInfo = after(columns.firstInfo, 60);
+    columns.autozero = after(columns.secondInfo, 36);
     columns.shunt = after(columns.autozero, 46);
-    columns.manualOffset = after(columns.shunt, 50);
-    columns.filter = after(columns.manualOffset, 64);
-    columns.revPol = after(columns.filter, 38);
+    columns.manualOffset = after(columns.shunt, 44);
+    columns.filter = after(columns.manualOffset, 68);
+    columns.revPol = after(columns.filter, 36);
     return columns;
 }
 
