@@ -48,6 +48,8 @@ ChannelFixture::ChannelFixture()
     : SystemFixture(LinkKind::Tcp)
 {
     usePatientTimeouts();
+    periods.cyclic = std::chrono::milliseconds(4);
+    reconnect = std::chrono::milliseconds(20);
 }
 
 void ChannelFixture::startChain(const QString &description)
@@ -66,8 +68,8 @@ void ChannelFixture::waitUntilRead()
     const auto isRead = [this] {
         return isReady() && static_cast<int>(app->analogModules().size()) == device->chain().modules.size();
     };
-    QVERIFY(QTest::qWaitFor(isRead));
-    QTRY_COMPARE(mismatches(), QStringList());
+    QVERIFY(waitUntil(isRead));
+    WAIT_COMPARE(mismatches(), QStringList());
 }
 
 QWidget *ChannelFixture::row(int module) const

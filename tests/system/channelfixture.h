@@ -2,6 +2,7 @@
 
 #include "support/childbyname.h"
 #include "systemfixture.h"
+#include "waiting.h"
 #include "widgetgestures.h"
 
 #include <QComboBox>

@@ -27,8 +27,6 @@ CommPeriods shortPeriods()
     return periods;
 }
 
-constexpr std::chrono::milliseconds kReconnect{150};
-
 } // namespace
 
 SystemFixture::SystemFixture(LinkKind kind)
@@ -104,7 +102,7 @@ void SystemFixture::start()
     };
     const ConfigPaths paths{folder.path(), folder.path() + QStringLiteral("/desktop"), QString()};
     app = std::make_unique<Framework_Ctrllr>(
-        AppEnvironment{time, ports, paths, Deployment(), createLinks, periods, kReconnect});
+        AppEnvironment{time, ports, paths, Deployment(), createLinks, periods, reconnect});
 }
 
 model_Namespace::Settings SystemFixture::chosenConnection() const

@@ -25,7 +25,8 @@ public:
     QTemporaryDir folder;
     /// Short ones for the cycle and the time-outs; to be changed before start().
     CommPeriods periods;
-    std::unique_ptr<sim::Server> device; ///< null: nobody is there
+    std::chrono::milliseconds reconnect{150}; ///< as the periods
+    std::unique_ptr<sim::Server> device;      ///< null: nobody is there
     std::unique_ptr<Framework_Ctrllr> app;
 
     /// Makes the simulated chain of this description answer; over TCP on the port that the first one chose.

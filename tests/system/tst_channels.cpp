@@ -261,17 +261,17 @@ void TstChannels::changeIsSentShownAndConfirmed()
     gesture(fixture(), control);
     QCOMPARE(control->styleSheet(), sent);
     QCOMPARE(shown(control), wanted);
-    QTRY_COMPARE(fixture().commands(), QStringList{payload});
-    QTRY_COMPARE(fixture().changes(), change);
+    WAIT_COMPARE(fixture().commands(), QStringList{payload});
+    WAIT_COMPARE(fixture().changes(), change);
     QCOMPARE(control->styleSheet(), sent);
     QCOMPARE(shown(control), wanted);
 
     fixture().time.skip(1s);
-    QTRY_COMPARE(control->styleSheet(), confirmed);
+    WAIT_COMPARE(control->styleSheet(), confirmed);
     if (!off)
         QVERIFY(before != sent);
     QCOMPARE(shown(control), wanted);
-    QTRY_COMPARE(fixture().mismatches(), QStringList());
+    WAIT_COMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(fixture().unconfirmed(), QStringList());
     QCOMPARE(fixture().commands(), QStringList{payload});
     QCOMPARE(ChannelFixture::openDialogCount(), 0);
@@ -324,13 +324,13 @@ void TstChannels::switchIsSentAndShown()
     auto *control = fixture().control<QPushButton>(module, channel, name);
     QTest::mouseClick(control, Qt::LeftButton);
     QCOMPARE(control->styleSheet(), style);
-    QTRY_COMPARE(fixture().commands(), QStringList{payload});
-    QTRY_COMPARE(fixture().changes(), QStringList{change});
+    WAIT_COMPARE(fixture().commands(), QStringList{payload});
+    WAIT_COMPARE(fixture().changes(), QStringList{change});
     // The status that follows leaves it so.
     const int statuses = fixture().device->requestCount(0x12);
     fixture().time.skip(1s);
-    QTRY_VERIFY(fixture().device->requestCount(0x12) > statuses);
-    QTRY_COMPARE(fixture().mismatches(), QStringList());
+    WAIT_VERIFY(fixture().device->requestCount(0x12) > statuses);
+    WAIT_COMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(control->styleSheet(), style);
     QCOMPARE(fixture().commands(), QStringList{payload});
 }
@@ -353,7 +353,7 @@ void TstChannels::shuntGoesOffByItself()
     QFETCH(QByteArray, name);
     auto *shunt = fixture().control<QPushButton>(module, channel, name);
     QTest::mouseClick(shunt, Qt::LeftButton);
-    QTRY_COMPARE(fixture().changes().size(), 1);
+    WAIT_COMPARE(fixture().changes().size(), 1);
     fixture().time.skip(19900ms);
     QCOMPARE(shunt->styleSheet(), styles::kShuntActive);
     QCOMPARE(fixture().changes().size(), 1);
@@ -362,7 +362,7 @@ void TstChannels::shuntGoesOffByItself()
     QVERIFY(!shunt->isChecked());
     QCOMPARE(fixture().changes(), QStringList());
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(fixture().commands().size(), 1);
 }
 
@@ -373,8 +373,8 @@ void TstChannels::shuntThatIsClickedOffKeepsItsTimer()
     fixture().time.skip(5s);
     QTest::mouseClick(shunt, Qt::LeftButton);
     QCOMPARE(shunt->styleSheet(), styles::kOff);
-    QTRY_COMPARE(fixture().commands(), (QStringList{"280000000183", "280000000182"}));
-    QTRY_COMPARE(fixture().changes(), QStringList());
+    WAIT_COMPARE(fixture().commands(), (QStringList{"280000000183", "280000000182"}));
+    WAIT_COMPARE(fixture().changes(), QStringList());
     fixture().time.skip(15s);
     QCOMPARE(shunt->styleSheet(), styles::kOff);
     QVERIFY(!shunt->isChecked());
@@ -387,7 +387,7 @@ void TstChannels::altClickOnAShuntSendsNothing()
     QTest::mouseClick(shunt, Qt::LeftButton, Qt::AltModifier);
     QVERIFY(shunt->isChecked());
     QTest::mouseClick(shunt, Qt::LeftButton);
-    QTRY_COMPARE(fixture().commands(), QStringList{"280000000188"}); // off: the click before had toggled it
+    WAIT_COMPARE(fixture().commands(), QStringList{"280000000188"}); // off: the click before had toggled it
 }
 
 void TstChannels::autozeroByClickIsRedUntilItHasRun_data()
@@ -409,22 +409,22 @@ void TstChannels::autozeroByClickIsRedUntilItHasRun()
     QFETCH(char, channel);
     QFETCH(QString, wireChannel);
     auto *autozero = fixture().button(module, channel, "pushButton_Autozero");
-    QTRY_COMPARE(autozero->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(autozero->styleSheet(), styles::kConfirmed);
     QTest::mousePress(autozero, Qt::LeftButton);
     fixture().time.skip(1000ms);
     QCOMPARE(fixture().commands(), QStringList());
     QTest::mouseRelease(autozero, Qt::LeftButton);
     QCOMPARE(autozero->styleSheet(), styles::kSent);
-    QTRY_COMPARE(fixture().commands(), QStringList{"28000000" + wireChannel + "81"});
-    QTRY_COMPARE(fixture().changes().size(), 1);
+    WAIT_COMPARE(fixture().commands(), QStringList{"28000000" + wireChannel + "81"});
+    WAIT_COMPARE(fixture().changes().size(), 1);
     QVERIFY(fixture().changes().first().endsWith(QStringLiteral(" zeroed=yes")));
     // The device is at it for 3 s; the second of the display is over, and the button tells what it does.
     fixture().time.skip(1500ms);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(autozero->styleSheet(), styles::kSent);
     fixture().time.skip(1500ms);
-    QTRY_COMPARE(autozero->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(autozero->styleSheet(), styles::kConfirmed);
     QCOMPARE(fixture().commands().size(), 1);
 }
 
@@ -441,19 +441,19 @@ void TstChannels::autozeroHeldForTwoSecondsIsReset()
     fixture().device->chain().module(module).channel(channel == 'A' ? 0 : 1).zeroed = true;
     fixture().forgetChanges();
     auto *autozero = fixture().button(module, channel, "pushButton_Autozero");
-    QTRY_COMPARE(autozero->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(autozero->styleSheet(), styles::kConfirmed);
     QTest::mousePress(autozero, Qt::LeftButton);
     fixture().time.skip(1000ms);
     QCOMPARE(autozero->styleSheet(), styles::kConfirmed);
     fixture().time.skip(1000ms);
     QCOMPARE(autozero->styleSheet(), styles::kSent);
-    QTRY_COMPARE(fixture().commands(), QStringList{"28000000" + wireChannel + "80"});
+    WAIT_COMPARE(fixture().commands(), QStringList{"28000000" + wireChannel + "80"});
     fixture().time.skip(1000ms);
     QTest::mouseRelease(autozero, Qt::LeftButton);
-    QTRY_COMPARE(fixture().changes().size(), 1);
+    WAIT_COMPARE(fixture().changes().size(), 1);
     QVERIFY(fixture().changes().first().endsWith(QStringLiteral(" zeroed=no")));
     fixture().time.skip(1000ms);
-    QTRY_COMPARE(autozero->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(autozero->styleSheet(), styles::kConfirmed);
     QCOMPARE(fixture().commands().size(), 1);
 }
 
@@ -465,7 +465,7 @@ void TstChannels::autozeroHeldForOneAndAHalfSecondsSendsNothing()
     QTest::mouseRelease(autozero, Qt::LeftButton);
     fixture().time.skip(3000ms);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(fixture().commands(), QStringList());
     QCOMPARE(autozero->styleSheet(), styles::kConfirmed);
 }
@@ -475,7 +475,7 @@ void TstChannels::lowFilterByTheArrowsWarns()
     auto *box = fixture().filterBox(2, 'A');
     gestures::type(box, QStringLiteral("200"));
     QTest::keyClick(box, Qt::Key_Return);
-    QTRY_COMPARE(fixture().commands(), QStringList{"260000000332303000"});
+    WAIT_COMPARE(fixture().commands(), QStringList{"260000000332303000"});
     QVERIFY(!fixture().openDialog("filterWarningBox"));
     QTest::keyClick(box, Qt::Key_Down);
     fixture().time.skip(1200ms);
@@ -484,12 +484,12 @@ void TstChannels::lowFilterByTheArrowsWarns()
     QCOMPARE(warning->text(),
              QStringLiteral("Warning: Filter response may be deteriorated below 200 Hz filter frequency."));
     QTest::mouseClick(warning->button(QMessageBox::Ok), Qt::LeftButton);
-    QTRY_COMPARE(ChannelFixture::openDialogCount(), 0);
-    QTRY_COMPARE(fixture().changes(), QStringList{"2A filter=100"});
+    WAIT_COMPARE(ChannelFixture::openDialogCount(), 0);
+    WAIT_COMPARE(fixture().changes(), QStringList{"2A filter=100"});
     for (const QString &command : fixture().commands().mid(1))
         QCOMPARE(command, QStringLiteral("260000000331303000"));
     fixture().time.skip(1s);
-    QTRY_COMPARE(box->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(box->styleSheet(), styles::kConfirmed);
 }
 
 void TstChannels::lowFilterByReturnWarnsWhenTheBoxIsLeft()
@@ -497,13 +497,13 @@ void TstChannels::lowFilterByReturnWarnsWhenTheBoxIsLeft()
     auto *box = fixture().filterBox(1, 'B');
     gestures::type(box, QStringLiteral("199"));
     QTest::keyClick(box, Qt::Key_Return);
-    QTRY_COMPARE(fixture().commands(), QStringList{"260000000231393900"});
+    WAIT_COMPARE(fixture().commands(), QStringList{"260000000231393900"});
     QVERIFY(!fixture().openDialog("filterWarningBox"));
     QTest::keyClick(box, Qt::Key_Tab);
     QVERIFY(fixture().openDialog("filterWarningBox"));
-    QTRY_COMPARE(fixture().commands(), (QStringList{"260000000231393900", "260000000231393900"}));
+    WAIT_COMPARE(fixture().commands(), (QStringList{"260000000231393900", "260000000231393900"}));
     fixture().time.skip(1s);
-    QTRY_COMPARE(box->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(box->styleSheet(), styles::kConfirmed);
     QCOMPARE(fixture().commands().size(), 2);
 }
 
@@ -516,11 +516,11 @@ void TstChannels::cancelledOffsetSendsNothing()
     QCOMPARE(edit->text(), QStringLiteral("7.5"));
     QTest::keyClicks(edit, QStringLiteral("99"));
     QTest::mouseClick(childByName<QAbstractButton>(dialog, "cancelButton"), Qt::LeftButton);
-    QTRY_COMPARE(ChannelFixture::openDialogCount(), 0);
+    WAIT_COMPARE(ChannelFixture::openDialogCount(), 0);
     QCOMPARE(button->text(), QStringLiteral("7.5"));
     QCOMPARE(button->styleSheet(), styles::kOffsetConfirmed);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(fixture().commands(), QStringList());
 }
 
@@ -532,8 +532,8 @@ void TstChannels::closedSpecialRangeWarningIsAnAbort()
     QVERIFY(warning);
     QTest::keyClick(warning, Qt::Key_Escape);
     QCOMPARE(box->currentIndex(), 0);
-    QTRY_COMPARE(fixture().commands(), QStringList{"220000000600"});
-    QTRY_COMPARE(fixture().changes(), QStringList{"3B range=0"});
+    WAIT_COMPARE(fixture().commands(), QStringList{"220000000600"});
+    WAIT_COMPARE(fixture().changes(), QStringList{"3B range=0"});
 }
 
 void TstChannels::channelsOfOneModuleArePendingByThemselves()
@@ -543,14 +543,14 @@ void TstChannels::channelsOfOneModuleArePendingByThemselves()
     gestures::pick(a, 2);
     fixture().time.skip(900ms);
     gestures::pick(b, 4);
-    QTRY_COMPARE(fixture().changes(), (QStringList{"2A range=2", "2B range=4"}));
+    WAIT_COMPARE(fixture().changes(), (QStringList{"2A range=2", "2B range=4"}));
     QCOMPARE(a->styleSheet(), styles::kSent);
     // The status that A waited for comes within the second of B.
     fixture().time.skip(100ms);
-    QTRY_COMPARE(a->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(a->styleSheet(), styles::kConfirmed);
     QCOMPARE(b->styleSheet(), styles::kSent);
     fixture().time.skip(900ms);
-    QTRY_COMPARE(b->styleSheet(), styles::kConfirmed);
+    WAIT_COMPARE(b->styleSheet(), styles::kConfirmed);
     QCOMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(fixture().commands(), (QStringList{"220000000302", "220000000404"}));
 }
@@ -567,7 +567,7 @@ void TstChannels::wheelSendsNothing()
     }
     fixture().time.skip(1200ms);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(fixture().commands(), QStringList());
     QCOMPARE(fixture().mismatches(), QStringList());
 }

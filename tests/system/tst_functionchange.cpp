@@ -74,7 +74,7 @@ void TstFunctionChange::choose(QWidget *dialog, const char *radioButton, Qt::Key
     QVERIFY(dialog);
     gestures::check(childByName<QAbstractButton>(dialog, radioButton));
     QTest::mouseClick(childByName<QAbstractButton>(dialog, "OkBtn"), Qt::LeftButton, keys);
-    QTRY_COMPARE(ChannelFixture::openDialogCount(), 0);
+    WAIT_COMPARE(ChannelFixture::openDialogCount(), 0);
 }
 
 void TstFunctionChange::dialogOffersTheFunctionOfTheChannel_data()
@@ -112,7 +112,7 @@ void TstFunctionChange::channelIsHiddenUntilItsNewListsAreThere()
     QCOMPARE(label(2, "ChDeviceLabel_A")->text(), QStringLiteral("IEPE/ICP®"));
     QVERIFY(fixture().strip(2, 'B')->isVisible());
 
-    QTRY_VERIFY(fixture().strip(2, 'A')->isVisible());
+    WAIT_VERIFY(fixture().strip(2, 'A')->isVisible());
     QCOMPARE(fixture().row(2), row.data());
     QCOMPARE(fixture().commands(), QStringList{"1e000000030300"});
     QCOMPARE(fixture().changes(), (QStringList{"2A function=3", "2A range=0", "2A filter=2500"}));
@@ -133,13 +133,13 @@ void TstFunctionChange::otherChannelKeepsItsState()
 {
     gestures::pick(fixture().rangeBox(2, 'A'), 5);
     choose(openDialog(2, 'B'), "potBtn");
-    QTRY_VERIFY(fixture().strip(2, 'B')->isVisible());
+    WAIT_VERIFY(fixture().strip(2, 'B')->isVisible());
     // The status came within the second of channel A, which holds its value.
     QCOMPARE(fixture().rangeBox(2, 'A')->styleSheet(), styles::kSent);
     QCOMPARE(fixture().rangeBox(2, 'A')->currentText(), QStringLiteral("20"));
     QCOMPARE(items(fixture().typeBox(2, 'B')), (QStringList{"3-wire", "2-wire"}));
     fixture().time.skip(1s);
-    QTRY_COMPARE(fixture().unconfirmed(), QStringList());
+    WAIT_COMPARE(fixture().unconfirmed(), QStringList());
     QCOMPARE(fixture().changes(), (QStringList{"2A range=5", "2B function=6"}));
     QCOMPARE(fixture().mismatches(), QStringList());
 }
@@ -147,7 +147,7 @@ void TstFunctionChange::otherChannelKeepsItsState()
 void TstFunctionChange::voltageBecomesStrainGauge()
 {
     choose(openDialog(2, 'B'), "strainGBtn");
-    QTRY_VERIFY(fixture().strip(2, 'B')->isVisible());
+    WAIT_VERIFY(fixture().strip(2, 'B')->isVisible());
     QCOMPARE(fixture().commands(), QStringList{"1e000000040100"});
     QVERIFY(fixture().button(2, 'B', "checkBox_Shunt_Neg")->isVisible());
     QVERIFY(fixture().button(2, 'B', "pushButton_ManualOffset")->isVisible());
@@ -156,7 +156,7 @@ void TstFunctionChange::voltageBecomesStrainGauge()
     QCOMPARE(label(2, "ChDeviceLabel_B")->text(), QStringLiteral("Strain Gauge"));
     QCOMPARE(items(fixture().rangeBox(2, 'B')).size(), 8);
     QTest::mouseClick(fixture().button(2, 'B', "checkBox_Shunt_Neg"), Qt::LeftButton);
-    QTRY_COMPARE(fixture().commands().mid(1), QStringList{"280000000489"});
+    WAIT_COMPARE(fixture().commands().mid(1), QStringList{"280000000489"});
 }
 
 void TstFunctionChange::cancelSendsNothing()
@@ -165,9 +165,9 @@ void TstFunctionChange::cancelSendsNothing()
     QVERIFY(dialog);
     gestures::check(childByName<QAbstractButton>(dialog, "voltageBtn"));
     QTest::mouseClick(childByName<QAbstractButton>(dialog, "CancelBtn"), Qt::LeftButton);
-    QTRY_COMPARE(ChannelFixture::openDialogCount(), 0);
+    WAIT_COMPARE(ChannelFixture::openDialogCount(), 0);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(fixture().commands(), QStringList());
     QVERIFY(fixture().strip(4, 'A')->isVisible());
     // The choice that was not taken is forgotten.
@@ -188,8 +188,8 @@ void TstFunctionChange::shiftOnOkChangesAllUniversalChannels()
     for (const int module : {1, 3})
         QVERIFY(fixture().strip(module, 'A')->isVisible());
     for (const int module : {2, 4}) {
-        QTRY_VERIFY(fixture().strip(module, 'A')->isVisible());
-        QTRY_VERIFY(fixture().strip(module, 'B')->isVisible());
+        WAIT_VERIFY(fixture().strip(module, 'A')->isVisible());
+        WAIT_VERIFY(fixture().strip(module, 'B')->isVisible());
     }
     QCOMPARE(fixture().commands(),
              (QStringList{"1e000000030200", "1e000000040200", "1e000000070200", "1e000000080200"}));
@@ -199,16 +199,16 @@ void TstFunctionChange::shiftOnOkChangesAllUniversalChannels()
         for (const char channel : {'A', 'B'})
             QCOMPARE(items(fixture().typeBox(module, channel)), (QStringList{"DC", "AC", "Differential"}));
     }
-    QTRY_COMPARE(fixture().mismatches(), QStringList());
+    WAIT_COMPARE(fixture().mismatches(), QStringList());
 }
 
 void TstFunctionChange::channelJoinsTheGroupOfItsNewFunction()
 {
     choose(openDialog(4, 'A'), "voltageBtn");
-    QTRY_VERIFY(fixture().strip(4, 'A')->isVisible());
+    WAIT_VERIFY(fixture().strip(4, 'A')->isVisible());
     fixture().forgetChanges();
     gestures::pick(fixture().rangeBox(3, 'A'), 5, Qt::ShiftModifier);
-    QTRY_COMPARE(fixture().changes(), (QStringList{"2B range=5", "3A range=5", "3B range=5", "4A range=5"}));
+    WAIT_COMPARE(fixture().changes(), (QStringList{"2B range=5", "3A range=5", "3B range=5", "4A range=5"}));
 }
 
 void TstFunctionChange::channelStaysHiddenWhileNoStatusComes()
@@ -218,16 +218,16 @@ void TstFunctionChange::channelStaysHiddenWhileNoStatusComes()
     QVERIFY(fixture().device->faults().parse(script, &error));
     const int asked = fixture().device->requestCount(0x12);
     choose(openDialog(4, 'B'), "voltageBtn");
-    QTRY_COMPARE(fixture().device->requestCount(0x12), asked + 1);
+    WAIT_COMPARE(fixture().device->requestCount(0x12), asked + 1);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QVERIFY(!fixture().strip(4, 'B')->isVisible());
     // The next status of the module, whatever it is fetched for, brings the channel back.
     gestures::pick(fixture().rangeBox(4, 'A'), 1);
     fixture().time.skip(1s);
-    QTRY_VERIFY(fixture().strip(4, 'B')->isVisible());
+    WAIT_VERIFY(fixture().strip(4, 'B')->isVisible());
     QCOMPARE(fixture().commands(), (QStringList{"1e000000080200", "220000000701"}));
-    QTRY_COMPARE(fixture().mismatches(), QStringList());
+    WAIT_COMPARE(fixture().mismatches(), QStringList());
 }
 
 QTEST_MAIN(TstFunctionChange)

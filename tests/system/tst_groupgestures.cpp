@@ -193,13 +193,13 @@ void TstGroupGestures::gestureReachesAllMatchingChannels()
     const QStringList red = fixture().unconfirmed();
     QCOMPARE(red.size(), commands.size());
     QCOMPARE(red.filter(control).size(), commands.size());
-    QTRY_COMPARE(fixture().commands(), commands);
-    QTRY_COMPARE(fixture().changes(), changes);
+    WAIT_COMPARE(fixture().commands(), commands);
+    WAIT_COMPARE(fixture().changes(), changes);
     QCOMPARE(fixture().unconfirmed(), red);
     fixture().time.skip(1s);
     fixture().time.skip(3s); // an Auto Zero is over
-    QTRY_COMPARE(fixture().unconfirmed(), QStringList());
-    QTRY_COMPARE(fixture().mismatches(), QStringList());
+    WAIT_COMPARE(fixture().unconfirmed(), QStringList());
+    WAIT_COMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(fixture().commands(), commands);
     QCOMPARE(ChannelFixture::openDialogCount(), 0);
     QCOMPARE(fixture().device->refusals(), QStringList());
@@ -208,13 +208,13 @@ void TstGroupGestures::gestureReachesAllMatchingChannels()
 void TstGroupGestures::autozeroOfAllIsBlackWhenItHasRun()
 {
     shiftAutozero(9, 'A', 100ms)(fixture());
-    QTRY_COMPARE(fixture().changes(), inEach(kVoltages, "zeroed=yes"));
+    WAIT_COMPARE(fixture().changes(), inEach(kVoltages, "zeroed=yes"));
     fixture().time.skip(1s);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(fixture().unconfirmed(), inEach(kVoltages, "pushButton_Autozero"));
     fixture().time.skip(2s);
-    QTRY_COMPARE(fixture().unconfirmed(), QStringList());
+    WAIT_COMPARE(fixture().unconfirmed(), QStringList());
 }
 
 void TstGroupGestures::indexBeyondTheListLeavesTheBoxBlankUntilConfirmed()
@@ -224,10 +224,10 @@ void TstGroupGestures::indexBeyondTheListLeavesTheBoxBlankUntilConfirmed()
     QCOMPARE(fixture().typeBox(1, 'B')->currentIndex(), 5);
     QCOMPARE(fixture().typeBox(5, 'A')->currentIndex(), -1);
     QCOMPARE(fixture().typeBox(5, 'B')->currentIndex(), -1);
-    QTRY_COMPARE(fixture().commands(), commandsTo(kBridges, "20", "05"));
-    QTRY_COMPARE(fixture().changes(), inEach({"1A", "1B", "4A"}, "type=5"));
+    WAIT_COMPARE(fixture().commands(), commandsTo(kBridges, "20", "05"));
+    WAIT_COMPARE(fixture().changes(), inEach({"1A", "1B", "4A"}, "type=5"));
     fixture().time.skip(1s);
-    QTRY_COMPARE(fixture().unconfirmed(), QStringList());
+    WAIT_COMPARE(fixture().unconfirmed(), QStringList());
     QCOMPARE(fixture().typeBox(5, 'A')->currentText(), QStringLiteral("Full"));
     QCOMPARE(fixture().mismatches(), QStringList());
 }
@@ -279,19 +279,19 @@ void TstGroupGestures::shuntsOfAllAreSentOnceAndShownEverywhere()
     auto *shunt = fixture().control<QPushButton>(module, channel, name);
     QTest::mouseClick(shunt, Qt::LeftButton, Qt::ShiftModifier);
     QCOMPARE(activeShunts(name), kBridges);
-    QTRY_COMPARE(fixture().commands(), QStringList{on});
-    QTRY_COMPARE(fixture().changes(), inEach(kBridges, change.toLatin1()));
+    WAIT_COMPARE(fixture().commands(), QStringList{on});
+    WAIT_COMPARE(fixture().changes(), inEach(kBridges, change.toLatin1()));
     fixture().time.skip(1s);
-    QTRY_COMPARE(fixture().mismatches(), QStringList());
+    WAIT_COMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(activeShunts(name), kBridges);
 
     QTest::mouseClick(shunt, Qt::LeftButton, Qt::ShiftModifier);
     QCOMPARE(activeShunts(name), QStringList());
-    QTRY_COMPARE(fixture().commands(), (QStringList{on, off}));
-    QTRY_COMPARE(fixture().changes(), QStringList());
+    WAIT_COMPARE(fixture().commands(), (QStringList{on, off}));
+    WAIT_COMPARE(fixture().changes(), QStringList());
 
     QTest::mouseClick(shunt, Qt::LeftButton, Qt::ShiftModifier);
-    QTRY_COMPARE(fixture().changes(), inEach(kBridges, change.toLatin1()));
+    WAIT_COMPARE(fixture().changes(), inEach(kBridges, change.toLatin1()));
     fixture().time.skip(20s);
     QCOMPARE(activeShunts(name), QStringList());
     QCOMPARE(fixture().changes(), QStringList());
@@ -305,12 +305,12 @@ void TstGroupGestures::specialRangeIsConfirmedOnceForAll()
     QVERIFY(warning);
     QCOMPARE(fixture().commands(), QStringList());
     QTest::mouseClick(warning->button(QMessageBox::Yes), Qt::LeftButton);
-    QTRY_COMPARE(ChannelFixture::openDialogCount(), 0);
+    WAIT_COMPARE(ChannelFixture::openDialogCount(), 0);
     QCOMPARE(fixture().unconfirmed(), inEach(kThermos, "comboBox_TemperatureRange"));
-    QTRY_COMPARE(fixture().commands(), commandsTo(kThermos, "22", "02"));
-    QTRY_COMPARE(fixture().changes(), inEach(kThermos, "range=2"));
+    WAIT_COMPARE(fixture().commands(), commandsTo(kThermos, "22", "02"));
+    WAIT_COMPARE(fixture().changes(), inEach(kThermos, "range=2"));
     fixture().time.skip(1s);
-    QTRY_COMPARE(fixture().unconfirmed(), QStringList());
+    WAIT_COMPARE(fixture().unconfirmed(), QStringList());
     QCOMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(ChannelFixture::openDialogCount(), 0);
 }
@@ -318,12 +318,12 @@ void TstGroupGestures::specialRangeIsConfirmedOnceForAll()
 void TstGroupGestures::thermoArrowsStayGroupGesturesAfterOneShiftClick()
 {
     shiftArrow(3, 'A')(fixture());
-    QTRY_COMPARE(fixture().changes(), inEach(kThermos, "filter=16"));
+    WAIT_COMPARE(fixture().changes(), inEach(kThermos, "filter=16"));
     gestures::clickArrow(fixture().filterBox(3, 'A'), gestures::Arrow::Up);
-    QTRY_COMPARE(fixture().changes(), inEach(kThermos, "filter=32"));
+    WAIT_COMPARE(fixture().changes(), inEach(kThermos, "filter=32"));
     // The other boxes do not take that over.
     gestures::clickArrow(fixture().filterBox(8, 'B'), gestures::Arrow::Down);
-    QTRY_COMPARE(fixture().changes(), inEach({"3A", "3B", "8A"}, "filter=32") << "8B filter=16");
+    WAIT_COMPARE(fixture().changes(), inEach({"3A", "3B", "8A"}, "filter=32") << "8B filter=16");
 }
 
 void TstGroupGestures::everyMatchingChannelHasASecondOfItsOwn()
@@ -331,14 +331,14 @@ void TstGroupGestures::everyMatchingChannelHasASecondOfItsOwn()
     gestures::pick(fixture().rangeBox(2, 'B'), 5);
     fixture().time.skip(600ms);
     shiftPickRange(6, 'A', 3)(fixture());
-    QTRY_COMPARE(fixture().changes(), inEach(kVoltages, "range=3"));
+    WAIT_COMPARE(fixture().changes(), inEach(kVoltages, "range=3"));
     // The gesture started the second of 2B anew.
     fixture().time.skip(900ms);
     const int polls = fixture().device->requestCount(0x10);
-    QTRY_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
+    WAIT_VERIFY(fixture().device->requestCount(0x10) > polls + 1);
     QCOMPARE(fixture().unconfirmed().size(), kVoltages.size());
     fixture().time.skip(100ms);
-    QTRY_COMPARE(fixture().unconfirmed(), QStringList());
+    WAIT_COMPARE(fixture().unconfirmed(), QStringList());
     QCOMPARE(fixture().commands(), QStringList{"220000000405"} + commandsTo(kVoltages, "22", "03"));
 }
 

@@ -1,11 +1,12 @@
 #include "widgetgestures.h"
 
+#include "waiting.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QSpinBox>
 #include <QStyleOptionSpinBox>
-#include <QtTest>
 
 namespace gestures {
 
@@ -20,7 +21,7 @@ void openList(QComboBox *box)
 {
     constexpr int kLeftOfTheArrow = 4;
     QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(kLeftOfTheArrow, box->height() / 2));
-    QTRY_VERIFY(box->view()->isVisible());
+    WAIT_VERIFY(box->view()->isVisible());
 }
 
 void pick(QComboBox *box, int index, Qt::KeyboardModifiers keys)
@@ -32,7 +33,7 @@ void pick(QComboBox *box, int index, Qt::KeyboardModifiers keys)
     QMouseEvent move(QEvent::MouseMove, item, list->mapToGlobal(item), Qt::NoButton, Qt::NoButton, keys);
     QCoreApplication::sendEvent(list, &move);
     QTest::mouseClick(list, Qt::LeftButton, keys, item);
-    QTRY_VERIFY(!box->view()->isVisible());
+    WAIT_VERIFY(!box->view()->isVisible());
 }
 
 void clickArrow(QSpinBox *box, Arrow arrow, Qt::KeyboardModifiers keys)
