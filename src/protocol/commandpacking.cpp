@@ -14,11 +14,6 @@ namespace {
 
 constexpr int kReservedBytes = 3; ///< zeros behind the code of every request
 
-constexpr quint8 kAutozero = 0x81;
-constexpr quint8 kAutoReset = 0x80;
-constexpr quint8 kReversePolarityOn = 0x85;
-constexpr quint8 kReversePolarityOff = 0x84;
-
 /// The fields of a change request that can go on the wire, whatever record they came from.
 struct ChannelChange
 {
@@ -72,14 +67,15 @@ Parameter parameterOf(const ChannelChange &change)
     case ChannelSelector::Filter:
         return textParameter(PayloadCode::ChannelFilter, QByteArray::number(change.filterValue));
     case ChannelSelector::Autozero:
-        return byteParameter(PayloadCode::ChannelAction, kAutozero);
+        return byteParameter(PayloadCode::ChannelAction, wireCode(ChannelAction::Autozero));
     case ChannelSelector::ReversePolarity:
         return byteParameter(PayloadCode::ChannelAction,
-                             change.reversePolarity ? kReversePolarityOn : kReversePolarityOff);
+                             wireCode(change.reversePolarity ? ChannelAction::PolarityReversed
+                                                             : ChannelAction::PolarityNormal));
     case ChannelSelector::Shunt:
         return byteParameter(PayloadCode::ChannelAction, change.shuntState);
     case ChannelSelector::AutoReset:
-        return byteParameter(PayloadCode::ChannelAction, kAutoReset);
+        return byteParameter(PayloadCode::ChannelAction, wireCode(ChannelAction::AutoReset));
     case ChannelSelector::None:
     case ChannelSelector::ShuntAll:
         break;

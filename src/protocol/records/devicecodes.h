@@ -22,6 +22,34 @@ enum class PayloadCode : quint8 {
     SystemReset = 0x2B,
 };
 
+/// Parameter of PayloadCode::ChannelAction. One request with an action "everywhere" reaches all matching
+/// channels of the chain.
+enum class ChannelAction : quint8 {
+    AutoReset = 128,
+    Autozero = 129,
+    PositiveShuntOff = 130,
+    PositiveShuntOn = 131,
+    PolarityNormal = 132,
+    PolarityReversed = 133,
+    NegativeShuntOff = 136,
+    NegativeShuntOn = 137,
+    PositiveShuntOffEverywhere = 138,
+    PositiveShuntOnEverywhere = 139,
+    NegativeShuntOffEverywhere = 140,
+    NegativeShuntOnEverywhere = 141,
+    ShuntsOffEverywhere = 142,
+    PreselectedOnEverywhere = 143,
+    DeselectPositiveShunt = 154,
+    PreselectPositiveShunt = 155,
+    DeselectNegativeShunt = 156,
+    PreselectNegativeShunt = 157,
+};
+
+constexpr quint8 wireCode(ChannelAction action)
+{
+    return static_cast<quint8>(action);
+}
+
 /// Address of the power module in static status requests.
 constexpr quint8 kPowerModuleAddress = 0x81;
 
