@@ -105,15 +105,18 @@ void Framework_Ctrllr::AddAnalogModule(quint8 type)
         m_view->showMessage(QStringLiteral("Maximal Number of connected Devices achieved"));
         return;
     }
-    AnalogModule_Ctrllr *module =
-        createModule(type, m_nextModuleAddress + 1, m_nextChannelNumber + 1, m_environment.time, this);
-    if (moduleFamily(type) != ModuleFamily::Unknown) {
-        connectKnownModule(module);
-    } else {
+    const bool known = moduleFamily(type) != ModuleFamily::Unknown;
+    if (!known) {
         // The row is made in spite of these words: it keeps its place, so that later modules keep their
         // addresses, and sends nothing.
         debugLine("void Framework_Ctrllr::AddAnalogModule(quint8)") << "Unknown device type detected!";
         debugLine("void Framework_Ctrllr::AddAnalogModule(quint8)") << "-> ignoring Modul creation!";
+    }
+    AnalogModule_Ctrllr *module =
+        createModule(type, m_nextModuleAddress + 1, m_nextChannelNumber + 1, m_environment.time, this);
+    if (known) {
+        connectKnownModule(module);
+    } else {
         connectStatus(module);
         module->showAsUnknownModule();
         m_view->showMessage(QStringLiteral("Connection of unknown device type is ignored"));
@@ -162,8 +165,8 @@ void Framework_Ctrllr::removeModule(std::size_t index)
         ModuleDevice_Ctrllr *module = m_analogModules.at(index);
         module->retire();
         m_view->removeModule(module->GetView());
-        delete module;
         m_analogModules.erase(m_analogModules.begin() + static_cast<std::ptrdiff_t>(index));
+        delete module;
         if (--m_analogModuleCount != 0)
             return;
     }

@@ -243,8 +243,11 @@ void TstReconciliation::unknownTypeKeepsItsPlace()
     QCOMPARE(moduleNumber(3), QStringLiteral("4"));
     QCOMPARE(m_fixture->statusText(), QStringLiteral("Connection of unknown device type is ignored"));
     const QString signature = QStringLiteral("void Framework_Ctrllr::AddAnalogModule(quint8) : ");
-    QVERIFY(messages.contains(signature + QStringLiteral("Unknown device type detected!")));
-    QVERIFY(messages.contains(signature + QStringLiteral("-> ignoring Modul creation!")));
+    const QStringList log = messages.lines(QtDebugMsg);
+    const int refusal = log.indexOf(signature + QStringLiteral("Unknown device type detected!"));
+    QVERIFY(refusal >= 0);
+    QCOMPARE(log.value(refusal + 1), signature + QStringLiteral("-> ignoring Modul creation!"));
+    QCOMPARE(log.value(refusal + 2), QStringLiteral("Model Type 4 created..."));
 
     Module_Status status;
     status.moduleAddress = 3;
