@@ -114,11 +114,6 @@ void AnalogModule_Ctrllr::Slot_FastModuleStatus(QVariant data)
 
 void AnalogModule_Ctrllr::Slot_DeviceButton()
 {
-    showVersions();
-}
-
-void AnalogModule_Ctrllr::showVersions()
-{
     showVersionBox(m_view, m_data->hardware, m_data->firmware1, m_data->firmware2);
 }
 

@@ -28,7 +28,6 @@ public:
     void SetSelftest(quint8 code) override;
 
     int moduleNumber() const { return m_moduleNumber; }
-    quint8 typeCode() const { return m_typeCode; }
 
     /// Makes this the row of a module whose type is not known: only identification and live values are
     /// left. To be called once, after construction, with nothing but the status signals connected.
@@ -48,7 +47,7 @@ public slots:
     /// Shows the module's version numbers. The box does not block.
     void Slot_DeviceButton();
 
-    /// The channel buttons of most families do nothing.
+    /// Does nothing. Only a universal module has channel buttons that act, and its row takes care of them.
     void Slot_ChannelButton();
 
     /// A gesture made on some channel of the system; obeyed if it is for this module.
@@ -75,9 +74,6 @@ protected:
 
     /// What the row and the data record of a module tell before its first status.
     static ModuleIdentification firstIdentification(quint8 typeCode);
-
-    /// The box of Slot_DeviceButton().
-    void showVersions();
 
     // What a family adds.
 

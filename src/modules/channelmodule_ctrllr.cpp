@@ -16,11 +16,6 @@ constexpr quint8 kPolarityA = 0x01;
 constexpr quint8 kPolarityB = 0x02;
 constexpr quint8 kSet = 1; ///< a flag of the fast status
 
-std::size_t indexOf(Channel channel)
-{
-    return channel == Channel::A ? 0 : 1;
-}
-
 /// The filter text of a status; one that cannot be read is 0.
 qint32 filterValue(const QString &text)
 {
@@ -284,10 +279,23 @@ void ChannelModule_Ctrllr::applyValues(int ch, const ChannelRecord &values)
     const auto channel = channelOf(ch);
     if (!channel)
         return;
-    GetData()->channel(*channel) = values;
-    for (const auto &entry : m_pending) {
-        entry.second[indexOf(*channel)]->clear();
-        show(entry.first, *channel);
-    }
+    ChannelRecord &record = GetData()->channel(*channel);
+    const ChannelRecord old = record;
+    record = values;
+    record.channelNumber = old.channelNumber;
+    record.offsetMin = old.offsetMin;
+    record.offsetMax = old.offsetMax;
+    record.offsetStep = old.offsetStep;
+    record.filterMin = old.filterMin;
+    record.filterMax = old.filterMax;
+    record.filterStep = old.filterStep;
+    for (const auto &entry : m_pending)
+        setDirectly(entry.first, *channel);
     m_row->channelView(*channel).setLevel(values.level);
+}
+
+void ChannelModule_Ctrllr::setDirectly(ChannelParameter parameter, Channel channel)
+{
+    pending(parameter, channel).clear();
+    show(parameter, channel);
 }

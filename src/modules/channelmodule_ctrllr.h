@@ -96,6 +96,8 @@ protected:
 
     // For the operations of the families' own names.
     void applySetup(int ch, const ChannelSetup &setup);
+
+    /// The channel's number and its limits stay.
     void applyValues(int ch, const ChannelRecord &values);
 
 private:
@@ -119,12 +121,15 @@ private:
 
     bool has(ChannelParameter parameter) const { return m_pending.count(parameter) != 0; }
     PendingDisplay &pending(ChannelParameter parameter, Channel channel);
-    Lists &lists(Channel channel) { return m_lists[channel == Channel::A ? 0 : 1]; }
+    Lists &lists(Channel channel) { return m_lists[indexOf(channel)]; }
     void send(int ch, ChannelParameter parameter, const ChannelRecord &snapshot, quint8 selector);
     void applyChannelStatus(Channel channel, const ChannelStatus &status);
     void applyAutozero(Channel channel, bool running);
     void applyShunt(Channel channel, bool on);
     void show(ChannelParameter parameter, Channel channel);
+
+    /// Shows the value of the data record without asking: nothing is pending any more.
+    void setDirectly(ChannelParameter parameter, Channel channel);
 
     TimeSource &m_time;
     ChannelModule_View *m_row; // owned by the base

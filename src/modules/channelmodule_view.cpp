@@ -59,7 +59,7 @@ void ChannelModule_View::orderTabs()
 
 Channel_View &ChannelModule_View::channelView(Channel channel) const
 {
-    return *m_channelViews[channel == Channel::A ? 0 : 1];
+    return *m_channelViews[indexOf(channel)];
 }
 
 void ChannelModule_View::enableUpdates()

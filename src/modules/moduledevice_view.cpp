@@ -139,7 +139,7 @@ void ModuleDevice_View::markFunctionButtons()
 
 const ModuleDevice_View::ChannelWidgets &ModuleDevice_View::widgetsOf(Channel channel) const
 {
-    return m_channels[channel == Channel::A ? 0 : 1];
+    return m_channels[indexOf(channel)];
 }
 
 int ModuleDevice_View::channelNumberA() const

@@ -7,6 +7,7 @@ ModuleDeviceType1_View::ModuleDeviceType1_View(int moduleNumber, const ModuleIde
                                                int secondChannel, TimeSource &time, QWidget *parent)
     : BridgeModule_View(moduleNumber, identification, measurement, firstChannel, secondChannel, parent)
 {
+    setObjectName(QStringLiteral("ModuleDeviceType1_View"));
     auto *a = new ChannelType1_View(time, this);
     auto *b = new ChannelType1_View(time, this);
     setBridgeChannels(a, b);

@@ -7,6 +7,7 @@ ModuleDeviceType2_View::ModuleDeviceType2_View(int moduleNumber, const ModuleIde
                                                int secondChannel, TimeSource &time, QWidget *parent)
     : AmplifierModule_View(moduleNumber, identification, measurement, firstChannel, secondChannel, parent)
 {
+    setObjectName(QStringLiteral("ModuleDeviceType2_View"));
     auto *a = new ChannelType2_View(time, this);
     auto *b = new ChannelType2_View(time, this);
     setAmplifierChannels(a, b);

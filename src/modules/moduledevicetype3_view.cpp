@@ -7,6 +7,7 @@ ModuleDeviceType3_View::ModuleDeviceType3_View(int moduleNumber, const ModuleIde
                                                int secondChannel, QWidget *parent)
     : ChannelModule_View(moduleNumber, identification, measurement, firstChannel, secondChannel, parent)
 {
+    setObjectName(QStringLiteral("ModuleDeviceType3_View"));
     auto *a = new ChannelType3_View(this);
     auto *b = new ChannelType3_View(this);
     setChannelViews(a, b);

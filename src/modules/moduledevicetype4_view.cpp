@@ -12,6 +12,7 @@ ModuleDeviceType4_View::ModuleDeviceType4_View(int moduleNumber, const ModuleIde
     , m_strips{new ChannelType4_View(time, this), new ChannelType4_View(time, this)}
     , m_functionDialog(new ChangeModuleType(this))
 {
+    setObjectName(QStringLiteral("ModuleDeviceType4_View"));
     setBridgeChannels(m_strips[0], m_strips[1]);
     using Row = ModuleDeviceType4_View;
     connect(this, &Row::Signal_Channelbutton, m_functionDialog, &ChangeModuleType::Slot_Channel);
@@ -24,7 +25,7 @@ ModuleDeviceType4_View::ModuleDeviceType4_View(int moduleNumber, const ModuleIde
 void ModuleDeviceType4_View::setChannelFunction(Channel channel, quint8 code)
 {
     setControlsVisible(channel, true);
-    m_strips[channel == Channel::A ? 0 : 1]->setFunction(code);
+    m_strips[indexOf(channel)]->setFunction(code);
     emit Signal_ChangeLabels(static_cast<int>(channel), code);
 }
 

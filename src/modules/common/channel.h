@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 
 /// Channels of an analog module, by the number with which they are addressed within it.
@@ -7,6 +8,12 @@ enum class Channel { A = 1, B = 2 };
 
 constexpr int kChannelA = static_cast<int>(Channel::A);
 constexpr int kChannelB = static_cast<int>(Channel::B);
+
+/// Place of a channel in an array of the two.
+constexpr std::size_t indexOf(Channel channel)
+{
+    return channel == Channel::A ? 0 : 1;
+}
 
 /// The channel with this number; nothing for any other number.
 inline std::optional<Channel> channelOf(int number)
