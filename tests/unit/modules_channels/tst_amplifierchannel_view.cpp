@@ -50,6 +50,8 @@ private slots:
     void autozeroPress();
     void resetComesWhileTheButtonIsDown_data() { addFamilies(kAmplifiers); }
     void resetComesWhileTheButtonIsDown();
+    void resetOfAllIsToldToo_data() { addFamilies(kAmplifiers); }
+    void resetOfAllIsToldToo();
     void disabledStripStillResets_data() { addFamilies(kAmplifiers); }
     void disabledStripStillResets();
     void onlyShiftAloneIsAGesture_data();
@@ -330,6 +332,15 @@ void TstAmplifierChannelView::resetComesWhileTheButtonIsDown()
     QVERIFY(s->autozero()->isDown());
     QTest::mouseRelease(s->autozero(), Qt::LeftButton);
     QCOMPARE(s->recorder->take(), QStringList());
+}
+
+void TstAmplifierChannelView::resetOfAllIsToldToo()
+{
+    MessageCatcher log;
+    s->holdAutozero(2000, Qt::ShiftModifier);
+    QCOMPARE(s->recorder->take(), QStringList(s->groupSignal(5)));
+    QCOMPARE(QToolTip::text(), QStringLiteral("AutoReset Sent"));
+    QVERIFY(log.contains("Autozero released"));
 }
 
 void TstAmplifierChannelView::disabledStripStillResets()
