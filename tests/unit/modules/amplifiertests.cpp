@@ -141,6 +141,20 @@ void AmplifierTests::filterLeftAfterTheRowWasRetiredSendsNothing()
     QCOMPARE(module.takeSent(), QStringList());
 }
 
+void AmplifierTests::filterInFocusGoesWithTheController()
+{
+    FamilyModule module(typeCode());
+    module.begin();
+    module.row().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&module.row()));
+    module.typeFilter(Channel::B, QStringLiteral("77"));
+    QVERIFY(module.filterBox(Channel::B)->hasFocus());
+    // Its row loses the focus on the way, which is no wish of the operator.
+    module.controller.reset();
+    module.time.advance(5000);
+    QCOMPARE(module.takeSent(), QStringList());
+}
+
 void AmplifierTests::filterWarningGoesWithTheController()
 {
     FamilyModule module(typeCode());

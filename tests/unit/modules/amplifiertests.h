@@ -18,6 +18,7 @@ private slots:
     void returnInTheFilterBoxActsOnANewRow();
     void longPressActsOnANewRow();
     void filterLeftAfterTheRowWasRetiredSendsNothing();
+    void filterInFocusGoesWithTheController();
     void filterWarningGoesWithTheController();
     void heldAutozeroGoesWithTheController();
 };

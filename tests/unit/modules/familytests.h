@@ -64,6 +64,7 @@ private slots:
     void retiredRowAsksForNothing();
     void retiredRowFetchesNoStatus_data();
     void retiredRowFetchesNoStatus();
+    void retiredRowObeysNoGroupCommand();
     void timerThatRunsGoesWithTheController_data();
     void timerThatRunsGoesWithTheController();
     void openListGoesWithTheController();

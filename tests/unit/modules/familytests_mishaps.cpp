@@ -152,6 +152,21 @@ void FamilyTests::retiredRowFetchesNoStatus()
     QCOMPARE(module.takeSent(), QStringList());
 }
 
+void FamilyTests::retiredRowObeysNoGroupCommand()
+{
+    FamilyModule module(typeCode());
+    module.begin();
+    module.controller->retire();
+    GroupCommand command;
+    for (const int type : {1, typeCode()}) {
+        command.moduleType = static_cast<quint8>(type);
+        for (command.command = 0; command.command < 12; ++command.command)
+            module.controller->Slot_FilterOrRangeHandle(command);
+    }
+    module.time.advance(30000);
+    QCOMPARE(module.takeSent(), QStringList());
+}
+
 void FamilyTests::timerThatRunsGoesWithTheController_data()
 {
     addParameters();
