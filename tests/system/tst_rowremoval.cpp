@@ -127,6 +127,7 @@ private slots:
     void programEndsMeanwhile_data();
     void programEndsMeanwhile();
     void queuedCommandsGoWithTheRows();
+    void gesturesOnALostLinkAreForgotten();
     void newRowsWorkAsTheOldOnes();
 
 private:
@@ -249,6 +250,25 @@ void TstRowRemoval::queuedCommandsGoWithTheRows()
     waitForPolls();
     QCOMPARE(fixture().commands(), QStringList{"220000000304"});
     QCOMPARE(fixture().changes(), QStringList{"2A range=4"});
+}
+
+void TstRowRemoval::gesturesOnALostLinkAreForgotten()
+{
+    const QPointer<QWidget> row = fixture().row(2);
+    fixture().unplug();
+    WAIT_COMPARE(fixture().statusText(), QStringLiteral("COM Port unavailable: COM40"));
+    // The rows are still there: they go when the chain answers again.
+    QVERIFY(row);
+    auto *range = row->findChild<QComboBox *>(QStringLiteral("comboBox_RangeGain"));
+    gestures::pick(range, 5, Qt::ShiftModifier);
+    QCOMPARE(range->styleSheet(), styles::kSent);
+    fixture().plug(kChain);
+    WAIT_VERIFY(!row);
+    fixture().waitUntilRead();
+    fixture().time.skip(2s);
+    waitForPolls();
+    QCOMPARE(fixture().commands(), QStringList());
+    QCOMPARE(fixture().mismatches(), QStringList());
 }
 
 void TstRowRemoval::newRowsWorkAsTheOldOnes()

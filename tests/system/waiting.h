@@ -19,7 +19,7 @@ bool waitUntil(Condition holds)
         if (holds())
             loop.quit();
     });
-    limit.start(10s);
+    limit.start(30s);
     look.start(1ms);
     if (!holds())
         loop.exec();
