@@ -1,7 +1,8 @@
 #include "modules/channels/channeltype1_view.h"
 
+#include "modules/common/gestures.h"
+
 #include <QDebug>
-#include <QMouseEvent>
 #include <QPushButton>
 
 ChannelType1_View::ChannelType1_View(TimeSource &time, QWidget *parent)
@@ -19,10 +20,7 @@ void ChannelType1_View::on_checkBox_RevPol_100_clicked(bool checked)
 
 bool ChannelType1_View::eventFilter(QObject *watched, QEvent *event)
 {
-    if (isAutozeroButton(watched) && event->type() == QEvent::MouseButtonPress &&
-        static_cast<const QMouseEvent *>(event)->button() == Qt::RightButton) {
+    if (isAutozeroButton(watched) && isPressOf(*event, Qt::RightButton))
         qDebug() << "Mouse right button click triggered";
-        return false; // this button makes no gesture
-    }
     return BridgeChannel_View::eventFilter(watched, event);
 }

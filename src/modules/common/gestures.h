@@ -1,12 +1,28 @@
 #pragma once
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 
-/// Whether the event is a press of a mouse button while exactly these keys are held. The second press of a
-/// quick pair is one too.
+/// Whether the event is a press of any mouse button. The second press of a quick pair is one too.
+inline bool isMousePress(const QEvent &event)
+{
+    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
+}
+
+/// Whether the event is a press of this mouse button, whatever keys are held.
+inline bool isPressOf(const QEvent &event, Qt::MouseButton button)
+{
+    return isMousePress(event) && static_cast<const QMouseEvent &>(event).button() == button;
+}
+
+/// Whether the event is a press of the left mouse button while exactly these keys are held.
 inline bool isPressWith(const QEvent &event, Qt::KeyboardModifiers keys)
 {
-    if (event.type() != QEvent::MouseButtonPress && event.type() != QEvent::MouseButtonDblClick)
-        return false;
-    return static_cast<const QMouseEvent &>(event).modifiers() == keys;
+    return isPressOf(event, Qt::LeftButton) && static_cast<const QMouseEvent &>(event).modifiers() == keys;
+}
+
+/// Whether the key is Return or the Enter of a keypad.
+inline bool isReturn(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }

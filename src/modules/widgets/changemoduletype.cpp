@@ -2,6 +2,7 @@
 
 #include "base/gui/fonts.h"
 #include "modules/common/channelfunction.h"
+#include "modules/common/gestures.h"
 #include "modules/widgets/dialogflags.h"
 #include "modules/widgets/voltagecode.h"
 #include "protocol/records/moduletypes.h"
@@ -9,8 +10,6 @@
 #include "ui_changemoduletype.h"
 
 #include <QDebug>
-#include <QKeyEvent>
-#include <QMouseEvent>
 
 namespace {
 
@@ -18,11 +17,6 @@ namespace {
 constexpr int kFunctionName = 0;
 constexpr int kOtherFunctionName = 1;
 constexpr int kChannelNumber = 2;
-
-bool isReturn(const QKeyEvent &event)
-{
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
 
 } // namespace
 
@@ -85,7 +79,7 @@ bool ChangeModuleType::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != m_ui->OkBtn)
         return QDialog::eventFilter(watched, event);
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (isMousePress(*event)) {
         const bool toAll = static_cast<QMouseEvent *>(event)->modifiers() == Qt::ShiftModifier;
         confirm(toAll ? Reach::AllUniversal : Reach::Channel);
         return toAll;

@@ -1,7 +1,9 @@
 #include "modules/widgets/qcomboboxnowheel.h"
 
+#include "modules/common/gestures.h"
+
 #include <QAbstractItemView>
-#include <QMouseEvent>
+#include <QCoreApplication>
 
 namespace {
 
@@ -9,8 +11,7 @@ constexpr int kVisibleItems = 20;
 
 bool isShiftPress(const QEvent &event)
 {
-    return event.type() == QEvent::MouseButtonPress &&
-           static_cast<const QMouseEvent &>(event).modifiers() == Qt::ShiftModifier;
+    return isMousePress(event) && static_cast<const QMouseEvent &>(event).modifiers() == Qt::ShiftModifier;
 }
 
 } // namespace
@@ -37,9 +38,18 @@ bool QComboBoxNoWheel::eventFilter(QObject *watched, QEvent *event)
 {
     if (!isShiftPress(*event) || watched != view()->viewport())
         return QComboBox::eventFilter(watched, event);
+    auto *mouse = static_cast<QMouseEvent *>(event);
+    if (event->type() == QEvent::MouseButtonDblClick) {
+        // It came soon after the click that opened the list. The list's window knows no press of this kind,
+        // and would take the release for the end of that click.
+        QMouseEvent press(QEvent::MouseButtonPress, mouse->localPos(), mouse->windowPos(), mouse->screenPos(),
+                          mouse->button(), mouse->buttons(), mouse->modifiers());
+        QCoreApplication::sendEvent(watched, &press);
+        return true;
+    }
     // The release picks the current item. Not in every style does the item under the mouse become the
     // current one before a button is pressed, and the list is not to see the press.
-    const QModelIndex pressed = view()->indexAt(static_cast<QMouseEvent *>(event)->pos());
+    const QModelIndex pressed = view()->indexAt(mouse->pos());
     if (pressed.isValid())
         view()->setCurrentIndex(pressed);
     emit Signal_ShiftClick();

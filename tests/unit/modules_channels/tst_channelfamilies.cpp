@@ -12,6 +12,14 @@ const QStringList kBridgeControls{"label",
                                   "checkBox_Shunt_Pos_Presel",
                                   "checkBox_Shunt_Neg_Presel",
                                   "pushButton_ManualOffset"};
+/// The second press of a quick pair of clicks.
+void secondPress(QWidget *widget, Qt::MouseButton button, Qt::KeyboardModifiers keys)
+{
+    const QPoint place = widget->rect().center();
+    QMouseEvent press(QEvent::MouseButtonDblClick, place, widget->mapToGlobal(place), button, button, keys);
+    QApplication::sendEvent(widget, &press);
+}
+
 const QString kUnknownFunction = QStringLiteral("!Error unknown channel module Type");
 
 } // namespace
@@ -33,7 +41,12 @@ private slots:
 
     void rightButtonIsLoggedByType1Only_data() { addFamilies({1, 2, 4}); }
     void rightButtonIsLoggedByType1Only();
-    void rightButtonWithShiftIsNoGestureOfType1();
+    void secondPressOfTheRightButtonIsLoggedToo_data() { addFamilies({1, 2, 4}); }
+    void secondPressOfTheRightButtonIsLoggedToo();
+    void onlyTheLeftButtonMakesAGesture_data();
+    void onlyTheLeftButtonMakesAGesture();
+    void secondPressOfTheLeftButtonMakesAGesture_data() { addFamilies({1, 2, 4}); }
+    void secondPressOfTheLeftButtonMakesAGesture();
     void shuntClicksAreLoggedByType4Only_data() { addFamilies({1, 4}); }
     void shuntClicksAreLoggedByType4Only();
 
@@ -181,13 +194,59 @@ void TstChannelFamilies::rightButtonIsLoggedByType1Only()
     QVERIFY(!log.contains("Mouse right button click triggered"));
 }
 
-void TstChannelFamilies::rightButtonWithShiftIsNoGestureOfType1()
+void TstChannelFamilies::secondPressOfTheRightButtonIsLoggedToo()
 {
-    StripFixture s(1);
+    QFETCH(int, family);
+    StripFixture s(family);
     s.show();
-    QTest::mouseClick(s.autozero(), Qt::RightButton, Qt::ShiftModifier);
-    s.holdAutozero(0);
-    QCOMPARE(s.recorder->take(), QStringList("Signal_SendAutozero(true)"));
+    MessageCatcher log;
+    secondPress(s.autozero(), Qt::RightButton, Qt::NoModifier);
+    QCOMPARE(log.lines(), family == 1 ? QStringList("Mouse right button click triggered") : QStringList());
+}
+
+void TstChannelFamilies::onlyTheLeftButtonMakesAGesture_data()
+{
+    QTest::addColumn<int>("family");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("sent");
+    for (const int family : {1, 2, 4})
+        QTest::addRow("type %d, Auto Zero", family) << family << "pushButton_Autozero"
+                                                    << "Signal_SendAutozero(true)";
+    for (const int family : {1, 4}) {
+        QTest::addRow("type %d, positive shunt", family) << family << "checkBox_Shunt_Pos"
+                                                         << "Signal_SendShuntState(131)";
+        QTest::addRow("type %d, negative shunt", family) << family << "checkBox_Shunt_Neg"
+                                                         << "Signal_SendShuntState(137)";
+    }
+}
+
+void TstChannelFamilies::onlyTheLeftButtonMakesAGesture()
+{
+    QFETCH(int, family);
+    QFETCH(QString, button);
+    QFETCH(QString, sent);
+    StripFixture s(family);
+    s.show();
+    QPushButton *control = s.button(button.toLatin1().constData());
+    for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton}) {
+        for (const Qt::KeyboardModifier key : {Qt::ShiftModifier, Qt::AltModifier}) {
+            QTest::mouseClick(control, other, key);
+            secondPress(control, other, key);
+        }
+    }
+    QCOMPARE(s.recorder->take(), QStringList());
+    QTest::mouseClick(control, Qt::LeftButton);
+    QCOMPARE(s.recorder->take(), QStringList(sent));
+}
+
+void TstChannelFamilies::secondPressOfTheLeftButtonMakesAGesture()
+{
+    QFETCH(int, family);
+    StripFixture s(family);
+    s.show();
+    secondPress(s.autozero(), Qt::LeftButton, Qt::ShiftModifier);
+    QTest::mouseRelease(s.autozero(), Qt::LeftButton, Qt::ShiftModifier);
+    QCOMPARE(s.recorder->take(), QStringList(s.groupSignal(2)));
 }
 
 void TstChannelFamilies::shuntClicksAreLoggedByType4Only()

@@ -55,6 +55,8 @@ private slots:
     void okSendsTheFunction_data();
     void okSendsTheFunction();
     void okActsWhenPressed();
+    void secondPressOfAQuickPairActs_data();
+    void secondPressOfAQuickPairActs();
     void clickOfOkSendsOnce();
     void clickWithoutAPressDoesNothing();
     void shiftOkGoesToAllChannels_data();
@@ -389,6 +391,27 @@ void TstChangeModuleType::okActsWhenPressed()
     QCOMPARE(m_events, (QStringList{"function 7 2", "hidden"}));
     QVERIFY(!m_dialog->isVisible());
     QVERIFY(ok()->isDown()); // the press went on to the button
+}
+
+void TstChangeModuleType::secondPressOfAQuickPairActs_data()
+{
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("plain") << Qt::KeyboardModifiers() << "function 7 2";
+    QTest::newRow("shift") << Qt::KeyboardModifiers(Qt::ShiftModifier) << "group 9 4 2";
+}
+
+void TstChangeModuleType::secondPressOfAQuickPairActs()
+{
+    // The first press of the pair opened the dialog.
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QFETCH(QString, expected);
+    open("Voltage");
+    const QPoint place = ok()->rect().center();
+    QMouseEvent press(QEvent::MouseButtonDblClick, place, ok()->mapToGlobal(place), Qt::LeftButton,
+                      Qt::LeftButton, modifiers);
+    QApplication::sendEvent(ok(), &press);
+    QCOMPARE(m_events, (QStringList{expected, "hidden"}));
 }
 
 void TstChangeModuleType::clickOfOkSendsOnce()

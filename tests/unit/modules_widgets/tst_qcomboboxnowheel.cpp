@@ -34,6 +34,8 @@ private slots:
     void releaseElsewherePicksTheItemThere();
     void pressBesideTheItemsIsAnnounced();
     void pickSoonAfterTheOpeningCounts();
+    void secondPressOfAQuickPairIsAnnounced();
+    void quickPairByTheWindowSystemIsAnnounced();
     void pickByKeysIsNotAnnounced();
     void modelMayComeAfterTheListWasOpened();
     void emptyBoxCanBeOpened();
@@ -250,6 +252,44 @@ void TstQComboBoxNoWheel::pickSoonAfterTheOpeningCounts()
     release(2, Qt::ShiftModifier);
     QApplication::setDoubleClickInterval(usual);
     QCOMPARE(m_events, (QStringList{"shift", "2"}));
+}
+
+void TstQComboBoxNoWheel::secondPressOfAQuickPairIsAnnounced()
+{
+    open();
+    QMouseEvent press(QEvent::MouseButtonDblClick, placeOf(2), viewport()->mapToGlobal(placeOf(2)),
+                      Qt::LeftButton, Qt::LeftButton, Qt::ShiftModifier);
+    QApplication::sendEvent(viewport(), &press);
+    QCOMPARE(m_events, QStringList{"shift"});
+    release(2, Qt::ShiftModifier);
+    QCOMPARE(m_events, (QStringList{"shift", "2"}));
+}
+
+void TstQComboBoxNoWheel::quickPairByTheWindowSystemIsAnnounced()
+{
+    m_box->setCurrentIndex(1);
+    m_box->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_box.get()));
+    const QPoint place = m_box->rect().center();
+    int when = QTest::lastMouseTimestamp + 10000; // ms; no pair with a click of another test
+    const auto button = [&when](QWindow *window, const QPoint &at, bool down, Qt::KeyboardModifiers keys) {
+        qt_handleMouseEvent(window, window->mapFromGlobal(at), at, down ? Qt::LeftButton : Qt::NoButton,
+                            Qt::LeftButton, down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease,
+                            keys, when += 50);
+        QCoreApplication::processEvents();
+    };
+    const QPoint global = m_box->mapToGlobal(place);
+    button(m_box->windowHandle(), global, true, Qt::NoModifier);
+    QTRY_VERIFY(m_box->view()->isVisible());
+    button(m_box->windowHandle(), global, false, Qt::NoModifier);
+    QVERIFY(m_box->view()->isVisible());
+    // The list stands over the box or below it: the second press is at the same place or at the first item.
+    QWindow *popup = m_box->view()->window()->windowHandle();
+    const QRect list = QRect(viewport()->mapToGlobal(QPoint()), viewport()->size());
+    const QPoint second = list.contains(global) ? global : viewport()->mapToGlobal(placeOf(0));
+    button(popup, second, true, Qt::ShiftModifier);
+    QTest::lastMouseTimestamp = when + 10000;
+    QCOMPARE(m_events, QStringList{"shift"});
 }
 
 void TstQComboBoxNoWheel::pickByKeysIsNotAnnounced()
