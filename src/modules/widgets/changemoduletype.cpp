@@ -41,6 +41,7 @@ void ChangeModuleType::Slot_Channel(QStringList channel)
     m_ui->groupBox->setTitle(QStringLiteral("ANALOG Module, Channel %1").arg(m_channelNumber));
     checkFunction(channel.value(kFunctionName));
     BtnChanged(m_ui->modulesGrp->checkedId());
+    m_ui->OkBtn->setDown(false); // it hides the dialog when pressed and may not see the release
     open();
 }
 

@@ -57,6 +57,7 @@ private slots:
     void okActsWhenPressed();
     void secondPressOfAQuickPairActs_data();
     void secondPressOfAQuickPairActs();
+    void okIsUpWhenTheDialogIsShownAgain();
     void clickOfOkSendsOnce();
     void clickWithoutAPressDoesNothing();
     void shiftOkGoesToAllChannels_data();
@@ -412,6 +413,14 @@ void TstChangeModuleType::secondPressOfAQuickPairActs()
                       Qt::LeftButton, modifiers);
     QApplication::sendEvent(ok(), &press);
     QCOMPARE(m_events, (QStringList{expected, "hidden"}));
+}
+
+void TstChangeModuleType::okIsUpWhenTheDialogIsShownAgain()
+{
+    open("Voltage");
+    QTest::mousePress(ok(), Qt::LeftButton); // the release goes elsewhere
+    open("Voltage");
+    QVERIFY(!ok()->isDown());
 }
 
 void TstChangeModuleType::clickOfOkSendsOnce()
