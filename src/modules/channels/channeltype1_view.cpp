@@ -8,6 +8,7 @@
 ChannelType1_View::ChannelType1_View(TimeSource &time, QWidget *parent)
     : BridgeChannel_View(time, parent)
 {
+    setObjectName(QStringLiteral("ChannelType1_View"));
     polarityButton().setObjectName(QStringLiteral("checkBox_RevPol_100"));
     connect(&polarityButton(), &QPushButton::clicked, this,
             &ChannelType1_View::on_checkBox_RevPol_100_clicked);

@@ -21,6 +21,7 @@ bool isVoltageLike(quint8 code)
 ChannelType4_View::ChannelType4_View(TimeSource &time, QWidget *parent)
     : BridgeChannel_View(time, parent)
 {
+    setObjectName(QStringLiteral("ChannelType4_View"));
     m_typeBox->setAccessibleName(QStringLiteral("Bridge or input type")); // as its function goes
     polarityButton().setObjectName(QStringLiteral("checkBox_RevPol"));
     connect(&polarityButton(), &QPushButton::clicked, this, &ChannelType4_View::on_checkBox_RevPol_clicked);

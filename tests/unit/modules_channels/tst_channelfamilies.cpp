@@ -30,6 +30,8 @@ class TstChannelFamilies : public QObject
     Q_OBJECT
 
 private slots:
+    void stripIsNamed_data() { addFamilies({1, 2, 3, 4}); }
+    void stripIsNamed();
     void controlsOfAFamily_data();
     void controlsOfAFamily();
     void toolTips_data() { addFamilies({1, 4}); }
@@ -56,6 +58,14 @@ private slots:
     void functionStampsTheGroupCommand();
     void stripWithoutAFunctionStampsNothing();
 };
+
+void TstChannelFamilies::stripIsNamed()
+{
+    QFETCH(int, family);
+    const StripFixture s(family);
+    QCOMPARE(s.strip->objectName(), QStringLiteral("ChannelType%1_View").arg(family));
+    QCOMPARE(QString::fromLatin1(s.strip->metaObject()->className()), s.strip->objectName());
+}
 
 void TstChannelFamilies::controlsOfAFamily_data()
 {
