@@ -2,25 +2,15 @@
 
 #include "base/timesource.h"
 #include "modules/common/channelstyles.h"
+#include "modules/common/gestures.h"
 #include "modules/common/widgetstyle.h"
 #include "modules/widgets/boundedvalue.h"
 
-#include <QKeyEvent>
 #include <QLineEdit>
 
 namespace {
 
 constexpr qint64 kStep = 100; // Hz
-
-bool isReturn(const QKeyEvent &event)
-{
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
-
-bool isShiftAlone(const QKeyEvent &event)
-{
-    return (event.modifiers() & ~Qt::KeypadModifier) == Qt::ShiftModifier;
-}
 
 } // namespace
 
@@ -61,7 +51,7 @@ void FilterSpinBox::Slot_Timeout()
 void FilterSpinBox::keyPressEvent(QKeyEvent *event)
 {
     const bool isRepeat = isReturn(*event) && event->isAutoRepeat();
-    const bool isShiftReturn = isReturn(*event) && isShiftAlone(*event);
+    const bool isShiftReturn = isReturn(*event) && event->modifiers().testFlag(Qt::ShiftModifier);
     if (!isRepeat && !isShiftReturn) {
         QSpinBox::keyPressEvent(event);
         return;

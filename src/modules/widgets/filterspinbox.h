@@ -37,7 +37,8 @@ signals:
     /// Emitted each time the operator edits the text; a step or setValue() does not.
     void textAltered(QString text);
 
-    /// Emitted when Return or Enter is pressed with Shift, in place of enterPress().
+    /// Emitted when Return or Enter is pressed with Shift, whatever other keys are held, in place of
+    /// enterPress().
     void Signal_ShiftEnter();
 
 protected:

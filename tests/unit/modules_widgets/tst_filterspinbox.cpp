@@ -45,8 +45,10 @@ private slots:
     void shiftReturnIsReported_data();
     void shiftReturnIsReported();
     void heldShiftReturnIsReportedOnce();
-    void shiftWithOtherKeysIsAPlainReturn_data();
-    void shiftWithOtherKeysIsAPlainReturn();
+    void shiftReturnMayHaveOtherKeys_data();
+    void shiftReturnMayHaveOtherKeys();
+    void otherKeysAloneMakeAPlainReturn_data();
+    void otherKeysAloneMakeAPlainReturn();
 
     void typingIsReportedAndNothingElse();
 
@@ -352,7 +354,7 @@ void TstFilterSpinBox::heldShiftReturnIsReportedOnce()
     QCOMPARE(m_enters->count(), 0);
 }
 
-void TstFilterSpinBox::shiftWithOtherKeysIsAPlainReturn_data()
+void TstFilterSpinBox::shiftReturnMayHaveOtherKeys_data()
 {
     QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
     QTest::newRow("ctrl") << (Qt::ShiftModifier | Qt::ControlModifier);
@@ -360,7 +362,23 @@ void TstFilterSpinBox::shiftWithOtherKeysIsAPlainReturn_data()
     QTest::newRow("meta") << (Qt::ShiftModifier | Qt::MetaModifier);
 }
 
-void TstFilterSpinBox::shiftWithOtherKeysIsAPlainReturn()
+void TstFilterSpinBox::shiftReturnMayHaveOtherKeys()
+{
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QVERIFY(sendKey(Qt::Key_Return, modifiers, false));
+    QCOMPARE(m_shiftEnters->count(), 1);
+    QCOMPARE(m_enters->count(), 0);
+}
+
+void TstFilterSpinBox::otherKeysAloneMakeAPlainReturn_data()
+{
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::newRow("ctrl") << Qt::KeyboardModifiers(Qt::ControlModifier);
+    QTest::newRow("alt") << Qt::KeyboardModifiers(Qt::AltModifier);
+    QTest::newRow("meta") << Qt::KeyboardModifiers(Qt::MetaModifier);
+}
+
+void TstFilterSpinBox::otherKeysAloneMakeAPlainReturn()
 {
     QFETCH(Qt::KeyboardModifiers, modifiers);
     sendKey(Qt::Key_Return, modifiers, false);
