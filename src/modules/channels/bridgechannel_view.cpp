@@ -25,9 +25,23 @@ void showPreselection(QPushButton &button, bool on)
 } // namespace
 
 const BridgeChannel_View::ShuntCodes BridgeChannel_View::kPositiveCodes{
-    131, 130, 139, 138, 155, 154, GroupAction::PositiveShuntOn, GroupAction::PositiveShuntOff};
+    ChannelAction::PositiveShuntOn,
+    ChannelAction::PositiveShuntOff,
+    ChannelAction::PositiveShuntOnEverywhere,
+    ChannelAction::PositiveShuntOffEverywhere,
+    ChannelAction::PreselectPositiveShunt,
+    ChannelAction::DeselectPositiveShunt,
+    GroupAction::PositiveShuntOn,
+    GroupAction::PositiveShuntOff};
 const BridgeChannel_View::ShuntCodes BridgeChannel_View::kNegativeCodes{
-    137, 136, 141, 140, 157, 156, GroupAction::NegativeShuntOn, GroupAction::NegativeShuntOff};
+    ChannelAction::NegativeShuntOn,
+    ChannelAction::NegativeShuntOff,
+    ChannelAction::NegativeShuntOnEverywhere,
+    ChannelAction::NegativeShuntOffEverywhere,
+    ChannelAction::PreselectNegativeShunt,
+    ChannelAction::DeselectNegativeShunt,
+    GroupAction::NegativeShuntOn,
+    GroupAction::NegativeShuntOff};
 
 BridgeChannel_View::BridgeChannel_View(TimeSource &time, QWidget *parent)
     : AmplifierChannel_View(time, parent)
@@ -161,7 +175,7 @@ void BridgeChannel_View::shuntClicked(Shunt &shunt, bool checked)
         return;
     if (shunt.shiftFlag) {
         shunt.shiftFlag = false;
-        emit Signal_SendShuntState(checked ? shunt.codes.groupOn : shunt.codes.groupOff);
+        sendAction(checked ? shunt.codes.groupOn : shunt.codes.groupOff);
         emitGroupCommand(checked ? shunt.codes.groupOnAction : shunt.codes.groupOffAction);
         return;
     }
@@ -173,7 +187,12 @@ void BridgeChannel_View::shuntClicked(Shunt &shunt, bool checked)
         showActive(shunt);
     else
         showInactive(shunt); // the timer keeps running; its end changes nothing more
-    emit Signal_SendShuntState(checked ? shunt.codes.on : shunt.codes.off);
+    sendAction(checked ? shunt.codes.on : shunt.codes.off);
+}
+
+void BridgeChannel_View::sendAction(ChannelAction action)
+{
+    emit Signal_SendShuntState(wireCode(action));
 }
 
 void BridgeChannel_View::showActive(Shunt &shunt)
@@ -219,7 +238,7 @@ void BridgeChannel_View::preselectClicked(Shunt &shunt, bool checked)
     if (!acceptsInput())
         return;
     showPreselection(*shunt.preselect, checked);
-    emit Signal_SendShuntState(checked ? shunt.codes.preselect : shunt.codes.deselect);
+    sendAction(checked ? shunt.codes.preselect : shunt.codes.deselect);
 }
 
 void BridgeChannel_View::Slot_LoadPresel()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "modules/channels/amplifierchannel_view.h"
+#include "protocol/records/devicecodes.h"
 
 #include <QPointer>
 #include <memory>
@@ -66,15 +67,15 @@ protected:
     virtual void noteShuntClick(bool positive);
 
 private:
-    /// Action bytes of the device and group commands of one shunt.
+    /// Actions of the device and group commands of one shunt.
     struct ShuntCodes
     {
-        uchar on;
-        uchar off;
-        uchar groupOn; ///< the shunts of all matching channels
-        uchar groupOff;
-        uchar preselect;
-        uchar deselect;
+        ChannelAction on;
+        ChannelAction off;
+        ChannelAction groupOn; ///< the shunts of all matching channels
+        ChannelAction groupOff;
+        ChannelAction preselect;
+        ChannelAction deselect;
         GroupAction groupOnAction;
         GroupAction groupOffAction;
     };
@@ -97,6 +98,7 @@ private:
     void shuntClicked(Shunt &shunt, bool checked);
     void preselectClicked(Shunt &shunt, bool checked);
     void shuntTimeOver(Shunt &shunt);
+    void sendAction(ChannelAction action);
     static void showActive(Shunt &shunt);
     static void showInactive(Shunt &shunt);
     void takeOffset();
