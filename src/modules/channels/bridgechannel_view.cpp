@@ -4,6 +4,7 @@
 #include "modules/channels/stripgeometry.h"
 #include "modules/common/channelstyles.h"
 #include "modules/common/gestures.h"
+#include "modules/common/offsettext.h"
 #include "modules/common/widgetstyle.h"
 #include "modules/widgets/dialog_manualoffset.h"
 #include "ui_bridgechannel_view.h"
@@ -11,11 +12,6 @@
 namespace {
 
 constexpr Timer::Period kShuntPeriod{20000}; // after which the module switches a shunt off by itself
-
-QString autoOffset()
-{
-    return QStringLiteral("Auto");
-}
 
 void showPreselection(QPushButton &button, bool on)
 {
@@ -57,7 +53,7 @@ BridgeChannel_View::BridgeChannel_View(TimeSource &time, QWidget *parent)
                           *m_ui->polarityButton, *m_ui->lineEdit_Level},
                          columns);
     stripgeometry::placeBox(*m_ui->pushButton_ManualOffset, columns.manualOffset);
-    setOffset(autoOffset());
+    setOffset(automaticOffset());
     connect(m_ui->comboBox_BridgeType, &QComboBoxNoWheel::Signal_ShiftClick, this,
             &BridgeChannel_View::Slot_BridgeShiftClick);
 
@@ -99,8 +95,9 @@ void BridgeChannel_View::setOffset(const QString &text)
 {
     m_manualOffset = text.toStdString();
     m_ui->pushButton_ManualOffset->setText(text);
-    setStyleIfChanged(*m_ui->pushButton_ManualOffset,
-                      text == autoOffset() ? channelstyles::offsetAuto() : channelstyles::offsetConfirmed());
+    setStyleIfChanged(*m_ui->pushButton_ManualOffset, text == automaticOffset()
+                                                          ? channelstyles::offsetAuto()
+                                                          : channelstyles::offsetConfirmed());
 }
 
 void BridgeChannel_View::setOffsetRange(double minimum, double maximum, double step)

@@ -1,6 +1,7 @@
 #include "modules/widgets/dialog_manualoffset.h"
 
 #include "base/gui/fonts.h"
+#include "modules/common/offsettext.h"
 #include "modules/widgets/buttonnames.h"
 #include "modules/widgets/dialogflags.h"
 
@@ -11,11 +12,6 @@
 namespace {
 
 constexpr QSize kSize(229, 142);
-
-QString automatic()
-{
-    return QStringLiteral("Auto");
-}
 
 } // namespace
 
@@ -29,7 +25,7 @@ Dialog_ManualOffset::Dialog_ManualOffset(const QString &value, double /*minimum*
     m_ui->setupUi(this); // also joins the buttons to the slots named after them
     nameButtons(*m_ui->buttonBox);
     setFixedSize(kSize.expandedTo(minimumSizeHint()));
-    if (m_value == automatic()) {
+    if (m_value == automaticOffset()) {
         m_ui->radioButton_OptionAuto->setChecked(true); // the line edit stays enabled, on purpose
     } else {
         m_ui->radioButton_OptionManual->setChecked(true);
@@ -49,7 +45,7 @@ void Dialog_ManualOffset::on_radioButton_OptionManual_clicked()
 void Dialog_ManualOffset::on_radioButton_OptionAuto_clicked()
 {
     m_ui->lineEdit_Manual->setEnabled(false);
-    m_value = automatic();
+    m_value = automaticOffset();
 }
 
 void Dialog_ManualOffset::manualValue(const QString &text)
