@@ -1,5 +1,7 @@
 #include "app/warningbox.h"
 
+#include "base/gui/dialogs.h"
+
 #include <QEvent>
 
 namespace {
@@ -19,8 +21,7 @@ WarningBox::WarningBox(QWidget *parent)
 void WarningBox::showWarning(const QString &text)
 {
     setWindowTitle(tr("Warning"));
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint |
-                   Qt::WindowStaysOnTopHint);
+    setWindowFlags(dialogFlags());
     setModal(false);
     setIcon(QMessageBox::Warning);
     setText(text);

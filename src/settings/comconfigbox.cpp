@@ -1,5 +1,6 @@
 #include "settings/comconfigbox.h"
 
+#include "base/gui/dialogs.h"
 #include "settings/serialparameters.h"
 
 #include "ui_comconfigbox.h"
@@ -24,7 +25,7 @@ QString checkedText(const QGroupBox &group)
 } // namespace
 
 ComConfigBox::ComConfigBox(QWidget *parent)
-    : QDialog(parent, Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint)
+    : QDialog(parent, dialogFlags())
     , m_ui(std::make_unique<Ui::ComConfigBox>())
 {
     m_ui->setupUi(this);

@@ -1,12 +1,12 @@
 #include "modules/channels/amplifierchannel_view.h"
 
+#include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
 #include "base/timesource.h"
 #include "modules/channels/stripgeometry.h"
 #include "modules/common/channelstyles.h"
 #include "modules/common/gestures.h"
 #include "modules/common/widgetstyle.h"
-#include "modules/widgets/dialogflags.h"
 #include "modules/widgets/filterspinbox.h"
 #include "modules/widgets/qcomboboxnowheel.h"
 
@@ -238,9 +238,7 @@ void AmplifierChannel_View::showFilterWarning()
         QMessageBox::Ok, this);
     m_filterWarning->setWindowFlags(dialogFlags()); // a message box would add some of its own
     m_filterWarning->setObjectName(QStringLiteral("filterWarningBox"));
-    m_filterWarning->setAttribute(Qt::WA_DeleteOnClose);
-    m_filterWarning->setModal(true);
-    m_filterWarning->show();
+    showModalOnce(*m_filterWarning);
 }
 
 bool AmplifierChannel_View::eventFilter(QObject *watched, QEvent *event)

@@ -1,5 +1,6 @@
 #include "modules/channels/bridgechannel_view.h"
 
+#include "base/gui/dialogs.h"
 #include "base/timesource.h"
 #include "modules/channels/stripgeometry.h"
 #include "modules/common/channelstyles.h"
@@ -137,10 +138,8 @@ void BridgeChannel_View::on_pushButton_ManualOffset_clicked()
         return;
     m_offsetDialog = new Dialog_ManualOffset(QString::fromStdString(m_manualOffset), m_offsetMin, m_offsetMax,
                                              m_offsetStep, this);
-    m_offsetDialog->setAttribute(Qt::WA_DeleteOnClose);
-    m_offsetDialog->setModal(true);
     connect(m_offsetDialog, &QDialog::accepted, this, &BridgeChannel_View::takeOffset);
-    m_offsetDialog->show();
+    showModalOnce(*m_offsetDialog);
 }
 
 void BridgeChannel_View::takeOffset()

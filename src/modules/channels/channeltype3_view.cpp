@@ -1,5 +1,6 @@
 #include "modules/channels/channeltype3_view.h"
 
+#include "base/gui/dialogs.h"
 #include "modules/channels/stripgeometry.h"
 #include "modules/widgets/customt3spinbox.h"
 #include "ui_channeltype3_view.h"
@@ -83,8 +84,6 @@ void ChannelType3_View::askForSpecialRange(int index)
                                 QMessageBox::Yes | QMessageBox::No, this);
     m_warningBox = box;
     box->setObjectName(QStringLiteral("specialRangeBox"));
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setModal(true);
     box->button(QMessageBox::Yes)->setText(QStringLiteral("I know what I'm doing, I want to continue"));
     box->button(QMessageBox::No)->setText(QStringLiteral("Abort, and back to Standard Functionality"));
     box->setDefaultButton(QMessageBox::No);
@@ -94,7 +93,7 @@ void ChannelType3_View::askForSpecialRange(int index)
         else
             leaveSpecialRange();
     });
-    box->show();
+    showModalOnce(*box);
 }
 
 void ChannelType3_View::takeSpecialRange(int index)

@@ -1,5 +1,7 @@
 #include "modules/common/versionbox.h"
 
+#include "base/gui/dialogs.h"
+
 #include <QMessageBox>
 
 namespace {
@@ -20,8 +22,7 @@ void showVersionBox(QWidget *parent, const QString &hardware, const QString &fir
     auto *box = new QMessageBox(QMessageBox::Information, QStringLiteral("Module Version Info"), text,
                                 QMessageBox::Ok, parent);
     box->setObjectName(QStringLiteral("versionBox"));
-    box->setAttribute(Qt::WA_DeleteOnClose);
     // The module's texts are shown as they came.
     box->setTextFormat(Qt::PlainText);
-    box->open();
+    showModalOnce(*box);
 }

@@ -1,9 +1,9 @@
 #include "modules/widgets/changemoduletype.h"
 
+#include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
 #include "modules/common/channelfunction.h"
 #include "modules/common/gestures.h"
-#include "modules/widgets/dialogflags.h"
 #include "modules/widgets/voltagecode.h"
 #include "protocol/records/moduletypes.h"
 
@@ -42,7 +42,7 @@ void ChangeModuleType::Slot_Channel(QStringList channel)
     checkFunction(channel.value(kFunctionName));
     BtnChanged(m_ui->modulesGrp->checkedId());
     m_ui->OkBtn->setDown(false); // it hides the dialog when pressed and may not see the release
-    open();
+    showModal(*this);
 }
 
 void ChangeModuleType::checkFunction(const QString &name)

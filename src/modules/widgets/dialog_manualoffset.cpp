@@ -1,9 +1,9 @@
 #include "modules/widgets/dialog_manualoffset.h"
 
+#include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
 #include "modules/common/offsettext.h"
 #include "modules/widgets/buttonnames.h"
-#include "modules/widgets/dialogflags.h"
 
 #include "ui_dialog_manualoffset.h"
 

@@ -8,7 +8,7 @@ class Dialog_ManualOffset;
 }
 
 /// Asks whether the offset of a channel is found by the module or is a value that the operator enters. Show
-/// it with open().
+/// it with showModalOnce().
 class Dialog_ManualOffset : public QDialog
 {
     Q_OBJECT

@@ -122,7 +122,7 @@ void TstChannelType3View::specialRangeIsAskedFor()
     QCOMPARE(box->button(QMessageBox::No)->text(),
              QStringLiteral("Abort, and back to Standard Functionality"));
     QCOMPARE(box->defaultButton(), box->button(QMessageBox::No));
-    QVERIFY(box->isModal());
+    QCOMPARE(box->windowModality(), Qt::ApplicationModal);
     QCOMPARE(box->parent(), s->strip.data());
 }
 
