@@ -11,6 +11,7 @@
 CustomT3SpinBox::CustomT3SpinBox(QWidget *parent)
     : QSpinBox(parent)
 {
+    setFocusPolicy(Qt::StrongFocus);
     lineEdit()->setReadOnly(true);
 }
 

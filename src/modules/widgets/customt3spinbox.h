@@ -2,7 +2,8 @@
 
 #include <QSpinBox>
 
-/// The filter of a thermo channel, a power of two that only the arrows change.
+/// The filter of a thermo channel, a power of two that only the arrows change. The wheel does not give the
+/// box the focus: another box would lose it, and send.
 class CustomT3SpinBox : public QSpinBox
 {
     Q_OBJECT

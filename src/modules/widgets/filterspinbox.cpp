@@ -19,6 +19,7 @@ FilterSpinBox::FilterSpinBox(TimeSource &time, QWidget *parent, std::chrono::mil
     , m_rest(rest)
     , m_timer(time.createTimer(this))
 {
+    setFocusPolicy(Qt::StrongFocus);
     connect(m_timer, &Timer::timeout, this, &FilterSpinBox::Slot_Timeout);
     connect(lineEdit(), &QLineEdit::returnPressed, this, &FilterSpinBox::returnPress);
     connect(lineEdit(), &QLineEdit::textChanged, this, &FilterSpinBox::textAltered);

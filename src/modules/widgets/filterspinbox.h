@@ -7,7 +7,8 @@ class TimeSource;
 class Timer;
 
 /// The filter frequency of a channel, in Hz. The arrows go from one multiple of 100 to the next, and
-/// report only when they have come to rest.
+/// report only when they have come to rest. The wheel does not give the box the focus: another box would
+/// lose it, and send.
 class FilterSpinBox : public QSpinBox
 {
     Q_OBJECT

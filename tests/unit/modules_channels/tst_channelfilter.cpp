@@ -8,6 +8,16 @@ namespace {
 
 constexpr auto kAmplifiers = {1, 2, 4};
 
+void turnWheel(QWidget *over)
+{
+    const QPoint place = over->rect().center();
+    QWheelEvent wheel(place, over->mapToGlobal(place), QPoint(), QPoint(0, -240), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    // As from the window system: only such an event is passed on to the parent.
+    QSpontaneKeyEvent::setSpontaneous(&wheel);
+    QCoreApplication::instance()->notify(over, &wheel);
+}
+
 } // namespace
 
 /// The filter box of the strips that have an amplifier, and the warning of low frequencies.
@@ -45,6 +55,8 @@ private slots:
     void disabledStripSendsNoGroupCommand();
     void wheelIsSwallowed_data();
     void wheelIsSwallowed();
+    void wheelOverABoxLeavesTheFocusElsewhere_data();
+    void wheelOverABoxLeavesTheFocusElsewhere();
     void rangeLimitsTheValue_data() { addFamilies(kAmplifiers); }
     void rangeLimitsTheValue();
 
@@ -281,14 +293,6 @@ void TstChannelFilter::wheelIsSwallowed()
     if (focus)
         s->filterBox()->setFocus();
     s->recorder->take();
-    const auto turnWheel = [](QWidget *over) {
-        const QPoint place = over->rect().center();
-        QWheelEvent wheel(place, over->mapToGlobal(place), QPoint(), QPoint(0, -240), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        // As from the window system: only such an event is passed on to the parent.
-        QSpontaneKeyEvent::setSpontaneous(&wheel);
-        QCoreApplication::instance()->notify(over, &wheel);
-    };
     turnWheel(s->filterBox());
     turnWheel(s->filterBox()->findChild<QLineEdit *>());
     QCOMPARE(s->filterBox()->value(), 16);
@@ -298,6 +302,36 @@ void TstChannelFilter::wheelIsSwallowed()
     s->time.advance(2000);
     QCOMPARE(s->recorder->take(), QStringList());
     s->strip->setParent(&s->window);
+}
+
+void TstChannelFilter::wheelOverABoxLeavesTheFocusElsewhere_data()
+{
+    QTest::addColumn<int>("family");
+    QTest::addColumn<int>("over");
+    for (const int family : kAmplifiers) {
+        for (const int over : {1, 2, 3, 4})
+            QTest::addRow("type %d, wheel over a box of type %d", family, over) << family << over;
+    }
+}
+
+void TstChannelFilter::wheelOverABoxLeavesTheFocusElsewhere()
+{
+    // Otherwise the scrolling would take the focus from a box with an altered text, which would send it.
+    QFETCH(int, over);
+    const StripFixture other(over);
+    other.strip->setParent(&s->window);
+    other.strip->move(0, s->strip->height());
+    other.strip->show();
+    other.strip->setFilterValue(16);
+    s->type(s->filterBox(), QStringLiteral("700"));
+    turnWheel(other.filterBox());
+    turnWheel(other.filterBox()->findChild<QLineEdit *>());
+    QVERIFY(s->filterBox()->hasFocus());
+    QCOMPARE(other.filterBox()->value(), 16);
+    s->time.advance(5000);
+    QCOMPARE(s->recorder->take(), QStringList());
+    QCOMPARE(other.recorder->take(), QStringList());
+    delete other.strip;
 }
 
 void TstChannelFilter::rangeLimitsTheValue()

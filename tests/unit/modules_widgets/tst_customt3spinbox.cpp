@@ -1,6 +1,7 @@
 #include "modules/widgets/customt3spinbox.h"
 
 #include "support/messagecatcher.h"
+#include "wheelinarea.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -40,6 +41,9 @@ private slots:
     void otherClicksAreNotRemembered_data();
     void otherClicksAreNotRemembered();
     void shiftClickBesideTheArrowsOfTheBoxCounts();
+
+    void focusComesByTabAndClickOnly();
+    void wheelDoesNotGiveTheFocus();
 
 private:
     QPoint arrow(QStyle::SubControl control) const;
@@ -228,6 +232,21 @@ void TstCustomT3SpinBox::shiftClickBesideTheArrowsOfTheBoxCounts()
     QTest::mouseClick(m_box.get(), Qt::LeftButton, Qt::ShiftModifier, QPoint(0, 0)); // the frame
     QVERIFY(m_box->isShiftClicked());
     QCOMPARE(m_steps->count(), 0);
+}
+
+void TstCustomT3SpinBox::focusComesByTabAndClickOnly()
+{
+    QCOMPARE(m_box->focusPolicy(), Qt::StrongFocus);
+}
+
+void TstCustomT3SpinBox::wheelDoesNotGiveTheFocus()
+{
+    auto *box = m_box.release();
+    WheelInArea list(box);
+    QVERIFY(QTest::qWaitForWindowActive(&list.area()));
+    list.area().setFocus();
+    list.turn();
+    QVERIFY(!box->hasFocus());
 }
 
 QTEST_MAIN(TstCustomT3SpinBox)

@@ -1,6 +1,7 @@
 #include "modules/widgets/filterspinbox.h"
 
 #include "support/virtualtime.h"
+#include "wheelinarea.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -51,6 +52,9 @@ private slots:
     void otherKeysAloneMakeAPlainReturn();
 
     void typingIsReportedAndNothingElse();
+
+    void focusComesByTabAndClickOnly();
+    void wheelDoesNotGiveTheFocus();
 
 private:
     bool sendKey(Qt::Key key, Qt::KeyboardModifiers modifiers, bool repeat);
@@ -397,6 +401,21 @@ void TstFilterSpinBox::typingIsReportedAndNothingElse()
     for (const QList<QVariant> &arguments : qAsConst(*m_texts))
         texts.append(arguments.first().toString());
     QCOMPARE(texts, (QStringList{"1", "12"}));
+}
+
+void TstFilterSpinBox::focusComesByTabAndClickOnly()
+{
+    QCOMPARE(m_box->focusPolicy(), Qt::StrongFocus);
+}
+
+void TstFilterSpinBox::wheelDoesNotGiveTheFocus()
+{
+    auto *box = m_box.release();
+    WheelInArea list(box);
+    QVERIFY(QTest::qWaitForWindowActive(&list.area()));
+    list.area().setFocus();
+    list.turn();
+    QVERIFY(!box->hasFocus());
 }
 
 QTEST_MAIN(TstFilterSpinBox)
