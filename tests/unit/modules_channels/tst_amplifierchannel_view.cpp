@@ -57,6 +57,8 @@ private slots:
     void groupCommand();
     void groupIndexBeyondTheListLeavesTheBoxBlank_data() { addFamilies(kAmplifiers); }
     void groupIndexBeyondTheListLeavesTheBoxBlank();
+    void groupIndexMeetsAGestureThatWaits_data() { shiftPickGoesToTheGroupOnce_data(); }
+    void groupIndexMeetsAGestureThatWaits();
     void groupIndexPassesTheGuard_data() { addFamilies(kAmplifiers); }
     void groupIndexPassesTheGuard();
     void groupAutozeroAndFilterAreUnguarded_data() { addFamilies(kAmplifiers); }
@@ -333,6 +335,23 @@ void TstAmplifierChannelView::groupIndexBeyondTheListLeavesTheBoxBlank()
     QCOMPARE(s->typeBox()->currentText(), QString());
     QCOMPARE(s->rangeBox()->currentText(), QString());
     QCOMPARE(s->recorder->take(), QStringList({s->typeSignal(7), s->rangeSignal(8)}));
+}
+
+void TstAmplifierChannelView::groupIndexMeetsAGestureThatWaits()
+{
+    // On purpose: a Shift press whose pick never came waits for the next pick, and the command of a group is
+    // carried out as a pick. So it goes out as a group command once more, which finds no gesture any more.
+    QFETCH(bool, range);
+    QComboBox *box = range ? s->rangeBox() : s->typeBox();
+    const int command = range ? 1 : 0;
+    s->openList(box);
+    QTest::mousePress(box->view()->viewport(), Qt::LeftButton, Qt::ShiftModifier, s->itemPlace(box, 1));
+    box->hidePopup();
+    s->apply(command, 2);
+    QCOMPARE(s->recorder->take(), QStringList(s->groupSignal(command, 2)));
+    QCOMPARE(box->styleSheet(), kRed);
+    s->apply(command, 2);
+    QCOMPARE(s->recorder->take(), QStringList(range ? s->rangeSignal(2) : s->typeSignal(2)));
 }
 
 void TstAmplifierChannelView::groupIndexPassesTheGuard()

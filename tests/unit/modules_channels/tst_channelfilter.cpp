@@ -1,5 +1,6 @@
 #include "stripfixture.h"
 
+#include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QtTest/qtestspontaneevent.h>
@@ -57,6 +58,12 @@ private slots:
     void wheelIsSwallowed();
     void wheelOverABoxLeavesTheFocusElsewhere_data();
     void wheelOverABoxLeavesTheFocusElsewhere();
+    void leavingTheWindowSendsTheChange_data() { addFamilies(kAmplifiers); }
+    void leavingTheWindowSendsTheChange();
+    void popupSendsTheChange_data() { addFamilies(kAmplifiers); }
+    void popupSendsTheChange();
+    void statusWhileStepsRestIsWhatIsSent_data() { addFamilies(kAmplifiers); }
+    void statusWhileStepsRestIsWhatIsSent();
     void rangeLimitsTheValue_data() { addFamilies(kAmplifiers); }
     void rangeLimitsTheValue();
 
@@ -332,6 +339,50 @@ void TstChannelFilter::wheelOverABoxLeavesTheFocusElsewhere()
     QCOMPARE(s->recorder->take(), QStringList());
     QCOMPARE(other.recorder->take(), QStringList());
     delete other.strip;
+}
+
+void TstChannelFilter::leavingTheWindowSendsTheChange()
+{
+    // On purpose: the box is left, whatever it is left for.
+    s->type(s->filterBox(), QStringLiteral("700"));
+    QWidget otherWindow;
+    otherWindow.show();
+    QVERIFY(QTest::qWaitForWindowActive(&otherWindow));
+    QCOMPARE(s->recorder->take(), QStringList(s->filterSignal(700)));
+    QCOMPARE(s->filterBox()->styleSheet(), kRed);
+    s->window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&s->window));
+    QCOMPARE(s->recorder->take(), QStringList()); // once
+}
+
+void TstChannelFilter::popupSendsTheChange()
+{
+    // On purpose too: a popup takes the focus.
+    s->type(s->filterBox(), QStringLiteral("700"));
+    QMenu menu;
+    menu.addAction(QStringLiteral("entry"));
+    menu.popup(s->window.mapToGlobal(QPoint(10, 10)));
+    QTRY_VERIFY(menu.isVisible());
+    QCOMPARE(s->recorder->take(), QStringList(s->filterSignal(700)));
+    menu.close();
+    QCOMPARE(s->recorder->take(), QStringList());
+}
+
+void TstChannelFilter::statusWhileStepsRestIsWhatIsSent()
+{
+    // On purpose: only a change that was sent holds the display back. Steps that still rest were not sent,
+    // so that the status is shown; and what goes out at the end of the rest is what the box shows.
+    s->strip->setFilterValue(500);
+    click(true);
+    s->time.advance(600);
+    s->strip->setFilterValue(900);
+    QCOMPARE(s->filterBox()->value(), 900);
+    QCOMPARE(s->filterBox()->styleSheet(), kBlack);
+    s->time.advance(599);
+    QCOMPARE(s->recorder->take(), QStringList());
+    s->time.advance(1);
+    QCOMPARE(s->recorder->take(), QStringList(s->filterSignal(900)));
+    QCOMPARE(s->filterBox()->styleSheet(), kRed);
 }
 
 void TstChannelFilter::rangeLimitsTheValue()
