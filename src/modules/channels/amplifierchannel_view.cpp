@@ -57,6 +57,7 @@ void AmplifierChannel_View::setAmplifierControls(const Controls &controls, const
     m_autozeroButton->setFont(fonts::text());
     m_autozeroButton->setToolTip(autozeroToolTip());
     m_autozeroButton->installEventFilter(this);
+    setAutozero(false); // styled before it is shown: the first status finds nothing to change
     stripgeometry::placeHigh(*m_autozeroButton, columns.autozero);
 
     m_polarityButton = &controls.polarityButton;

@@ -9,6 +9,19 @@ constexpr auto kAmplifiers = {1, 2, 4};
 const QString kAutozeroSent = QStringLiteral("Signal_SendAutozero(true)");
 const QString kAutoResetSent = QStringLiteral("Signal_SendAutoReset(true)");
 
+/// Counts how often a widget gets another style.
+class StyleChanges : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::StyleChange ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+};
+
 } // namespace
 
 /// Lists, polarity and group commands of the strips that have an amplifier. What is true for the lists of a
@@ -28,6 +41,8 @@ private slots:
     void newStripDoesNotAct();
     void disabledStripDoesNotAct_data() { addFamilies(kAmplifiers); }
     void disabledStripDoesNotAct();
+    void firstFastStatusChangesNoStyle_data() { addFamilies(kAmplifiers); }
+    void firstFastStatusChangesNoStyle();
     void statusValuesSendNothing_data() { addFamilies({1, 2, 3, 4}); }
     void statusValuesSendNothing();
 
@@ -127,8 +142,23 @@ void TstAmplifierChannelView::disabledStripDoesNotAct()
     QCOMPARE(s->recorder->take(), QStringList());
     QCOMPARE(s->typeBox()->styleSheet(), QString());
     QCOMPARE(s->rangeBox()->styleSheet(), QString());
-    QCOMPARE(s->autozero()->styleSheet(), QString());
+    QCOMPARE(s->autozero()->styleSheet(), kBlack);
     QCOMPARE(s->polarity()->styleSheet(), kUncheckedPicture);
+}
+
+void TstAmplifierChannelView::firstFastStatusChangesNoStyle()
+{
+    // It reaches all channels at once, and each style sheet set costs a polish of the widget.
+    QFETCH(int, family);
+    s = std::make_unique<StripFixture>(family, StripFixture::Updates::AsConstructed);
+    QCOMPARE(s->autozero()->styleSheet(), kBlack);
+    s->show();
+    StyleChanges changes;
+    s->autozero()->installEventFilter(&changes);
+    s->strip->setAutozero(false);
+    QCOMPARE(changes.count, 0);
+    s->strip->setAutozero(true);
+    QCOMPARE(changes.count, 1);
 }
 
 void TstAmplifierChannelView::statusValuesSendNothing()
@@ -317,10 +347,13 @@ void TstAmplifierChannelView::groupCommand()
                                   {5, kAutoResetSent}};
     const QMap<int, QWidget *> control{
         {0, s->typeBox()}, {1, s->rangeBox()}, {2, s->autozero()}, {3, s->filterBox()}, {5, s->autozero()}};
+    QMap<QWidget *, QString> before;
+    for (QWidget *each : control)
+        before.insert(each, each->styleSheet());
     s->apply(command, 2);
     QCOMPARE(s->recorder->take(), QStringList(sent.value(command)));
     for (QWidget *each : control)
-        QCOMPARE(each->styleSheet(), each == control.value(command) ? kRed : QString());
+        QCOMPARE(each->styleSheet(), each == control.value(command) ? kRed : before.value(each));
     QCOMPARE(s->typeBox()->currentIndex(), command == 0 ? 2 : 0);
     QCOMPARE(s->rangeBox()->currentIndex(), command == 1 ? 2 : 0);
     QCOMPARE(s->filterBox()->value(), command == 3 ? 2 : 0);

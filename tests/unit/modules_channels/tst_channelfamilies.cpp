@@ -198,7 +198,7 @@ void TstChannelFamilies::rightButtonIsLoggedByType1Only()
     QCOMPARE(log.contains("Mouse right button click triggered"), family == 1);
     QCOMPARE(log.lines().size(), family == 1 ? 1 : 0);
     QCOMPARE(s.recorder->take(), QStringList());
-    QCOMPARE(s.autozero()->styleSheet(), QString());
+    QCOMPARE(s.autozero()->styleSheet(), kBlack);
     log.clear();
     s.holdAutozero(0);
     QVERIFY(!log.contains("Mouse right button click triggered"));
