@@ -1,9 +1,10 @@
 #include "modules/common/elidedlabel.h"
 
+#include "modules/common/wholetexttip.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 ElidedLabel::ElidedLabel(QWidget *parent)
     : QLabel(parent)
@@ -34,9 +35,6 @@ bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip || !isElided())
         return QLabel::event(event);
-    const QString own = toolTip();
-    const QString whole = own.isEmpty() ? text() : text() + QLatin1Char('\n') + own;
-    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                       whole.toHtmlEscaped().replace('\n', "<br/>"), this);
+    showWholeTextTip(*static_cast<const QHelpEvent *>(event), text(), *this);
     return true;
 }

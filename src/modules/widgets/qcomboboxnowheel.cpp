@@ -1,13 +1,19 @@
 #include "modules/widgets/qcomboboxnowheel.h"
 
 #include "modules/common/gestures.h"
+#include "modules/common/wholetexttip.h"
 
 #include <QAbstractItemView>
 #include <QCoreApplication>
+#include <QHelpEvent>
+#include <QScrollBar>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
 
 namespace {
 
 constexpr int kVisibleItems = 20;
+constexpr int kTextMargin = 2; // pixels that styles leave free beside the text
 
 bool isShiftPress(const QEvent &event)
 {
@@ -22,6 +28,35 @@ QComboBoxNoWheel::QComboBoxNoWheel(QWidget *parent)
     setMaxVisibleItems(kVisibleItems);
 }
 
+QString QComboBoxNoWheel::shownText() const
+{
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect field =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    return fontMetrics().elidedText(currentText(), Qt::ElideRight, field.width() - 2 * kTextMargin);
+}
+
+bool QComboBoxNoWheel::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || shownText() == currentText())
+        return WheelWithFocus::event(event);
+    showWholeTextTip(*static_cast<const QHelpEvent *>(event), currentText(), *this);
+    return true;
+}
+
+void QComboBoxNoWheel::paintEvent(QPaintEvent *)
+{
+    // The box of the toolkit cuts a text without a mark, and "1000" would read "100".
+    QStylePainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    option.currentText = shownText();
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
 void QComboBoxNoWheel::showPopup()
 {
     // The list is made when it is asked for the first time: a window has hundreds of boxes, and most of
@@ -31,6 +66,8 @@ void QComboBoxNoWheel::showPopup()
     QWidget *viewport = view()->viewport();
     viewport->installEventFilter(this);
     viewport->installEventFilter(view()->parentWidget());
+    view()->setMinimumWidth(view()->sizeHintForColumn(modelColumn()) +
+                            view()->verticalScrollBar()->sizeHint().width());
     QComboBox::showPopup();
 }
 

@@ -12,6 +12,11 @@ class QComboBoxNoWheel : public WheelWithFocus<QComboBox>
 public:
     explicit QComboBoxNoWheel(QWidget *parent = nullptr);
 
+    /// What the closed box shows: the current text, or as much of it as fits, with "…" at its end. The tool
+    /// tip shows it whole then.
+    QString shownText() const;
+
+    /// The open list is wide enough for its entries.
     void showPopup() override;
 
 signals:
@@ -20,5 +25,7 @@ signals:
     void Signal_ShiftClick();
 
 protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 };

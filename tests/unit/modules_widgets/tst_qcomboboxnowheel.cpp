@@ -3,8 +3,11 @@
 #include "wheelinarea.h"
 
 #include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QImage>
 #include <QSignalSpy>
 #include <QStringListModel>
+#include <QToolTip>
 #include <QWindow>
 #include <QtTest>
 
@@ -37,6 +40,10 @@ private slots:
     void secondPressOfAQuickPairIsAnnounced();
     void quickPairByTheWindowSystemIsAnnounced();
     void pickByKeysIsNotAnnounced();
+    void textThatFitsIsShownAsItIs();
+    void textThatDoesNotFitEndsInDots();
+    void toolTipShowsTheWholeText();
+    void openListShowsItsEntriesWhole();
     void modelMayComeAfterTheListWasOpened();
     void emptyBoxCanBeOpened();
 
@@ -313,6 +320,59 @@ void TstQComboBoxNoWheel::modelMayComeAfterTheListWasOpened()
     QCOMPARE(m_events, (QStringList{"shift", "1"}));
     QCOMPARE(m_box->currentText(), QStringLiteral("y"));
     m_box.reset(); // before its model
+}
+
+void TstQComboBoxNoWheel::textThatFitsIsShownAsItIs()
+{
+    m_box->resize(200, 24);
+    QCOMPARE(m_box->shownText(), QStringLiteral("a"));
+}
+
+void TstQComboBoxNoWheel::textThatDoesNotFitEndsInDots()
+{
+    m_box->clear();
+    m_box->addItem(QString::fromUtf8("±1000000000000000000000000000"));
+    m_box->resize(140, 24);
+    m_box->show();
+    const QString shown = m_box->shownText();
+    QVERIFY(shown.startsWith(QString::fromUtf8("±100")));
+    QVERIFY(shown.endsWith(QString::fromUtf8("…")));
+    QCOMPARE(m_box->currentText(), QString::fromUtf8("±1000000000000000000000000000"));
+
+    // That is what is painted: an entry with just the shown text looks the same.
+    const QImage cut = m_box->grab().toImage();
+    m_box->setItemText(0, shown);
+    QCOMPARE(m_box->grab().toImage(), cut);
+    m_box->setItemText(0, QString::fromUtf8("±100"));
+    QVERIFY(m_box->grab().toImage() != cut);
+}
+
+void TstQComboBoxNoWheel::toolTipShowsTheWholeText()
+{
+    const QString whole(60, QLatin1Char('<'));
+    m_box->clear();
+    m_box->addItem(whole);
+    m_box->resize(90, 24);
+    m_box->show();
+    QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), m_box->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(m_box.get(), &help);
+    QCOMPARE(QToolTip::text(), whole.toHtmlEscaped());
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
+
+    m_box->setItemText(0, QStringLiteral("a"));
+    QCoreApplication::sendEvent(m_box.get(), &help);
+    QVERIFY(!QToolTip::isVisible());
+}
+
+void TstQComboBoxNoWheel::openListShowsItsEntriesWhole()
+{
+    m_box->clear();
+    m_box->addItem(QString(60, QLatin1Char('M')));
+    m_box->resize(60, 24);
+    m_box->show();
+    m_box->showPopup();
+    QVERIFY(m_box->view()->viewport()->width() >= m_box->view()->sizeHintForColumn(0));
 }
 
 void TstQComboBoxNoWheel::emptyBoxCanBeOpened()
