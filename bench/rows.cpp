@@ -1,30 +1,17 @@
 // What 128 rows cost: created from one system status beside the same forms created bare, and how long the
 // event loop is held up while a full chain is polled.
 
-#include "app/appenvironment.h"
-#include "app/dynamicmodulesframe_view.h"
-#include "app/framework_ctrllr.h"
-#include "app/framework_view.h"
+#include "barerows.h"
 #include "base/gui/fonts.h"
-#include "base/timesource.h"
-#include "link/serialcomm.h"
-#include "link/tcpsock.h"
+#include "benchapplication.h"
+#include "measuring.h"
 #include "protocol/communication.h"
-#include "protocol/records/systemstatus.h"
 #include "simulatedchain.h"
-#include "ui_moduledevice_view.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QGridLayout>
 #include <QLoggingCategory>
-#include <QTemporaryDir>
 #include <QTimer>
-#include <algorithm>
 #include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -34,114 +21,56 @@ constexpr double kRowLimit = 1.5;
 constexpr double kGapLimitMs = 30;
 constexpr std::chrono::seconds kPolling{20};
 
-double medianMs(std::vector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    return times.at(times.size() / 2);
-}
-
-double elapsedMs(const QElapsedTimer &clock)
-{
-    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
-}
-
-/// A new frame for rows, in a window as wide as the program's.
-struct BareWindow
-{
-    BareWindow()
-    {
-        window.resize(1160, 500);
-        auto *layout = new QVBoxLayout(&window);
-        layout->addWidget(&frame);
-        window.show();
-        QCoreApplication::processEvents();
-    }
-
-    QWidget window;
-    DynamicModulesFrame_View frame;
-};
-
-double bareRowsMs()
+double bareRowsMs(const QVector<quint8> &types)
 {
     BareWindow bare;
-    QElapsedTimer clock;
-    clock.start();
-    for (int row = 0; row < kModules; ++row) {
-        auto *form = new QFrame;
-        Ui::ModuleDevice_View ui;
-        ui.setupUi(form);
-        bare.frame.addModule(form, row);
-    }
-    const double ms = elapsedMs(clock);
+    const double ms = measureMs([&] {
+        for (int row = 0; row < types.size(); ++row)
+            bare.frame.addModule(new BareRow(types.at(row)), row);
+    });
     QCoreApplication::processEvents();
     return ms;
 }
 
 double rowsFromStatusMs(Framework_Ctrllr &application, const QVariant &status)
 {
-    QElapsedTimer clock;
-    clock.start();
-    application.Slot_SystemStatus(status);
-    const double ms = elapsedMs(clock);
+    const double ms = measureMs([&] { application.Slot_SystemStatus(status); });
     QCoreApplication::processEvents();
     application.Slot_CleanSlateProtocol();
     QCoreApplication::processEvents();
     return ms;
 }
 
-QVariant fullStatus()
+/// The types in turn.
+QVector<quint8> fullChain()
 {
-    System_Status status;
-    status.nModules = kModules;
-    for (std::size_t i = 0; i < kModules; ++i)
-        status.analogModuleTypes.at(i) = static_cast<quint8>(1 + i % 9);
-    status.sModules = {0x64, 0x78};
-    return QVariant::fromValue(status);
+    QVector<quint8> types;
+    for (int i = 0; i < kModules; ++i)
+        types.append(static_cast<quint8>(1 + i % 9));
+    return types;
 }
 
-AppEnvironment environment(TimeSource &time, const QString &folder)
+void measureRows()
 {
-    const PortDirectory ports(folder);
-    const auto createLinks = [&time, ports] {
-        CommLinks links;
-        links.serial = std::make_unique<SerialComm>(time, ports);
-        links.tcp = std::make_unique<TcpSock>(time);
-        return links;
-    };
-    return {time,         ports,       {folder, folder + QStringLiteral("/desktop"), QString()},
-            Deployment(), createLinks, CommPeriods()};
-}
-
-void writeSettings(const QString &folder, const QByteArray &text)
-{
-    QFile file(folder + QStringLiteral("/vxconfig.ini"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-        qFatal("The settings file could not be written.");
-}
-
-void measureRows(TimeSource &time)
-{
-    const QTemporaryDir folder;
-    writeSettings(folder.path(), "PORT1=COM5:115200,E,8,1\r\n");
-    Framework_Ctrllr application(environment(time, folder.path()));
-    const QVariant status = fullStatus();
+    BenchApplication bench;
+    const QVector<quint8> types = fullChain();
+    const QVariant status = BenchApplication::systemStatus(types);
     std::vector<double> bare;
     std::vector<double> rows;
     for (int round = 0; round < kRounds; ++round) {
-        bare.push_back(bareRowsMs());
-        rows.push_back(rowsFromStatusMs(application, status));
+        bare.push_back(bareRowsMs(types));
+        rows.push_back(rowsFromStatusMs(bench.app(), status));
     }
     std::printf("%d rows from a system status: %.1f ms, bare forms %.1f ms, ratio %.2f (limit %.2f)\n",
                 kModules, medianMs(rows), medianMs(bare), medianMs(rows) / medianMs(bare), kRowLimit);
 }
 
-void measureGap(TimeSource &time)
+void measureGap()
 {
     const SimulatedChain chain(QStringLiteral("full128.chain"));
-    const QTemporaryDir folder;
-    writeSettings(folder.path(), "MainServer=127.0.0.1:" + QByteArray::number(chain.port()) +
-                                     "\r\nPORT1=COM5:115200,E,8,1\r\nMode=TCP\r\n");
-    Framework_Ctrllr application(environment(time, folder.path()));
+    BenchApplication bench("MainServer=127.0.0.1:" + QByteArray::number(chain.port()) +
+                           "\r\nPORT1=COM5:115200,E,8,1\r\nMode=TCP\r\n");
+    Framework_Ctrllr &application = bench.app();
     QEventLoop loop;
     QObject::connect(application.communication(), &Communication::stateInitialized, &loop, &QEventLoop::quit);
     loop.exec();
@@ -171,8 +100,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setFont(fonts::text());
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    SystemTime time;
-    measureRows(time);
-    measureGap(time);
+    measureRows();
+    measureGap();
     return 0;
 }

@@ -1,0 +1,233 @@
+// What the rows of a full chain cost while it is at work: a fast status that changes every value, a static
+// status that only one of the rows takes, and a gesture that reaches all channels. All of it goes the way of
+// the program, from the session's signals to the controls; times are those until the signal returns, without
+// the painting that follows.
+
+#include "barerows.h"
+#include "base/gui/fonts.h"
+#include "benchapplication.h"
+#include "measuring.h"
+#include "modules/common/displayformat.h"
+#include "modules/common/livevalues.h"
+#include "modules/moduledevice_ctrllr.h"
+#include "modules/moduledevice_view.h"
+#include "protocol/communication.h"
+#include "protocol/records/fastmodulestatus.h"
+#include "protocol/records/modulestatus.h"
+#include "protocol/records/moduletypes.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLoggingCategory>
+#include <QSpinBox>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+constexpr int kModules = 128;
+constexpr int kRounds = 500;
+constexpr int kGestureRounds = 7;
+constexpr double kFastLimitMs = 5;
+constexpr double kStaticLimitMs = 2;
+constexpr double kGapLimitMs = 30;
+constexpr std::chrono::milliseconds kPendingIsOver{1100};
+
+QVector<quint8> typesInTurn()
+{
+    QVector<quint8> types;
+    for (int i = 0; i < kModules; ++i)
+        types.append(static_cast<quint8>(1 + i % 9));
+    return types;
+}
+
+/// Differs from that of the round before in every value.
+QVector<Fast_Module_Status> fastStatus(int round, bool autozero = false)
+{
+    QVector<Fast_Module_Status> entries(kFastModuleStatusCount);
+    for (int k = 0; k < entries.size(); ++k) {
+        Fast_Module_Status &entry = entries[k];
+        entry.supplyVoltage = static_cast<quint16>(1200 + (7 * round + k) % 50);
+        entry.temperature = static_cast<quint16>(150 + (3 * round + k) % 40);
+        entry.moduleState = static_cast<quint8>((round + k) % 5);
+        entry.valueA = static_cast<quint32>(round * 1000 + k);
+        entry.autozeroA = autozero ? 1 : 0;
+        entry.autozeroB = entry.autozeroA;
+    }
+    return entries;
+}
+
+Module_Status staticStatus(int address, quint8 type, int round)
+{
+    const bool odd = round % 2 != 0;
+    Module_Status status;
+    status.moduleAddress = static_cast<quint8>(address);
+    status.moduleType = type;
+    status.bridgeIndexA = odd ? 1 : 2;
+    status.bridgeIndexB = odd ? 2 : 1;
+    status.rangeIndexA = odd ? 3 : 0;
+    status.rangeIndexB = odd ? 0 : 3;
+    status.functionCodeA = wireCode(ModuleType::StrainGauge);
+    status.functionCodeB = wireCode(ModuleType::Voltage);
+    status.revPolBits = odd ? 1 : 2;
+    status.shuntPreselect = odd ? 5 : 10;
+    status.serialNumber = QStringLiteral("SG-%1").arg(address);
+    status.hardwareVersion = QStringLiteral("2.1");
+    status.firmware1Version = QStringLiteral("1.4.2");
+    status.firmware2Version = QStringLiteral("1.07");
+    status.offsetA = QStringLiteral("%1.5").arg(round % 100);
+    status.offsetB = odd ? QStringLiteral("Auto") : QStringLiteral("0");
+    status.filterA = QString::number(1000 + round % 100);
+    status.filterB = QString::number(2000 + round % 100);
+    status.sensorList = QStringLiteral("120 Full$350 Full$1000 Full$120 Half$350 Half$1000 Half$");
+    status.rangeList = QStringLiteral("0.5$1$2$5$10$20$50$100$");
+    if (type == wireCode(ModuleType::Thermo)) {
+        status.filterA = odd ? QStringLiteral("8") : QStringLiteral("16");
+        status.filterB = odd ? QStringLiteral("2") : QStringLiteral("4");
+    }
+    return status;
+}
+
+void print(const char *what, const std::vector<double> &times, double limit)
+{
+    std::printf("%s: median %.2f ms, worst %.2f ms of %d (limit %.0f ms)\n", what, medianMs(times),
+                worstMs(times), static_cast<int>(times.size()), limit);
+}
+
+/// A chain whose rows have all had their first status.
+class Chain
+{
+public:
+    explicit Chain(const QVector<quint8> &types)
+        : m_types(types)
+    {
+        m_bench.app().Slot_SystemStatus(BenchApplication::systemStatus(types));
+        confirmAll(0);
+        QCoreApplication::processEvents();
+    }
+
+    void confirmAll(int round)
+    {
+        for (int address = 1; address <= m_types.size(); ++address)
+            sendStatic(address, round);
+    }
+
+    void sendStatic(int address, int round)
+    {
+        const QVariant status = QVariant::fromValue(staticStatus(address, m_types.at(address - 1), round));
+        emit m_bench.app().communication()->Signal_StaticModuleStatus(status);
+    }
+
+    double fastMs(const QVector<Fast_Module_Status> &status)
+    {
+        const QVariant data = QVariant::fromValue(status);
+        return measureMs([&] { emit m_bench.app().communication()->Signal_FastModuleStatus(data); });
+    }
+
+    double staticMs(int address, int round)
+    {
+        const QVariant data = QVariant::fromValue(staticStatus(address, m_types.at(address - 1), round));
+        return measureMs([&] { emit m_bench.app().communication()->Signal_StaticModuleStatus(data); });
+    }
+
+    ModuleDevice_View *row(int address)
+    {
+        return m_bench.app().analogModules().at(static_cast<std::size_t>(address - 1))->GetView();
+    }
+
+private:
+    BenchApplication m_bench;
+    const QVector<quint8> m_types;
+};
+
+/// The texts of fast statuses on labels of bare rows.
+std::vector<double> bareLabelTimes(const QVector<quint8> &types)
+{
+    BareWindow bare;
+    std::vector<BareRow *> rows;
+    for (int row = 0; row < types.size(); ++row) {
+        rows.push_back(new BareRow(types.at(row)));
+        bare.frame.addModule(rows.back(), row);
+    }
+    QCoreApplication::processEvents();
+    std::vector<double> times;
+    for (int round = 0; round < kRounds; ++round) {
+        const QVector<Fast_Module_Status> status = fastStatus(round);
+        QStringList texts;
+        for (int address = 1; address <= kModules; ++address) {
+            const LiveValues values = liveValues(status.at(address));
+            texts << displayformat::voltage(values.voltage.value_or(0))
+                  << displayformat::temperature(values.temperature.value_or(0))
+                  << displayformat::selftest(values.selftest);
+        }
+        times.push_back(measureMs([&] {
+            for (std::size_t i = 0; i < rows.size(); ++i) {
+                const int first = 3 * static_cast<int>(i);
+                rows.at(i)->setVoltage(texts.at(first));
+                rows.at(i)->setTemperature(texts.at(first + 1));
+                rows.at(i)->setSelftest(texts.at(first + 2));
+            }
+        }));
+        QCoreApplication::processEvents();
+    }
+    return times;
+}
+
+void measureStatuses()
+{
+    const QVector<quint8> types = typesInTurn();
+    const std::vector<double> bare = bareLabelTimes(types);
+    Chain chain(types);
+    std::vector<double> fast;
+    std::vector<double> autozero;
+    std::vector<double> single;
+    for (int round = 0; round < kRounds; ++round) {
+        fast.push_back(chain.fastMs(fastStatus(round)));
+        QCoreApplication::processEvents();
+    }
+    for (int round = 0; round < kGestureRounds * 2; ++round) {
+        autozero.push_back(chain.fastMs(fastStatus(round, round % 2 == 0)));
+        QCoreApplication::processEvents();
+    }
+    for (int round = 1; round <= kRounds; ++round) {
+        // Every module has its turn, and never twice with the same values.
+        single.push_back(chain.staticMs(1 + round % kModules, round / kModules + round % 2));
+        QCoreApplication::processEvents();
+    }
+    std::printf("the same texts on %d bare rows: median %.2f ms, worst %.2f ms\n", kModules, medianMs(bare),
+                worstMs(bare));
+    print("fast status to 128 modules", fast, kFastLimitMs);
+    print("fast status in which all Auto Zeros begin or end", autozero, kGapLimitMs);
+    print("static status of one of 128 modules", single, kStaticLimitMs);
+}
+
+void measureGesture()
+{
+    Chain chain(QVector<quint8>(kModules, wireCode(ModuleType::StrainGauge)));
+    auto *box = chain.row(1)->findChild<QSpinBox *>(QStringLiteral("filterSpinBox"));
+    std::vector<double> times;
+    for (int round = 0; round < kGestureRounds; ++round) {
+        box->setValue(3000 + round);
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::ShiftModifier);
+        times.push_back(measureMs([&] { QCoreApplication::sendEvent(box, &press); }));
+        QEventLoop loop;
+        QTimer::singleShot(kPendingIsOver, &loop, &QEventLoop::quit);
+        loop.exec();
+        chain.confirmAll(round);
+        QCoreApplication::processEvents();
+    }
+    print("filter gesture to 256 channels of 128 modules", times, kGapLimitMs);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    fonts::installSubstitutions();
+    QApplication application(argc, argv);
+    QApplication::setFont(fonts::text());
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    measureStatuses();
+    measureGesture();
+    return 0;
+}
