@@ -9,12 +9,12 @@ constexpr int kFrameWidth = 2; // pixels
 } // namespace
 
 PictureButton::PictureButton(QWidget *parent)
-    : QPushButton(parent)
+    : PlacedButton(parent)
 {}
 
 void PictureButton::paintEvent(QPaintEvent *event)
 {
-    QPushButton::paintEvent(event);
+    PlacedButton::paintEvent(event);
     if (!hasFocus())
         return;
     QPainter painter(this);

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QPushButton>
+#include "modules/widgets/placedbutton.h"
 
 /// A push button whose look is a picture set by its style sheet. Such a style sheet also takes away the mark
 /// of the keyboard focus; this button draws one on top.
-class PictureButton : public QPushButton
+class PictureButton : public PlacedButton
 {
     Q_OBJECT
 
