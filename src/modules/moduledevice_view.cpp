@@ -50,7 +50,8 @@ ModuleDevice_View::ModuleDevice_View(int moduleNumber, const ModuleIdentificatio
     , m_ui(std::make_unique<Ui::ModuleDevice_View>())
 {
     setFont(fonts::text());
-    m_ui->setupUi(this); // also joins the buttons to the slots named after them
+    m_ui->setupUi(this);
+    connectButtons();
     collectWidgets();
     m_ui->pushButton_DeviceButton->setText(QString::number(moduleNumber));
     m_ui->pushButton_ChA->setText(QString::number(firstChannel));
@@ -65,6 +66,15 @@ ModuleDevice_View::ModuleDevice_View(int moduleNumber, const ModuleIdentificatio
 }
 
 ModuleDevice_View::~ModuleDevice_View() = default;
+
+void ModuleDevice_View::connectButtons()
+{
+    using Own = ModuleDevice_View;
+    connect(m_ui->pushButton_DeviceButton, &QPushButton::clicked, this,
+            &Own::on_pushButton_DeviceButton_clicked);
+    connect(m_ui->pushButton_ChA, &QPushButton::clicked, this, &Own::on_pushButton_ChA_clicked);
+    connect(m_ui->pushButton_ChB, &QPushButton::clicked, this, &Own::on_pushButton_ChB_clicked);
+}
 
 void ModuleDevice_View::collectWidgets()
 {

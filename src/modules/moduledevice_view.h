@@ -94,6 +94,7 @@ private:
         QLabel *level = nullptr;
     };
 
+    void connectButtons();
     void collectWidgets();
     void nameControls();
     void showIdentification(const ModuleIdentification &identification);

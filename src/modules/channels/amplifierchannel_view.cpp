@@ -49,11 +49,15 @@ AmplifierChannel_View::AmplifierChannel_View(TimeSource &time, QWidget *parent)
 
 void AmplifierChannel_View::setAmplifierControls(const Controls &controls, const rowcolumns::Columns &columns)
 {
+    using Own = AmplifierChannel_View;
     setUpFilterBox(controls, columns);
-    connect(&controls.rangeBox, &QComboBoxNoWheel::Signal_ShiftClick, this,
-            &AmplifierChannel_View::Slot_RangeShiftClick);
+    connect(&controls.typeBox, qOverload<int>(&QComboBox::activated), this,
+            &Own::on_comboBox_BridgeType_activated);
+    connect(&controls.rangeBox, &QComboBoxNoWheel::Signal_ShiftClick, this, &Own::Slot_RangeShiftClick);
 
     m_autozeroButton = &controls.autozeroButton;
+    connect(m_autozeroButton, &QPushButton::pressed, this, &Own::on_pushButton_Autozero_pressed);
+    connect(m_autozeroButton, &QPushButton::released, this, &Own::on_pushButton_Autozero_released);
     m_autozeroButton->setFont(fonts::text());
     m_autozeroButton->setToolTip(autozeroToolTip());
     m_autozeroButton->installEventFilter(this);

@@ -44,7 +44,7 @@ BridgeChannel_View::BridgeChannel_View(TimeSource &time, QWidget *parent)
     : AmplifierChannel_View(time, parent)
     , m_ui(std::make_unique<Ui::BridgeChannel_View>())
 {
-    m_ui->setupUi(this); // also joins the controls to the slots named after them
+    m_ui->setupUi(this);
     m_positive = {kPositiveCodes, m_ui->label, m_ui->checkBox_Shunt_Pos, m_ui->checkBox_Shunt_Pos_Presel,
                   time.createTimer(this)};
     m_negative = {kNegativeCodes, m_ui->label_2, m_ui->checkBox_Shunt_Neg, m_ui->checkBox_Shunt_Neg_Presel,
@@ -55,16 +55,29 @@ BridgeChannel_View::BridgeChannel_View(TimeSource &time, QWidget *parent)
                          columns);
     stripgeometry::placeBox(*m_ui->pushButton_ManualOffset, columns.manualOffset);
     setOffset(automaticOffset());
-    connect(m_ui->comboBox_BridgeType, &QComboBoxNoWheel::Signal_ShiftClick, this,
-            &BridgeChannel_View::Slot_BridgeShiftClick);
-
-    connect(m_positive.timer, &Timer::timeout, this, &BridgeChannel_View::Slot_ShuntPostivTmr);
-    connect(m_negative.timer, &Timer::timeout, this, &BridgeChannel_View::Slot_ShuntNegativTmr);
+    connectControls();
     setUpShunt(m_positive, 0);
     setUpShunt(m_negative, 1);
 }
 
 BridgeChannel_View::~BridgeChannel_View() = default;
+
+void BridgeChannel_View::connectControls()
+{
+    using Own = BridgeChannel_View;
+    connect(m_ui->comboBox_BridgeType, &QComboBoxNoWheel::Signal_ShiftClick, this,
+            &Own::Slot_BridgeShiftClick);
+    connect(m_ui->comboBox_Gain, qOverload<int>(&QComboBox::activated), this,
+            &Own::on_comboBox_Gain_activated);
+    connect(m_ui->pushButton_ManualOffset, &QPushButton::clicked, this,
+            &Own::on_pushButton_ManualOffset_clicked);
+    connect(m_positive.button, &QPushButton::clicked, this, &Own::on_checkBox_Shunt_Pos_clicked);
+    connect(m_negative.button, &QPushButton::clicked, this, &Own::on_checkBox_Shunt_Neg_clicked);
+    connect(m_positive.preselect, &QPushButton::clicked, this, &Own::on_checkBox_Shunt_Pos_Presel_clicked);
+    connect(m_negative.preselect, &QPushButton::clicked, this, &Own::on_checkBox_Shunt_Neg_Presel_clicked);
+    connect(m_positive.timer, &Timer::timeout, this, &Own::Slot_ShuntPostivTmr);
+    connect(m_negative.timer, &Timer::timeout, this, &Own::Slot_ShuntNegativTmr);
+}
 
 void BridgeChannel_View::setUpShunt(Shunt &shunt, int line)
 {

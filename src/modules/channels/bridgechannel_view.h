@@ -94,6 +94,7 @@ private:
     static const ShuntCodes kPositiveCodes;
     static const ShuntCodes kNegativeCodes;
 
+    void connectControls();
     void setUpShunt(Shunt &shunt, int line);
     void shuntClicked(Shunt &shunt, bool checked);
     void preselectClicked(Shunt &shunt, bool checked);

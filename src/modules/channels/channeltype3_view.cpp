@@ -31,7 +31,7 @@ ChannelType3_View::ChannelType3_View(QWidget *parent)
     : Channel_View(parent)
     , m_ui(std::make_unique<Ui::ChannelType3_View>())
 {
-    m_ui->setupUi(this); // also joins the boxes to the slots named after them
+    m_ui->setupUi(this);
     m_filterSpinBox = new CustomT3SpinBox(this);
     m_filterSpinBox->setObjectName(QStringLiteral("filterSpinBox"));
     m_filterSpinBox->setAccessibleName(QStringLiteral("Filter"));
@@ -43,6 +43,10 @@ ChannelType3_View::ChannelType3_View(QWidget *parent)
             &ChannelType3_View::Slot_FilterShiftClick);
     connect(m_ui->comboBox_TemperatureRange, &QComboBoxNoWheel::Signal_ShiftClick, this,
             &ChannelType3_View::Slot_RangeShiftClick);
+    connect(m_ui->comboBox_ThermoDeviceType, qOverload<int>(&QComboBox::activated), this,
+            &ChannelType3_View::on_comboBox_ThermoDeviceType_activated);
+    connect(m_ui->comboBox_TemperatureRange, qOverload<int>(&QComboBox::activated), this,
+            &ChannelType3_View::on_comboBox_TemperatureRange_activated);
 }
 
 ChannelType3_View::~ChannelType3_View() = default;
