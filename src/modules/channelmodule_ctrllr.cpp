@@ -87,9 +87,12 @@ void ChannelModule_Ctrllr::timeOver(ChannelParameter parameter, Channel channel)
     pending(parameter, channel).timeOver();
 }
 
-void ChannelModule_Ctrllr::send(int ch, ChannelParameter parameter, const ChannelRecord &snapshot,
-                                quint8 selector)
+template <typename Value>
+void ChannelModule_Ctrllr::change(int ch, ChannelParameter parameter, quint8 selector,
+                                  Value ChannelRecord::*field, const Value &value)
 {
+    ChannelRecord snapshot = GetData()->channel(ch);
+    snapshot.*field = value;
     if (const auto channel = channelOf(ch))
         pending(parameter, *channel).userChanged();
     emitRequest(ch, snapshot, selector);
@@ -97,51 +100,42 @@ void ChannelModule_Ctrllr::send(int ch, ChannelParameter parameter, const Channe
 
 void ChannelModule_Ctrllr::changeTypeIndex(int ch, int index)
 {
-    ChannelRecord snapshot = GetData()->channel(ch);
-    snapshot.bridgeTypeIndex = index;
-    send(ch, ChannelParameter::TypeIndex, snapshot, wireCode(ChannelSelector::TypeIndex));
+    change(ch, ChannelParameter::TypeIndex, wireCode(ChannelSelector::TypeIndex),
+           &ChannelRecord::bridgeTypeIndex, index);
 }
 
 void ChannelModule_Ctrllr::changeRangeIndex(int ch, int index)
 {
-    ChannelRecord snapshot = GetData()->channel(ch);
-    snapshot.gainIndex = index;
-    send(ch, ChannelParameter::RangeIndex, snapshot, wireCode(ChannelSelector::RangeIndex));
+    change(ch, ChannelParameter::RangeIndex, wireCode(ChannelSelector::RangeIndex), &ChannelRecord::gainIndex,
+           index);
 }
 
 void ChannelModule_Ctrllr::changeFilter(int ch, int value)
 {
-    ChannelRecord snapshot = GetData()->channel(ch);
-    snapshot.filterValue = value;
-    send(ch, ChannelParameter::Filter, snapshot, wireCode(ChannelSelector::Filter));
+    change(ch, ChannelParameter::Filter, wireCode(ChannelSelector::Filter), &ChannelRecord::filterValue,
+           value);
 }
 
 void ChannelModule_Ctrllr::changePolarity(int ch, bool reversed)
 {
-    ChannelRecord snapshot = GetData()->channel(ch);
-    snapshot.reversePolarity = reversed ? 1 : 0;
-    send(ch, ChannelParameter::ReversePolarity, snapshot, wireCode(ChannelSelector::ReversePolarity));
+    change<quint8>(ch, ChannelParameter::ReversePolarity, wireCode(ChannelSelector::ReversePolarity),
+                   &ChannelRecord::reversePolarity, reversed ? 1 : 0);
 }
 
 void ChannelModule_Ctrllr::changeOffset(int ch, const std::string &value)
 {
-    ChannelRecord snapshot = GetData()->channel(ch);
-    snapshot.manualOffset = QString::fromStdString(value);
-    send(ch, ChannelParameter::ManualOffset, snapshot, wireCode(ChannelSelector::ManualOffset));
+    change(ch, ChannelParameter::ManualOffset, wireCode(ChannelSelector::ManualOffset),
+           &ChannelRecord::manualOffset, QString::fromStdString(value));
 }
 
 void ChannelModule_Ctrllr::changeShunt(int ch, quint8 value)
 {
-    ChannelRecord snapshot = GetData()->channel(ch);
-    snapshot.shuntState = value;
-    send(ch, ChannelParameter::Shunt, snapshot, wireCode(ChannelSelector::Shunt));
+    change(ch, ChannelParameter::Shunt, wireCode(ChannelSelector::Shunt), &ChannelRecord::shuntState, value);
 }
 
 void ChannelModule_Ctrllr::changeAutozero(int ch, bool state, quint8 code)
 {
-    ChannelRecord snapshot = GetData()->channel(ch);
-    snapshot.autozero = state ? 1 : 0;
-    send(ch, ChannelParameter::Autozero, snapshot, code);
+    change<quint8>(ch, ChannelParameter::Autozero, code, &ChannelRecord::autozero, state ? 1 : 0);
 }
 
 ChannelLists ChannelModule_Ctrllr::splitLists(const QString &text) const

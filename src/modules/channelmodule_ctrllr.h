@@ -122,7 +122,12 @@ private:
     bool has(ChannelParameter parameter) const { return m_pending.count(parameter) != 0; }
     PendingDisplay &pending(ChannelParameter parameter, Channel channel);
     Lists &lists(Channel channel) { return m_lists[indexOf(channel)]; }
-    void send(int ch, ChannelParameter parameter, const ChannelRecord &snapshot, quint8 selector);
+
+    /// Sends a snapshot of the channel in which one field has the operator's value.
+    template <typename Value>
+    void change(int ch, ChannelParameter parameter, quint8 selector, Value ChannelRecord::*field,
+                const Value &value);
+
     void applyChannelStatus(Channel channel, const ChannelStatus &status);
     void applyAutozero(Channel channel, bool running);
     void applyShunt(Channel channel, bool on);

@@ -60,6 +60,10 @@ private slots:
     void foreignTypesReachNobody();
     void voltageCommandNeverReachesAStrainGaugeModule();
     void commandReachesItsOriginThroughTheJoinOnly();
+
+private:
+    /// A gesture on the Auto Zero button of each source; `command` is the one that it sends.
+    void autozeroReachesAll(int gesture, int command, const QString &selector);
 };
 
 void TstGroupCommands::initTestCase()
@@ -124,6 +128,11 @@ void TstGroupCommands::shiftClickOnAutozero_data()
 
 void TstGroupCommands::shiftClickOnAutozero()
 {
+    autozeroReachesAll(1, 2, QStringLiteral("5"));
+}
+
+void TstGroupCommands::autozeroReachesAll(int gesture, int command, const QString &selector)
+{
     QFETCH(int, source);
     QFETCH(Channel, channel);
     QFETCH(QString, reached);
@@ -131,16 +140,16 @@ void TstGroupCommands::shiftClickOnAutozero()
     if (chain.at(source).isThermo()) {
         // It has no such button, and a command of its type does nothing.
         const QStringList before = chain.shownAll();
-        chain.sendToAll(4, 2);
+        chain.sendToAll(4, command);
         QString none;
         QCOMPARE(chain.requesters("zero", &none), QString());
         QCOMPARE(chain.shownAll(), before);
         return;
     }
-    chain.at(source).change(ChannelParameter::Autozero, channel, 1, Qt::ShiftModifier);
+    chain.at(source).change(ChannelParameter::Autozero, channel, gesture, Qt::ShiftModifier);
     QString value;
     QCOMPARE(chain.requesters("selector", &value), reached);
-    QCOMPARE(value, QStringLiteral("5"));
+    QCOMPARE(value, selector);
     QCOMPARE(chain.shownAll().filter("autozero: red").size(), reached.split(' ').size());
 }
 
@@ -151,23 +160,7 @@ void TstGroupCommands::shiftLongPressOnAutozero_data()
 
 void TstGroupCommands::shiftLongPressOnAutozero()
 {
-    QFETCH(int, source);
-    QFETCH(Channel, channel);
-    QFETCH(QString, reached);
-    Chain chain;
-    if (chain.at(source).isThermo()) {
-        const QStringList before = chain.shownAll();
-        chain.sendToAll(4, 5);
-        QString none;
-        QCOMPARE(chain.requesters("zero", &none), QString());
-        QCOMPARE(chain.shownAll(), before);
-        return;
-    }
-    chain.at(source).change(ChannelParameter::Autozero, channel, 2, Qt::ShiftModifier);
-    QString value;
-    QCOMPARE(chain.requesters("selector", &value), reached);
-    QCOMPARE(value, QStringLiteral("8"));
-    QCOMPARE(chain.shownAll().filter("autozero: red").size(), reached.split(' ').size());
+    autozeroReachesAll(2, 5, QStringLiteral("8"));
 }
 
 void TstGroupCommands::shiftOnTheFilter_data()
