@@ -67,7 +67,11 @@ Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, con
     m_clockTimer->start(m_periods.clock);
 }
 
-Framework_View::~Framework_View() = default;
+Framework_View::~Framework_View()
+{
+    // A held button loses the focus when the window goes, and would tell half an object of its release.
+    m_bar->helpButton->disconnect(this);
+}
 
 void Framework_View::createTimers()
 {
