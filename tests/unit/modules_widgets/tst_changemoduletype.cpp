@@ -1,35 +1,27 @@
-#include "modules/widgets/changemoduletype.h"
+#include "functiondialogtest.h"
 
 #include "dialoglook.h"
-#include "support/childbyname.h"
 #include "support/messagecatcher.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
-#include <QtTest>
-#include <memory>
 
 namespace {
 
-const QString kIepe = QString::fromUtf8("IEPE/ICP\xC2\xAE");
 const QString kUnknownLine = QStringLiteral("Unknown Channel type");
 const QString kToggledLine = QStringLiteral("Button Toggled");
 
 } // namespace
 
-class TstChangeModuleType : public QObject
+/// What the function dialog shows, how it is opened and how it is left without a word.
+class TstChangeModuleType : public FunctionDialogTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void windowIsAsAgreed();
     void nothingIsClipped_data();
     void nothingIsClipped();
@@ -52,103 +44,15 @@ private slots:
     void supplyIsSentWithItsCode_data();
     void supplyIsSentWithItsCode();
 
-    void okSendsTheFunction_data();
-    void okSendsTheFunction();
-    void okActsWhenPressed();
-    void secondPressOfAQuickPairActs_data();
-    void secondPressOfAQuickPairActs();
-    void okIsUpWhenTheDialogIsShownAgain();
-    void clickOfOkSendsOnce();
-    void clickWithoutAPressDoesNothing();
-    void shiftOkGoesToAllChannels_data();
-    void shiftOkGoesToAllChannels();
-    void otherModifiersSendToTheChannel_data();
-    void otherModifiersSendToTheChannel();
-    void withoutAChoiceOkOnlyHides_data();
-    void withoutAChoiceOkOnlyHides();
-    void numberBeyondAByteIsCut();
-
     void cancelSendsNothing();
     void escapeSendsNothing();
     void closingSendsNothing();
 
-    void returnConfirms_data();
-    void returnConfirms();
-    void keysOfOkConfirm_data();
-    void keysOfOkConfirm();
-    void shiftKeysOfOkGoToAllChannels_data();
-    void shiftKeysOfOkGoToAllChannels();
-    void shiftReturnElsewhereDoesNothing();
-    void repeatedKeyConfirmsNothing();
     void keysOfCancelReject();
     void functionIsChosenByKeys();
 
     void parentMayGoWhileTheDialogIsOpen();
-
-private:
-    template <typename T>
-    T *child(const char *name) const
-    {
-        return childByName<T>(m_dialog.get(), name);
-    }
-    QPushButton *ok() const { return child<QPushButton>("OkBtn"); }
-    QString checked() const;
-    void open(const QString &function, const QString &number = QStringLiteral("7"));
-    void choose(const char *button);
-    void sendKey(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers, bool repeat);
-
-    std::unique_ptr<ChangeModuleType> m_dialog;
-    QStringList m_events; ///< signals of the dialog, in their order
 };
-
-void TstChangeModuleType::init()
-{
-    m_dialog = std::make_unique<ChangeModuleType>();
-    m_events.clear();
-    connect(m_dialog.get(), &ChangeModuleType::moduleSelected, this, [this](uchar channel, uchar type) {
-        m_events.append(QStringLiteral("function %1 %2").arg(channel).arg(type));
-        m_events.append(m_dialog->isVisible() ? "shown" : "hidden");
-    });
-    connect(m_dialog.get(), &ChangeModuleType::voltageSupply, this,
-            [this](uchar channel, uchar on, uchar code) {
-                m_events.append(QStringLiteral("supply %1 %2 %3").arg(channel).arg(on).arg(code));
-            });
-    connect(m_dialog.get(), &ChangeModuleType::Signal_ShiftClickCommand, this, [this](GroupCommand command) {
-        m_events.append(
-            QStringLiteral("group %1 %2 %3").arg(command.moduleType).arg(command.command).arg(command.value));
-        m_events.append(m_dialog->isVisible() ? "shown" : "hidden");
-    });
-}
-
-void TstChangeModuleType::cleanup()
-{
-    m_dialog.reset();
-    dialoglook::resetFont();
-}
-
-QString TstChangeModuleType::checked() const
-{
-    const QAbstractButton *button = m_dialog->findChild<QButtonGroup *>("modulesGrp")->checkedButton();
-    return button ? button->objectName() : QString();
-}
-
-void TstChangeModuleType::open(const QString &function, const QString &number)
-{
-    m_dialog->Slot_Channel({function, QStringLiteral("Voltage"), number});
-    QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
-}
-
-void TstChangeModuleType::choose(const char *button)
-{
-    auto *radio = child<QRadioButton>(button);
-    QTest::mouseClick(radio, Qt::LeftButton, Qt::NoModifier, QPoint(8, radio->height() / 2));
-}
-
-void TstChangeModuleType::sendKey(QWidget *widget, Qt::Key key, Qt::KeyboardModifiers modifiers, bool repeat)
-{
-    QKeyEvent event(QEvent::KeyPress, key, modifiers, QString(), repeat);
-    QApplication::sendEvent(widget, &event);
-}
 
 void TstChangeModuleType::windowIsAsAgreed()
 {
@@ -365,145 +269,6 @@ void TstChangeModuleType::supplyIsSentWithItsCode()
     QVERIFY(m_dialog->isVisible());
 }
 
-void TstChangeModuleType::okSendsTheFunction_data()
-{
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("strain gauge") << QByteArray("strainGBtn") << "function 7 1";
-    QTest::newRow("voltage") << QByteArray("voltageBtn") << "function 7 2";
-    QTest::newRow("IEPE") << QByteArray("iepeBtn") << "function 7 3";
-    QTest::newRow("potentiometer") << QByteArray("potBtn") << "function 7 6";
-}
-
-void TstChangeModuleType::okSendsTheFunction()
-{
-    QFETCH(QByteArray, button);
-    QFETCH(QString, expected);
-    open("Thermo");
-    choose(button.constData());
-    QTest::mouseClick(ok(), Qt::LeftButton);
-    QCOMPARE(m_events, (QStringList{expected, "hidden"}));
-}
-
-void TstChangeModuleType::okActsWhenPressed()
-{
-    open("Voltage");
-    QTest::mousePress(ok(), Qt::LeftButton);
-    QCOMPARE(m_events, (QStringList{"function 7 2", "hidden"}));
-    QVERIFY(!m_dialog->isVisible());
-    QVERIFY(ok()->isDown()); // the press went on to the button
-}
-
-void TstChangeModuleType::secondPressOfAQuickPairActs_data()
-{
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("plain") << Qt::KeyboardModifiers() << "function 7 2";
-    QTest::newRow("shift") << Qt::KeyboardModifiers(Qt::ShiftModifier) << "group 9 4 2";
-}
-
-void TstChangeModuleType::secondPressOfAQuickPairActs()
-{
-    // The first press of the pair opened the dialog.
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    QFETCH(QString, expected);
-    open("Voltage");
-    const QPoint place = ok()->rect().center();
-    QMouseEvent press(QEvent::MouseButtonDblClick, place, ok()->mapToGlobal(place), Qt::LeftButton,
-                      Qt::LeftButton, modifiers);
-    QApplication::sendEvent(ok(), &press);
-    QCOMPARE(m_events, (QStringList{expected, "hidden"}));
-}
-
-void TstChangeModuleType::okIsUpWhenTheDialogIsShownAgain()
-{
-    open("Voltage");
-    QTest::mousePress(ok(), Qt::LeftButton); // the release goes elsewhere
-    open("Voltage");
-    QVERIFY(!ok()->isDown());
-}
-
-void TstChangeModuleType::clickOfOkSendsOnce()
-{
-    open("Voltage");
-    QTest::mouseClick(ok(), Qt::LeftButton);
-    QCOMPARE(m_events.filter("function").size(), 1);
-    open("Voltage");
-    QTest::mouseClick(ok(), Qt::LeftButton);
-    QCOMPARE(m_events.filter("function").size(), 2);
-}
-
-void TstChangeModuleType::clickWithoutAPressDoesNothing()
-{
-    open("Voltage");
-    ok()->click();
-    QCOMPARE(m_events, QStringList());
-    QVERIFY(m_dialog->isVisible());
-}
-
-void TstChangeModuleType::shiftOkGoesToAllChannels_data()
-{
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("strain gauge") << QByteArray("strainGBtn") << "group 9 4 1";
-    QTest::newRow("voltage") << QByteArray("voltageBtn") << "group 9 4 2";
-    QTest::newRow("IEPE") << QByteArray("iepeBtn") << "group 9 4 3";
-    QTest::newRow("potentiometer") << QByteArray("potBtn") << "group 9 4 6";
-}
-
-void TstChangeModuleType::shiftOkGoesToAllChannels()
-{
-    QFETCH(QByteArray, button);
-    QFETCH(QString, expected);
-    open("Thermo");
-    choose(button.constData());
-    QTest::mousePress(ok(), Qt::LeftButton, Qt::ShiftModifier);
-    QVERIFY(!ok()->isDown()); // the press was swallowed
-    QTest::mouseRelease(ok(), Qt::LeftButton, Qt::ShiftModifier);
-    QCOMPARE(m_events, (QStringList{expected, "hidden"}));
-    QVERIFY(!m_dialog->isVisible());
-}
-
-void TstChangeModuleType::otherModifiersSendToTheChannel_data()
-{
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::newRow("ctrl") << Qt::KeyboardModifiers(Qt::ControlModifier);
-    QTest::newRow("alt") << Qt::KeyboardModifiers(Qt::AltModifier);
-    QTest::newRow("shift and ctrl") << (Qt::ShiftModifier | Qt::ControlModifier);
-    QTest::newRow("shift and alt") << (Qt::ShiftModifier | Qt::AltModifier);
-}
-
-void TstChangeModuleType::otherModifiersSendToTheChannel()
-{
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    open("Voltage");
-    QTest::mouseClick(ok(), Qt::LeftButton, modifiers);
-    QCOMPARE(m_events, (QStringList{"function 7 2", "hidden"}));
-}
-
-void TstChangeModuleType::withoutAChoiceOkOnlyHides_data()
-{
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::newRow("plain") << Qt::KeyboardModifiers();
-    QTest::newRow("shift") << Qt::KeyboardModifiers(Qt::ShiftModifier);
-}
-
-void TstChangeModuleType::withoutAChoiceOkOnlyHides()
-{
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    open("Thermo");
-    QTest::mouseClick(ok(), Qt::LeftButton, modifiers);
-    QCOMPARE(m_events, QStringList());
-    QVERIFY(!m_dialog->isVisible());
-}
-
-void TstChangeModuleType::numberBeyondAByteIsCut()
-{
-    open("Voltage", "256");
-    QTest::mousePress(ok(), Qt::LeftButton);
-    QCOMPARE(m_events, (QStringList{"function 0 2", "hidden"}));
-}
-
 void TstChangeModuleType::cancelSendsNothing()
 {
     open("Voltage");
@@ -528,75 +293,6 @@ void TstChangeModuleType::closingSendsNothing()
     QVERIFY(m_dialog->close());
     QVERIFY(!m_dialog->isVisible());
     QCOMPARE(m_events, QStringList());
-}
-
-void TstChangeModuleType::returnConfirms_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::newRow("return") << int(Qt::Key_Return) << Qt::KeyboardModifiers();
-    QTest::newRow("enter") << int(Qt::Key_Enter) << Qt::KeyboardModifiers(Qt::KeypadModifier);
-}
-
-void TstChangeModuleType::returnConfirms()
-{
-    QFETCH(int, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    open("Voltage");
-    QVERIFY(ok()->isDefault());
-    child<QRadioButton>("voltageBtn")->setFocus();
-    QTest::keyClick(child<QRadioButton>("voltageBtn"), static_cast<Qt::Key>(key), modifiers);
-    QCOMPARE(m_events, (QStringList{"function 7 2", "hidden"}));
-}
-
-void TstChangeModuleType::keysOfOkConfirm_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("space") << int(Qt::Key_Space);
-    QTest::newRow("return") << int(Qt::Key_Return);
-    QTest::newRow("enter") << int(Qt::Key_Enter);
-}
-
-void TstChangeModuleType::keysOfOkConfirm()
-{
-    QFETCH(int, key);
-    open("Voltage");
-    ok()->setFocus();
-    QTest::keyClick(ok(), static_cast<Qt::Key>(key));
-    QCOMPARE(m_events, (QStringList{"function 7 2", "hidden"}));
-}
-
-void TstChangeModuleType::shiftKeysOfOkGoToAllChannels_data()
-{
-    keysOfOkConfirm_data();
-}
-
-void TstChangeModuleType::shiftKeysOfOkGoToAllChannels()
-{
-    QFETCH(int, key);
-    open("Voltage");
-    ok()->setFocus();
-    QTest::keyClick(ok(), static_cast<Qt::Key>(key), Qt::ShiftModifier);
-    QCOMPARE(m_events, (QStringList{"group 9 4 2", "hidden"}));
-}
-
-void TstChangeModuleType::shiftReturnElsewhereDoesNothing()
-{
-    open("Voltage");
-    QTest::keyClick(child<QRadioButton>("voltageBtn"), Qt::Key_Return, Qt::ShiftModifier);
-    QCOMPARE(m_events, QStringList());
-    QVERIFY(m_dialog->isVisible());
-}
-
-void TstChangeModuleType::repeatedKeyConfirmsNothing()
-{
-    open("Voltage");
-    for (QWidget *widget : {static_cast<QWidget *>(ok()), child<QWidget>("voltageBtn")}) {
-        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
-            sendKey(widget, key, Qt::NoModifier, true);
-    }
-    QCOMPARE(m_events, QStringList());
-    QVERIFY(m_dialog->isVisible());
 }
 
 void TstChangeModuleType::keysOfCancelReject()

@@ -1,5 +1,6 @@
 #include "modules/widgets/customt3spinbox.h"
 
+#include "stepcolour.h"
 #include "support/messagecatcher.h"
 #include "wheelinarea.h"
 
@@ -144,17 +145,12 @@ void TstCustomT3SpinBox::stepIsReportedAtOnceWithItsValue()
 
 void TstCustomT3SpinBox::stepTurnsTheBoxRed_data()
 {
-    QTest::addColumn<int>("steps");
-    for (const int steps : {1, -1, 10, -10, 0})
-        QTest::newRow(qPrintable(QString::number(steps))) << steps;
+    addStepCounts();
 }
 
 void TstCustomT3SpinBox::stepTurnsTheBoxRed()
 {
-    QFETCH(int, steps);
-    m_box->setStyleSheet(QStringLiteral("color:black"));
-    m_box->stepBy(steps);
-    QCOMPARE(m_box->styleSheet(), QStringLiteral("color:#C00000"));
+    checkStepTurnsRed(*m_box);
 }
 
 void TstCustomT3SpinBox::otherCountsAreNotReported()

@@ -1,5 +1,6 @@
 #include "modules/widgets/filterspinbox.h"
 
+#include "stepcolour.h"
 #include "support/virtualtime.h"
 #include "wheelinarea.h"
 
@@ -167,17 +168,12 @@ void TstFilterSpinBox::arrowKeysAreSingleSteps()
 
 void TstFilterSpinBox::stepTurnsTheBoxRed_data()
 {
-    QTest::addColumn<int>("steps");
-    for (const int steps : {1, -1, 10, -10, 0})
-        QTest::newRow(qPrintable(QString::number(steps))) << steps;
+    addStepCounts();
 }
 
 void TstFilterSpinBox::stepTurnsTheBoxRed()
 {
-    QFETCH(int, steps);
-    m_box->setStyleSheet(QStringLiteral("color:black"));
-    m_box->stepBy(steps);
-    QCOMPARE(m_box->styleSheet(), QStringLiteral("color:#C00000"));
+    checkStepTurnsRed(*m_box);
 }
 
 void TstFilterSpinBox::stepIsReportedAtRest()
