@@ -2,7 +2,7 @@
 # libraries that stand before it. A dependency that points the other way stops the configuration.
 set(VX_LAYERS
     base base_gui records link protocol modules_common modules_widgets modules_channels modules
-    controller gateway system settings reports firmware help app)
+    controller system_rates gateway system settings reports firmware help app)
 
 add_library(vx_options INTERFACE)
 target_include_directories(vx_options INTERFACE ${CMAKE_SOURCE_DIR}/src)

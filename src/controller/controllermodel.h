@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controller/inputvoltage.h"
+
 #include <QString>
 
 /// What is known of the controller module or of the power module.
@@ -14,9 +16,22 @@ struct FixedModuleModel
     quint8 selftest = 0;   ///< 0: no failure
 };
 
+/// What is known of the power module beyond that.
+struct PowerModuleModel : FixedModuleModel
+{
+    float outputPower = 0;  ///< W
+    float inputVoltage = 0; ///< V, rectified
+    PowerLimits limits;
+    bool limitsReceived = false;
+    float outputVoltageSetpoint = 0; ///< V; the last value that the user chose
+    quint8 voltageMode = 0;          ///< of the output: 0 fixed, else automatic; as reported
+    quint8 protectionMode = 0;       ///< as reported
+    bool statusFlag = false;         ///< the module is too hot
+};
+
 /// Data record of the top row.
 struct ControllerModel
 {
     FixedModuleModel controller;
-    FixedModuleModel power;
+    PowerModuleModel power;
 };

@@ -6,12 +6,15 @@
 #include <QPointer>
 #include <QVariant>
 
+class FakeTimer;
 class ModuleController_View;
+class PowerSettingsDialog;
 class TimeSource;
 struct Module_Status;
+struct Power_Status;
 
 /// Drives the top row: the controller module and, beside it, the power module. Shows what they are and how
-/// they fare, and warns of firmware that does not match.
+/// they fare, warns of firmware that does not match, and turns the user's power settings into commands.
 class ModuleController_Ctrllr : public QObject
 {
     Q_OBJECT
@@ -28,12 +31,22 @@ public:
 
     int rowNumber() const { return m_rowNumber; }
 
+    /// What is known of both modules.
+    const ControllerModel &model() const { return m_data; }
+
 public slots:
     /// Shows the controller's version numbers. The box does not block.
     void Slot_ControllerButton();
 
+    /// Lets the user choose the protection of the power module. The dialog does not block; the command goes
+    /// out when it is accepted.
+    void Slot_PowerButton();
+
     /// `remote` is the newest firmware known on the web; `flag` is passed on.
     void Slot_CheckFrmwrVersion(QString remote, int flag);
+
+    /// A Fast_System_Status.
+    void Slot_FastSystemStatus(QVariant data);
 
     /// The vector of Fast_Module_Status entries, of which the last two are taken.
     void Slot_FastModuleStatus(QVariant data);
@@ -44,10 +57,22 @@ public slots:
     /// A Power_Status.
     void Slot_StaticPowerStatus(QVariant data);
 
+    /// The user chose an output voltage, in volts. It is sent when two seconds passed without another.
+    void Slot_OutputVoltageSetpointChanged(double volts);
+
+    /// The user chose an entry of the mode box. The command goes out at once.
+    void Slot_OutputVoltageModeChanged(int index);
+
+    /// The time in which another output voltage would replace the chosen one is over.
+    void Slot_OutputVoltage_FakeTimeOver();
+
 signals:
     /// Origin "local": the modules' firmware differs among themselves; emitted once at most, with flag 0.
     /// Origin "remote": there is newer firmware on the web; with the flag of that check.
     void Signal_FirmwareMismatch(QString origin, int flag);
+
+    /// A setting for the power module: 1, a PowerSetting, and millivolts where the setting has a value.
+    void Signal_COMMAND_POWER_SET(uchar first, uchar setting, ushort value);
 
 private:
     void showController();

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QWidget>
+#include <optional>
+
+class QAbstractButton;
+class QPushButton;
+
+/// A bit rate in kBit/s and a number of channels, as the texts that name them.
+struct RateChoice
+{
+    QString bitRate;
+    QString channels;
+};
+
+/// The table of data rates: a row for each bit rate, a column for each number of channels, and in each cell
+/// a button with the sampling rates which that pair gives. A button's object name is the number of channels,
+/// a comma and the bit rate; all cells are found by it. The table sends nothing and decides nothing: whoever
+/// shows it connects the buttons and says which cells are dead.
+class RateTable : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// All cells are enabled.
+    explicit RateTable(QWidget *parent = nullptr);
+
+    /// All 48 cells, row by row.
+    QList<QPushButton *> buttons() const { return m_buttons; }
+
+    /// Null if the table has no such pair.
+    QPushButton *button(const RateChoice &choice) const;
+
+    /// The pair that an object name stands for; nothing if it has less than two parts.
+    static std::optional<RateChoice> choiceOf(const QString &objectName);
+
+    void setAllEnabled(bool enabled);
+
+    /// Disables these cells. Pairs that the table does not have are ignored.
+    void disable(const QList<RateChoice> &cells);
+
+    /// Marks this cell as the present one in place of any other, and gives it the focus. Does nothing for a
+    /// null pointer and for a cell that is disabled.
+    void markSelected(QAbstractButton *button);
+
+    void clearSelection();
+
+private:
+    void addHeadings();
+    void addCells();
+
+    QList<QPushButton *> m_buttons; // children of this widget
+};
