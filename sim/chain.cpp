@@ -10,6 +10,24 @@ constexpr int kChannelsPerModule = 2;
 
 } // namespace
 
+int Power::outputMillivolts() const
+{
+    if (tooHot && protection == SwitchOff)
+        return 0;
+    if (tooHot && protection == Derate)
+        return qMin(chosenMillivolts(), kDeratedMillivolts);
+    return chosenMillivolts();
+}
+
+void PlayedPower::applyTo(Power *power) const
+{
+    power->inputVolts = inputVolts.value_or(power->inputVolts);
+    power->loadAmperes = loadAmperes.value_or(power->loadAmperes);
+    power->tooHot = power->tooHot || tooHot;
+    if (noSerial)
+        power->identity.serial.clear();
+}
+
 QString SystemTexts::bitRate() const
 {
     return QStringLiteral("%1 (%2ch)")

@@ -14,6 +14,9 @@ constexpr int kMaximumModules = kModuleSlots;
 constexpr quint8 kControllerAddress = 0;
 constexpr quint8 kControllerFastEntry = 128;
 constexpr quint8 kPowerAddress = 129;
+constexpr int kMillivoltsMaximum = 65535;
+constexpr double kInputVoltsMaximum = 600;
+constexpr double kLoadAmperesMaximum = 32;
 
 struct Controller
 {
@@ -24,18 +27,42 @@ struct Controller
 struct Power
 {
     enum Mode : quint8 { Fixed = 0, Auto = 1 };
+    /// What the module does when it is too hot; with any other code it leaves the output alone.
+    enum Protection : quint8 { SwitchOff = 0, Derate = 1 };
+
+    static constexpr int kUsualMillivolts = 12000;
+    static constexpr int kDeratedMillivolts = 5000;
 
     Identity identity;
     Health health;
     quint8 mode = Fixed;
-    quint8 protection = 0;
-    int fixedMillivolts = 12000;
-    int autoMillivolts = 12000;
+    quint8 protection = SwitchOff;
+    int fixedMillivolts = kUsualMillivolts;
+    int autoMillivolts = kUsualMillivolts;
+    int minimumMillivolts = 0; ///< a setpoint below is not taken
+    int maximumMillivolts = kMillivoltsMaximum;
     double inputVolts = 24.0;
     double loadAmperes = 1.25;
-    bool tooHot = false; ///< bit 0 of the status flags of every reply
+    int loadMillivolts = kUsualMillivolts; ///< output voltage at which `loadAmperes` flow; not 0
+    bool tooHot = false;                   ///< bit 0 of the status flags of every reply
 
-    int outputMillivolts() const { return mode == Fixed ? fixedMillivolts : autoMillivolts; }
+    /// The setpoint of the present mode.
+    int chosenMillivolts() const { return mode == Fixed ? fixedMillivolts : autoMillivolts; }
+    /// What is left of it when the module protects itself.
+    int outputMillivolts() const;
+    /// Part of `loadAmperes` that flows at the present output voltage: the load is a resistor.
+    double loadShare() const { return static_cast<double>(outputMillivolts()) / loadMillivolts; }
+};
+
+/// What a script makes a power module show for a while in place of its own state.
+struct PlayedPower
+{
+    std::optional<double> inputVolts;
+    std::optional<double> loadAmperes; ///< at the same output voltage as those of the module
+    bool tooHot = false;
+    bool noSerial = false;
+
+    void applyTo(Power *power) const;
 };
 
 /// The texts of the system status and what the device does at a reset.

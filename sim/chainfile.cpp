@@ -20,8 +20,6 @@ constexpr int kSelftestMaximum = 31;
 constexpr double kVoltsMaximum = 20.47;
 constexpr double kCelsiusMinimum = -55;
 constexpr double kCelsiusMaximum = 200.5;
-constexpr double kInputVoltsMaximum = 600;
-constexpr double kLoadAmperesMaximum = 32;
 constexpr int kLongestMs = 3600000;
 constexpr int kSerialDigits = 4;
 
@@ -121,11 +119,20 @@ void readPower(ScriptLine &line, Chain *chain)
     readHealth(line, &power.health);
     power.mode = static_cast<quint8>(
         line.word(QStringLiteral("mode"), power.mode, {QStringLiteral("fixed"), QStringLiteral("auto")}));
-    power.fixedMillivolts = line.integer(QStringLiteral("fixed"), power.fixedMillivolts, 0, kWordMaximum);
-    power.autoMillivolts = line.integer(QStringLiteral("auto"), power.autoMillivolts, 0, kWordMaximum);
+    const auto millivolts = [&line](const char *key, int current) {
+        return line.integer(QString::fromLatin1(key), current, 0, kMillivoltsMaximum);
+    };
+    power.fixedMillivolts = millivolts("fixed", power.fixedMillivolts);
+    power.autoMillivolts = millivolts("auto", power.autoMillivolts);
+    power.minimumMillivolts = millivolts("minimum", power.minimumMillivolts);
+    power.maximumMillivolts = millivolts("maximum", power.maximumMillivolts);
+    if (power.minimumMillivolts > power.maximumMillivolts)
+        line.fail(QStringLiteral("minimum is above maximum"));
     power.protection = static_cast<quint8>(line.integer(QStringLiteral("protection"), 0, 0, kByteMaximum));
     power.inputVolts = line.real(QStringLiteral("input"), power.inputVolts, 0, kInputVoltsMaximum);
     power.loadAmperes = line.real(QStringLiteral("load"), power.loadAmperes, 0, kLoadAmperesMaximum);
+    if (power.chosenMillivolts() > 0)
+        power.loadMillivolts = power.chosenMillivolts();
     power.tooHot = line.flag(QStringLiteral("hot"), power.tooHot);
     chain->power = power;
 }

@@ -18,6 +18,9 @@ namespace sim {
 ///          autozero=MS shunt=MS   how long an autozero runs and a shunt stays on
 ///   controller IDENTITY HEALTH
 ///   power IDENTITY HEALTH mode=fixed|auto fixed=MV auto=MV protection=N input=V load=A hot=yes|no
+///          minimum=MV maximum=MV   limits of the output voltage; a setpoint beyond them is not taken
+///          The load is a resistor: load= flows at the output voltage that the line chooses by mode=, or at
+///          12 V where that is 0. serial="" is a power module that does not answer with an identity.
 ///   module type=N count=N IDENTITY HEALTH CHANNEL sensors=TEXT ranges=TEXT
 ///
 ///   IDENTITY: serial=TEXT hw=TEXT fw1=TEXT fw2=TEXT. A module's serial that ends in "-" gets the module's

@@ -243,6 +243,8 @@ QString Commands::setPower(int first, int setting, int value)
         return QStringLiteral("there is no power module");
     Power &power = *m_chain.power;
     if (first == 1 && (setting == FixedVoltage || setting == AutoVoltage)) {
+        if (value < power.minimumMillivolts || value > power.maximumMillivolts)
+            return QStringLiteral("power module takes no %1 mV").arg(value);
         (setting == FixedVoltage ? power.fixedMillivolts : power.autoMillivolts) = value;
         return QStringLiteral("%1 voltage %2 mV")
             .arg(setting == FixedVoltage ? QStringLiteral("fixed") : QStringLiteral("auto"))

@@ -24,6 +24,7 @@ public:
     /// A universal channel starts afresh with another function.
     QString setFunction(int wireChannel, int function);
     QString setSupply(int wireChannel, int onOff, int code);
+    /// A voltage beyond the limits of the power module is not taken.
     QString setPower(int first, int setting, int value);
     QString setRates(int bitRateCode, int channelCountCode);
 

@@ -58,8 +58,9 @@ void Device::reset()
     ++m_resetCount;
 }
 
-Answer Device::answer(const QByteArray &payload, Milliseconds now)
+Answer Device::answer(const QByteArray &payload, Milliseconds now, const PlayedPower &played)
 {
+    m_played = played;
     const bool flagged = m_resetFlag;
     Answer answer = dispatch(payload, now);
     if (answer.verdict == Answer::Verdict::Reply && flagged) {
@@ -105,14 +106,24 @@ Answer Device::dispatch(const QByteArray &payload, Milliseconds now)
 
 Answer Device::acknowledge(const QString &note, Milliseconds now) const
 {
-    return replied(Replies(m_chain, m_live, now).head(m_chain.commandReplyCode), note);
+    const Chain shown = shownChain();
+    return replied(Replies(shown, m_live, now).head(m_chain.commandReplyCode), note);
+}
+
+Chain Device::shownChain() const
+{
+    Chain shown = m_chain;
+    if (shown.power)
+        m_played.applyTo(&*shown.power);
+    return shown;
 }
 
 Answer Device::statusReply(const QByteArray &payload, Milliseconds now)
 {
     if (!hasForm(payload, kStatusRequestSize))
         return badForm(payload);
-    const Replies replies(m_chain, m_live, now);
+    const Chain shown = shownChain();
+    const Replies replies(shown, m_live, now);
     const quint8 code = u8At(payload, 0);
     const quint8 argument = u8At(payload, kArgumentAt);
     switch (code) {

@@ -27,7 +27,8 @@ class Device
 public:
     Device(const Chain &description, quint32 seed);
 
-    Answer answer(const QByteArray &payload, Milliseconds now);
+    /// The reply shows the state after the request, with what is played over it.
+    Answer answer(const QByteArray &payload, Milliseconds now, const PlayedPower &played = {});
 
     /// The present state; tests may also change it.
     Chain &chain() { return m_chain; }
@@ -49,10 +50,12 @@ private:
     Answer systemCommand(const QByteArray &payload, Milliseconds now);
     Answer fpgaCommand(const QByteArray &payload, Milliseconds now);
     Answer acknowledge(const QString &note, Milliseconds now) const;
+    Chain shownChain() const;
 
     const Chain m_description;
     Chain m_chain;
     LiveValues m_live;
+    PlayedPower m_played; ///< for the request at hand
     bool m_resetFlag = false;
     int m_resetCount = 0;
 };

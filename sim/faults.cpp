@@ -20,11 +20,12 @@ constexpr int kUsualAbsenceMs = 1000;
 const QStringList &actionNames()
 {
     // In the order of FaultRule::Action.
-    static const QStringList names = {QStringLiteral("lose"),       QStringLiteral("silence"),
-                                      QStringLiteral("close"),      QStringLiteral("reset-flag"),
-                                      QStringLiteral("delay"),      QStringLiteral("unknown-code"),
-                                      QStringLiteral("originator"), QStringLiteral("corrupt"),
-                                      QStringLiteral("cut"),        QStringLiteral("twice")};
+    static const QStringList names = {
+        QStringLiteral("lose"),       QStringLiteral("silence"), QStringLiteral("close"),
+        QStringLiteral("reset-flag"), QStringLiteral("delay"),   QStringLiteral("unknown-code"),
+        QStringLiteral("originator"), QStringLiteral("corrupt"), QStringLiteral("cut"),
+        QStringLiteral("twice"),      QStringLiteral("input"),   QStringLiteral("load"),
+        QStringLiteral("hot"),        QStringLiteral("no-power")};
     return names;
 }
 
@@ -67,6 +68,16 @@ void readParameters(ScriptLine &line, FaultRule *rule)
     case FaultRule::Action::Lose:
     case FaultRule::Action::ResetFlag:
     case FaultRule::Action::Twice:
+    case FaultRule::Action::Hot:
+    case FaultRule::Action::NoPower:
+        break;
+    case FaultRule::Action::Input:
+        need(line, "volts");
+        rule->reading = line.real(QStringLiteral("volts"), 0, 0, kInputVoltsMaximum);
+        break;
+    case FaultRule::Action::Load:
+        need(line, "amperes");
+        rule->reading = line.real(QStringLiteral("amperes"), 0, 0, kLoadAmperesMaximum);
         break;
     case FaultRule::Action::Close:
         rule->time = Milliseconds(line.integer(QStringLiteral("ms"), kUsualAbsenceMs, 0, kAnyNumber));
@@ -214,6 +225,18 @@ void FaultScript::apply(const FaultRule &rule, Milliseconds now, FaultPlan *plan
         break;
     case FaultRule::Action::Twice:
         plan->twice = true;
+        break;
+    case FaultRule::Action::Input:
+        plan->played.inputVolts = rule.reading;
+        break;
+    case FaultRule::Action::Load:
+        plan->played.loadAmperes = rule.reading;
+        break;
+    case FaultRule::Action::Hot:
+        plan->played.tooHot = true;
+        break;
+    case FaultRule::Action::NoPower:
+        plan->played.noSerial = true;
         break;
     }
 }

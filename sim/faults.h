@@ -23,7 +23,8 @@ struct Cut
     Milliseconds gap{0}; ///< pause before each piece but the first
 };
 
-/// What goes wrong with one request and its reply. Nothing, unless a rule matched.
+/// What goes wrong with one request and its reply, and what the reply shows in place of the chain's state.
+/// Nothing, unless a rule matched.
 struct FaultPlan
 {
     bool silence = false;    ///< the device does not even take the request
@@ -37,7 +38,8 @@ struct FaultPlan
     std::optional<quint8> originator;
     std::optional<Corruption> corruption;
     std::optional<Cut> cut;
-    QStringList notes; ///< names of the rules that matched, for the log
+    PlayedPower played; ///< what the power module shows in the reply
+    QStringList notes;  ///< names of the rules that matched, for the log
 
     bool isClean() const { return notes.isEmpty(); }
     /// The program gets no reply that it takes: none at all or a damaged one.
@@ -57,7 +59,11 @@ struct FaultRule
         Originator,
         Corrupt,
         Cut,
-        Twice
+        Twice,
+        Input,
+        Load,
+        Hot,
+        NoPower
     };
 
     Action action = Action::Lose;
@@ -78,8 +84,9 @@ struct FaultRule
 
     // What the action needs.
     Milliseconds time{
-        0};        ///< delay, silence after the request that set it off, or absence of a closed terminal
-    int value = 0; ///< payload code or originator
+        0};             ///< delay, silence after the request that set it off, or absence of a closed terminal
+    int value = 0;      ///< payload code or originator
+    double reading = 0; ///< volts or amperes
     Corruption corruption;
     Cut cut;
 };
@@ -98,6 +105,11 @@ struct FaultRule
 ///   corrupt [part=header|payload|crc] [byte=N]   one byte is inverted behind the check sums
 ///   cut size=N [gap=N]            pieces of N bytes with pauses of gap ms
 ///   twice                         the reply comes twice, with a consistency counter of its own each time
+/// What the power module shows in the reply in place of its own state:
+///   input volts=N                 this input voltage
+///   load amperes=N                this load, at the output voltage at which load= of the description holds
+///   hot                           it is too hot, and does what its protection says
+///   no-power                      its serial number is empty
 /// Filters and triggers of every rule:
 ///   code=N argument=N             only these requests
 ///   from=N for=N                  only from this simulated time in ms on, for so long

@@ -46,7 +46,8 @@ QByteArray Replies::head(quint8 code) const
     putU8(bytes, StatusFlagsAt, power.tooHot ? kHotFlag : 0);
     putSteps(bytes, InputVoltageAt, m_live.inputVolts(power.inputVolts, m_now) * kInputSteps);
     putSteps(bytes, OutputVoltageAt, power.outputMillivolts());
-    putSteps(bytes, LoadCurrentAt, m_live.loadAmperes(power.loadAmperes, m_now) * kLoadSteps);
+    const double amperes = m_live.loadAmperes(power.loadAmperes, m_now) * power.loadShare();
+    putSteps(bytes, LoadCurrentAt, amperes * kLoadSteps);
     return bytes;
 }
 

@@ -184,7 +184,7 @@ void Server::carryOut(Link *link, Session *session, const Reception &reception)
         m_log.note(now, name, QStringLiteral("fault: %1").arg(plan.notes.join(QStringLiteral(", "))));
     if (plan.silence)
         return;
-    const Answer answer = m_device.answer(reception.payload, now);
+    const Answer answer = m_device.answer(reception.payload, now, plan.played);
     switch (answer.verdict) {
     case Answer::Verdict::Refused:
         m_log.note(now, name, QStringLiteral("refused: %1").arg(answer.note));

@@ -46,6 +46,9 @@ private slots:
     void systemLine();
     void deviceLine();
     void powerLine();
+    void limitsOfTheOutputVoltage();
+    void loadHoldsAtTheDescribedVoltage();
+    void emptySerialNumbers();
     void systemTextsFillAFrameAndNoMore();
     void claimAbove128IsAllowed();
     void badLineIsReportedWithItsNumber_data();
@@ -182,6 +185,40 @@ void TstChainFile::powerLine()
     QCOMPARE(chain.fixedModuleCodes().left(3), QByteArray("\x64\x78\0", 3));
 }
 
+void TstChainFile::limitsOfTheOutputVoltage()
+{
+    const Chain usual = parsed("power");
+    QCOMPARE(usual.power->minimumMillivolts, 0);
+    QCOMPARE(usual.power->maximumMillivolts, 65535);
+    const Chain limited = parsed("power minimum=5000 maximum=20000");
+    QCOMPARE(limited.power->minimumMillivolts, 5000);
+    QCOMPARE(limited.power->maximumMillivolts, 20000);
+    const Chain one = parsed("power minimum=9000 maximum=9000");
+    QCOMPARE(one.power->minimumMillivolts, one.power->maximumMillivolts);
+}
+
+void TstChainFile::loadHoldsAtTheDescribedVoltage()
+{
+    QCOMPARE(parsed("power").power->loadMillivolts, 12000);
+    QCOMPARE(parsed("power fixed=8000 auto=9000").power->loadMillivolts, 8000);
+    QCOMPARE(parsed("power fixed=8000 auto=9000 mode=auto").power->loadMillivolts, 9000);
+    QCOMPARE(parsed("power fixed=8000 hot=yes").power->loadMillivolts, 8000);
+    QCOMPARE(parsed("power fixed=0").power->loadMillivolts, 12000);
+}
+
+void TstChainFile::emptySerialNumbers()
+{
+    sim::Device device(parsed("controller serial=\"\"\npower serial=\"\" hw=1.3\n"), 1);
+    const auto status = [&device](const char *request) {
+        return device.answer(QByteArray::fromHex(request), sim::Milliseconds(0)).payload;
+    };
+    QCOMPARE(status("1200000000").mid(16, 3).toHex(), QByteArray("000064"));
+    QCOMPARE(status("1200000000").mid(36, 16), QByteArray(16, '\0'));
+    QCOMPARE(status("1200000081").size(), 100);
+    QCOMPARE(status("1200000081").mid(16, 3).toHex(), QByteArray("810078"));
+    QCOMPARE(status("1200000081").mid(36, 20).toHex(), QByteArray(32, '0') + QByteArray("312e3300"));
+}
+
 void TstChainFile::systemTextsFillAFrameAndNoMore()
 {
     // Of 1300 bytes: 156 in front of the texts, six zero bytes, "384000" and "40000 (256ch)".
@@ -242,6 +279,10 @@ void TstChainFile::badLineIsReportedWithItsNumber_data()
                                       << "line 2: more than 128 modules";
     QTest::newRow("second power") << "power\npower"
                                   << "line 2: a second \"power\"";
+    QTest::newRow("limits the wrong way round") << "power minimum=9001 maximum=9000"
+                                                << "line 1: minimum is above maximum";
+    QTest::newRow("limit beyond its field") << "power maximum=65536"
+                                            << "line 1: maximum=65536 is no number from 0 to 65535";
     QTest::newRow("serial too long") << "controller serial=12345678901234567"
                                      << "line 1: serial is longer than 16 bytes";
     QTest::newRow("serial too long with its number") << "module type=1 serial=123456789012-"

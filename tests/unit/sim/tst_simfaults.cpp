@@ -51,6 +51,8 @@ private slots:
     void probabilityFollowsTheSeed();
     void actions();
     void parametersHaveUsualValues();
+    void playedValues();
+    void playedValueHoldsForAWhile();
     void silenceLastsFromItsRequest();
     void severalRulesAddUp();
     void clearForgetsRulesAndSilence();
@@ -162,6 +164,36 @@ void TstSimFaults::parametersHaveUsualValues()
     QVERIFY(plan.cut && plan.cut->gap.count() == 0);
 }
 
+void TstSimFaults::playedValues()
+{
+    const auto played = [](const char *rules) {
+        FaultScript faults = script(QString::fromLatin1(rules));
+        return faults.planFor(kFast, Milliseconds(0)).played;
+    };
+    QVERIFY(!played("lose").inputVolts && !played("lose").loadAmperes);
+    QVERIFY(!played("lose").tooHot && !played("lose").noSerial);
+    QCOMPARE(played("input volts=6.5").inputVolts.value_or(0), 6.5);
+    QCOMPARE(played("load amperes=0.75").loadAmperes.value_or(0), 0.75);
+    QVERIFY(played("hot").tooHot);
+    QVERIFY(played("no-power").noSerial);
+    const auto all = played("input volts=51\nhot\nload amperes=3\nno-power\ninput volts=7");
+    QCOMPARE(all.inputVolts.value_or(0), 7.0);
+    QCOMPARE(all.loadAmperes.value_or(0), 3.0);
+    QVERIFY(all.tooHot && all.noSerial);
+}
+
+void TstSimFaults::playedValueHoldsForAWhile()
+{
+    FaultScript faults = script("input volts=6.5 from=1000 for=500");
+    for (const int ms : {0, 999, 1500, 9000})
+        QVERIFY(!faults.planFor(kFast, Milliseconds(ms)).played.inputVolts);
+    for (const int ms : {1000, 1499})
+        QVERIFY(faults.planFor(kFast, Milliseconds(ms)).played.inputVolts);
+    FaultScript filtered = script("hot code=0x12 argument=0x81");
+    QVERIFY(!filtered.planFor(kFast, Milliseconds(0)).played.tooHot);
+    QVERIFY(filtered.planFor(staticRequest(0x81), Milliseconds(0)).played.tooHot);
+}
+
 void TstSimFaults::silenceLastsFromItsRequest()
 {
     FaultScript faults = script("silence nth=2 ms=4000\ndelay ms=1");
@@ -204,6 +236,16 @@ void TstSimFaults::badRuleIsReportedWithItsLine_data()
                                       << "line 1: \"cut\" needs size=";
     QTest::newRow("cut of size 0") << "cut size=0"
                                    << "line 1: size=0 is no number from 1 to 2147483647";
+    QTest::newRow("input without volts") << "input from=1"
+                                         << "line 1: \"input\" needs volts=";
+    QTest::newRow("load without amperes") << "load"
+                                          << "line 1: \"load\" needs amperes=";
+    QTest::newRow("input beyond its field") << "input volts=601"
+                                            << "line 1: volts=601 is no number from 0 to 600";
+    QTest::newRow("load beyond its field") << "load amperes=-1"
+                                           << "line 1: amperes=-1 is no number from 0 to 32";
+    QTest::newRow("hot with a value") << "hot volts=1"
+                                      << "line 1: \"hot\" does not know \"volts\"";
     QTest::newRow("part") << "corrupt part=tail"
                           << "line 1: part=tail is none of header, payload, crc";
     QTest::newRow("probability") << "lose probability=2"

@@ -72,8 +72,10 @@ void TstSimReplies::fastSystemStatusIsTheHead()
 {
     Power &power = *m_device->chain().power;
     power.tooHot = true;
+    power.protection = 2;
     power.mode = Power::Auto;
     power.autoMillivolts = 9000;
+    power.loadMillivolts = 9000;
     const QByteArray reply = ask("0800000000");
     QCOMPARE(reply.size(), 16);
     QCOMPARE(reply.left(10).toHex(), QByteArray("08000000000000000001"));
