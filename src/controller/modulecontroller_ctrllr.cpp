@@ -1,17 +1,32 @@
 #include "controller/modulecontroller_ctrllr.h"
 
+#include "base/gui/dialogs.h"
+#include "base/log.h"
 #include "base/variantcast.h"
+#include "controller/barstyles.h"
 #include "controller/modulecontroller_view.h"
+#include "controller/powersetting.h"
+#include "controller/powersettingsdialog.h"
+#include "modules/common/faketimer.h"
 #include "modules/common/livevalues.h"
 #include "modules/common/versionbox.h"
 #include "protocol/records/fastmodulestatus.h"
+#include "protocol/records/fastsystemstatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/moduletypes.h"
 #include "protocol/records/powerstatus.h"
 
 #include <QDebug>
+#include <limits>
 
 namespace {
+
+constexpr Timer::Period kSetpointPeriod{2000}; // in which a new setpoint replaces the one before
+constexpr uchar kPowerSetCommand = 1;
+constexpr double kMillivoltsPerVolt = 1000.0;
+constexpr float kInputRawPerVolt = 100.0F;
+constexpr float kOutputRawPerVolt = 1000.0F;
+constexpr float kLoadRawPerAmpere = 2000.0F;
 
 QString controllerName()
 {
@@ -63,16 +78,29 @@ QStringList versionNumbers(const QString &version)
 } // namespace
 
 ModuleController_Ctrllr::ModuleController_Ctrllr(int moduleNumber, int rowNumber, bool withPower,
-                                                 TimeSource &, QObject *parent)
+                                                 TimeSource &time, QObject *parent)
     : QObject(parent)
     , m_rowNumber(rowNumber)
     , m_view(new ModuleController_View(moduleNumber))
+    , m_setpointTimer(new FakeTimer(time, this))
 {
     showController();
     showPower();
+    m_view->setInputVoltageMaximum(m_data.power.limits.inputVoltageMaximum);
     m_view->setPowerVisible(withPower);
-    connect(m_view, &ModuleController_View::Signal_ControllerButton, this,
+    const ModuleController_View *view = m_view;
+    connect(view, &ModuleController_View::Signal_ControllerButton, this,
             &ModuleController_Ctrllr::Slot_ControllerButton);
+    connect(view, &ModuleController_View::Signal_PowerButton, this,
+            &ModuleController_Ctrllr::Slot_PowerButton);
+    connect(view, &ModuleController_View::Signal_OutputVoltageSetpointChanged, this,
+            &ModuleController_Ctrllr::Slot_OutputVoltageSetpointChanged);
+    connect(view, &ModuleController_View::Signal_OutputVoltageModeChanged, this,
+            &ModuleController_Ctrllr::Slot_OutputVoltageModeChanged);
+    connect(m_setpointTimer, &FakeTimer::Signal_FakeTimeOver, this,
+            &ModuleController_Ctrllr::Slot_OutputVoltage_FakeTimeOver);
+    // Once the row is gone nothing of it is sent.
+    connect(view, &QObject::destroyed, m_setpointTimer, &FakeTimer::stop);
 }
 
 ModuleController_Ctrllr::~ModuleController_Ctrllr()
@@ -110,6 +138,28 @@ void ModuleController_Ctrllr::Slot_ControllerButton()
     showVersionBox(m_view, controller.hardware, controller.firmware1, controller.firmware2);
 }
 
+void ModuleController_Ctrllr::Slot_PowerButton()
+{
+    auto *dialog = new PowerSettingsDialog(m_view);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] { setProtection(dialog->selectedText()); });
+    showModalOnce(*dialog);
+}
+
+void ModuleController_Ctrllr::setProtection(const QString &name)
+{
+    if (name.isEmpty())
+        return;
+    const int index = protectionNames().indexOf(name);
+    debugLine("void ModuleController_Ctrllr::Slot_PowerButton()")
+        << "user selected" << name << "list index" << index;
+    sendPowerSetting(protectionSetting(index));
+}
+
+void ModuleController_Ctrllr::sendPowerSetting(PowerSetting setting, quint16 value)
+{
+    emit Signal_COMMAND_POWER_SET(kPowerSetCommand, static_cast<uchar>(setting), value);
+}
+
 void ModuleController_Ctrllr::Slot_CheckFrmwrVersion(QString remote, int flag)
 {
     const QStringList localNumbers = versionNumbers(m_referenceFirmware);
@@ -121,6 +171,28 @@ void ModuleController_Ctrllr::Slot_CheckFrmwrVersion(QString remote, int flag)
             return;
         }
     }
+}
+
+void ModuleController_Ctrllr::Slot_FastSystemStatus(QVariant data)
+{
+    const auto status = recordFromVariant<Fast_System_Status>(data);
+    const float loadCurrent = status.loadCurrentRaw / kLoadRawPerAmpere;
+    const float outputPower = status.outputVoltageRaw / kOutputRawPerVolt * loadCurrent;
+    takeInputVoltage(status.voltageRaw / kInputRawPerVolt);
+    PowerModuleModel &power = m_data.power;
+    power.outputPower = outputPower;
+    m_view->setLoadCurrent(loadCurrent);
+    power.statusFlag = (status.statusFlags & 1U) != 0;
+    m_view->setStatusFlag(power.statusFlag);
+}
+
+void ModuleController_Ctrllr::takeInputVoltage(float volts)
+{
+    PowerModuleModel &power = m_data.power;
+    power.inputVoltage = volts;
+    m_view->setInputVoltage(volts);
+    m_view->setInputVoltageStyle(isInputVoltageGood(volts, power.limits) ? barstyles::good()
+                                                                         : barstyles::fault());
 }
 
 void ModuleController_Ctrllr::Slot_FastModuleStatus(QVariant data)
@@ -143,6 +215,7 @@ void ModuleController_Ctrllr::Slot_StaticModuleStatus(QVariant data)
     } else if (status.moduleType == wireCode(ModuleType::Power)) {
         qDebug() << "retrieved StaticModuleStatuss with module type Power";
         takePower(status.serialNumber, status.hardwareVersion, status.firmware1Version);
+        takeLimits(status.rangeList);
     } else {
         checkLocalFirmware(status.firmware1Version);
     }
@@ -169,6 +242,15 @@ void ModuleController_Ctrllr::takePower(const QString &serialNumber, const QStri
     showPower();
 }
 
+void ModuleController_Ctrllr::takeLimits(const QString &list)
+{
+    PowerModuleModel &power = m_data.power;
+    power.limits = withReportedLimits(power.limits, list);
+    m_view->setInputVoltageMaximum(power.limits.inputVoltageMaximum);
+    m_view->setInputVoltageStyle(barstyles::limits());
+    power.limitsReceived = true;
+}
+
 void ModuleController_Ctrllr::Slot_StaticPowerStatus(QVariant data)
 {
     const auto status = recordFromVariant<Power_Status>(data);
@@ -185,8 +267,46 @@ void ModuleController_Ctrllr::Slot_StaticPowerStatus(QVariant data)
         }
         qDebug() << "retrieved StaticPowerStatus with module type = Power";
         takePower(status.serialNumber, status.hardwareVersion, status.firmware1Version);
+        takePowerSettings(status);
     }
     checkLocalFirmware(status.firmware1Version);
+}
+
+void ModuleController_Ctrllr::takePowerSettings(const Power_Status &status)
+{
+    PowerModuleModel &power = m_data.power;
+    m_view->SetOutputVoltageMode(status.powerMode);
+    power.voltageMode = status.powerMode;
+    const quint16 millivolts = status.powerMode == 0 ? status.fixedVoltage : status.autoVoltage;
+    m_view->setOutputVoltageSetpoint(millivolts / kMillivoltsPerVolt);
+    m_view->setProtection(status.powerProtection);
+    power.protectionMode = status.powerProtection;
+    qDebug() << "fixed_voltage =" << status.fixedVoltage << ", auto_voltage =" << status.autoVoltage
+             << "Power mode =" << status.powerMode << "Power protection =" << status.powerProtection;
+}
+
+void ModuleController_Ctrllr::Slot_OutputVoltageSetpointChanged(double volts)
+{
+    qDebug() << "void ModuleController_Ctrllr::Slot_OutputVoltageSetpointChanged(double)"
+             << ": got this : " << volts;
+    constexpr double kLargest = std::numeric_limits<float>::max();
+    m_data.power.outputVoltageSetpoint = static_cast<float>(qBound(-kLargest, volts, kLargest));
+    m_setpointTimer->start(kSetpointPeriod);
+    m_view->setSetpointColour(QStringLiteral("red"));
+}
+
+void ModuleController_Ctrllr::Slot_OutputVoltage_FakeTimeOver()
+{
+    m_setpointTimer->stop();
+    const PowerModuleModel &power = m_data.power;
+    sendPowerSetting(power.voltageMode == 0 ? PowerSetting::FixedVoltage : PowerSetting::AutoVoltage,
+                     setpointMillivolts(static_cast<double>(power.outputVoltageSetpoint)));
+    m_view->setSetpointColour(QStringLiteral("black"));
+}
+
+void ModuleController_Ctrllr::Slot_OutputVoltageModeChanged(int index)
+{
+    sendPowerSetting(modeSetting(index));
 }
 
 void ModuleController_Ctrllr::checkLocalFirmware(const QString &firmware)

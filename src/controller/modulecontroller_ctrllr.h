@@ -8,10 +8,10 @@
 
 class FakeTimer;
 class ModuleController_View;
-class PowerSettingsDialog;
 class TimeSource;
 struct Module_Status;
 struct Power_Status;
+enum class PowerSetting : quint8;
 
 /// Drives the top row: the controller module and, beside it, the power module. Shows what they are and how
 /// they fare, warns of firmware that does not match, and turns the user's power settings into commands.
@@ -79,11 +79,17 @@ private:
     void showPower();
     void takeController(const Module_Status &status);
     void takePower(const QString &serialNumber, const QString &hardware, const QString &firmware);
+    void takePowerSettings(const Power_Status &status);
+    void takeLimits(const QString &list);
+    void takeInputVoltage(float volts);
     void checkLocalFirmware(const QString &firmware);
+    void setProtection(const QString &name);
+    void sendPowerSetting(PowerSetting setting, quint16 value = 0);
 
     int m_rowNumber;
     ControllerModel m_data;
     QPointer<ModuleController_View> m_view;
+    FakeTimer *m_setpointTimer;         ///< child; runs while a chosen setpoint is not sent yet
     QString m_referenceFirmware;        ///< firmware 1 of the controller; empty until it reported
     bool m_firmwareCheckPending = true; ///< no local mismatch was reported yet
 };

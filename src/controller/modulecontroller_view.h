@@ -36,7 +36,7 @@ public:
     void setPowerTemperature(float celsius);
     void setPowerSelftest(quint8 code);
 
-    /// Enables the mode box and shows entry 0 "fixed" or 1 "auto".
+    /// Enables the mode box and shows "fixed" for 0, else "auto".
     void SetOutputVoltageMode(int mode);
 
     /// Enables the box of the output voltage and shows the value, which is not reported back.
@@ -50,7 +50,7 @@ public:
     void setLoadCurrent(float amperes);
     void setInputVoltage(float volts);
 
-    /// The upper end of the bar of the input voltage, in volts.
+    /// The upper end of the bar of the input voltage, in volts; at least 1.
     void setInputVoltageMaximum(float volts);
 
     /// One of the style sheets of barstyles.h.

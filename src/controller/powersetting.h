@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QStringList>
 
 /// What a power module is told: the second argument of its setting command, of which the first is 1.
 enum class PowerSetting : quint8 {
@@ -20,5 +20,12 @@ PowerSetting modeSetting(int index);
 /// The setting for an entry of the list of protections; standard for an index that is not in the list.
 PowerSetting protectionSetting(int index);
 
-/// The third argument for an output voltage in volts: millivolts, rounded; 65 V at most.
+/// The protections that the user can choose, in the order of the list.
+QStringList protectionNames();
+
+/// Name of a reported protection; the code as a decimal number if it has no name.
+QString protectionName(quint8 code);
+
+/// The third argument for an output voltage in volts: millivolts, rounded; 65 V at most,
+/// and 0 for a negative value or one that is no number.
 quint16 setpointMillivolts(double volts);

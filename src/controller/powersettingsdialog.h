@@ -20,5 +20,7 @@ public:
     QString selectedText() const;
 
 private:
+    void fillProtections();
+
     std::unique_ptr<Ui::PowerSettingsDialog> m_ui;
 };

@@ -98,10 +98,11 @@ void TstModuleControllerView::captionsReadAsAgreed()
 void TstModuleControllerView::groupsAreTitled()
 {
     const ModuleController_View row(1);
-    const auto groups = row.findChildren<QGroupBox *>();
-    QCOMPARE(groups.size(), 2);
-    for (const QGroupBox *group : groups)
-        QCOMPARE(group->title(), QStringLiteral("Module Status"));
+    QCOMPARE(row.findChildren<QGroupBox *>().size(), 3);
+    for (const char *name : {"groupBox_Status", "groupBox_Status_Pow"})
+        QCOMPARE(childByName<QGroupBox>(&row, name)->title(), QStringLiteral("Module Status"));
+    QCOMPARE(childByName<QGroupBox>(&row, "groupBox_OutputVoltage")->title(),
+             QStringLiteral("Output Voltage Settings"));
 }
 
 void TstModuleControllerView::moduleNumberIsShown()
