@@ -7,7 +7,7 @@ namespace fonts {
 namespace {
 
 constexpr int kTextPixels = 12;
-constexpr int kPlaceholderPixels = 15;
+constexpr int kLargePixels = 15;
 
 QString family()
 {
@@ -31,11 +31,16 @@ QFont strong()
     return font;
 }
 
+QFont title()
+{
+    QFont font = strong();
+    font.setPixelSize(kLargePixels);
+    return font;
+}
+
 QFont placeholder()
 {
-    QFont font = text();
-    font.setPixelSize(kPlaceholderPixels);
-    font.setWeight(QFont::Bold);
+    QFont font = title();
     font.setItalic(true);
     font.setKerning(true);
     return font;

@@ -11,6 +11,9 @@ QFont text(const QFont &base = QFont());
 /// Emphasised names and headings: 12 pixels, weight 75.
 QFont strong();
 
+/// The name of the system above its settings: 15 pixels, weight 75.
+QFont title();
+
 /// Text of a placeholder that stands where no device is: 15 pixels, weight 75, italic, with kerning.
 QFont placeholder();
 

@@ -10,6 +10,7 @@ private slots:
     void textIs12Pixels();
     void textKeepsTheOtherPropertiesOfItsBase();
     void strongIsBold();
+    void titleIsLargeAndBold();
     void placeholderIsLargeBoldAndItalic();
     void substitutionsComeInTheirOrder();
 };
@@ -36,6 +37,15 @@ void TstFonts::strongIsBold()
 {
     QCOMPARE(fonts::strong().pixelSize(), 12);
     QCOMPARE(fonts::strong().weight(), 75);
+}
+
+void TstFonts::titleIsLargeAndBold()
+{
+    const QFont font = fonts::title();
+    QCOMPARE(font.family(), QStringLiteral("Segoe UI"));
+    QCOMPARE(font.pixelSize(), 15);
+    QCOMPARE(font.weight(), 75);
+    QVERIFY(!font.italic());
 }
 
 void TstFonts::placeholderIsLargeBoldAndItalic()
