@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/records/groupcommand.h"
+#include "system/reportedtext.h"
 
 #include <QObject>
 #include <QPointer>
@@ -60,6 +61,10 @@ signals:
     void Signal_SendChannelT1Data(QVariant request);
 
 private:
+    void connectView();
+
     SystemSettings m_data;
     QPointer<ModuleSysSettings_View> m_view;
+    ReportedText m_bitRate;
+    ReportedText m_samplingRate;
 };

@@ -53,6 +53,7 @@ signals:
     void Signal_SendChannelT1Data(QVariant request);
 
 private:
+    void connectDialogs();
     void switchShunts(GroupAction shown, quint8 action);
 
     std::unique_ptr<Ui::ModuleSysSettings_View> m_ui;

@@ -6,6 +6,7 @@
 #include <optional>
 
 class QAbstractButton;
+class QGridLayout;
 class QPushButton;
 
 /// A bit rate in kBit/s and a number of channels, as the texts that name them.
@@ -18,7 +19,8 @@ struct RateChoice
 /// The table of data rates: a row for each bit rate, a column for each number of channels, and in each cell
 /// a button with the sampling rates which that pair gives. A button's object name is the number of channels,
 /// a comma and the bit rate; all cells are found by it. The table sends nothing and decides nothing: whoever
-/// shows it connects the buttons and says which cells are dead.
+/// shows it connects the buttons and says which cells are dead. The arrow keys go to the next live cell in
+/// their direction; the Return key presses no cell.
 class RateTable : public QWidget
 {
     Q_OBJECT
@@ -47,9 +49,16 @@ public:
 
     void clearSelection();
 
+protected:
+    /// Of the cells: takes the arrow keys.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
-    void addHeadings();
-    void addCells();
+    void addHeadings(QGridLayout &grid);
+    void addCells(QGridLayout &grid);
+    /// From the cell with this index to the next live one that many rows and columns further, if there is
+    /// one.
+    void moveFocus(int from, int rows, int columns);
 
     QList<QPushButton *> m_buttons; // children of this widget
 };

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "system/rates/ratepairs.h"
+
+#include <QIcon>
+
+namespace rates {
+
+/// How a pair of sampling rates looks on its cell.
+struct RatePicture
+{
+    QIcon icon;
+    QSize size; ///< of the icon, in device independent pixels
+};
+
+/// Draws the pair: the large text above the small one, which is red, on a transparent ground. The icon has
+/// pictures for screens with a device pixel ratio of 1 and of 2.
+RatePicture ratePicture(const RatePair &pair);
+
+} // namespace rates
