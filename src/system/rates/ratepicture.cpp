@@ -2,7 +2,9 @@
 
 #include "base/gui/fonts.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 #include <QTextDocument>
 #include <QtMath>
 
@@ -28,6 +30,18 @@ QPixmap drawn(QTextDocument &document, QSize size, int devicePixelRatio)
     return pixmap;
 }
 
+/// The same in one colour, that of a button which cannot be pressed. Styles grey a picture each in its own
+/// way, and some leave so much of it that the dead cells are hard to tell.
+QPixmap greyed(const QPixmap &drawn)
+{
+    QPixmap pixmap(drawn);
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(pixmap.rect(),
+                     QGuiApplication::palette().color(QPalette::Disabled, QPalette::ButtonText));
+    return pixmap;
+}
+
 } // namespace
 
 RatePicture ratePicture(const RatePair &pair)
@@ -40,8 +54,11 @@ RatePicture ratePicture(const RatePair &pair)
     document.setTextWidth(document.idealWidth()); // the lines are centred in it
     RatePicture picture;
     picture.size = QSize(qCeil(document.size().width()), qCeil(document.size().height()));
-    for (const int ratio : kDevicePixelRatios)
-        picture.icon.addPixmap(drawn(document, picture.size, ratio));
+    for (const int ratio : kDevicePixelRatios) {
+        const QPixmap live = drawn(document, picture.size, ratio);
+        picture.icon.addPixmap(live);
+        picture.icon.addPixmap(greyed(live), QIcon::Disabled);
+    }
     return picture;
 }
 

@@ -13,8 +13,8 @@ struct RatePicture
     QSize size; ///< of the icon, in device independent pixels
 };
 
-/// Draws the pair: the large text above the small one, which is red, on a transparent ground. The icon has
-/// pictures for screens with a device pixel ratio of 1 and of 2.
+/// Draws the pair: the large text above the small one, which is red, on a transparent ground; a dead cell
+/// shows both in grey. The icon has pictures for screens with a device pixel ratio of 1 and of 2.
 RatePicture ratePicture(const RatePair &pair);
 
 } // namespace rates
