@@ -9,6 +9,8 @@
 #include "base/timesource.h"
 #include "protocol/communication.h"
 #include "settings/appconfigurationmanager.h"
+#include "system/modulesyssettings_ctrllr.h"
+#include "system/modulesyssettings_view.h"
 
 namespace {
 
@@ -33,8 +35,8 @@ Framework_Ctrllr::Framework_Ctrllr(const AppEnvironment &environment, QObject *p
                                                       environment.commPeriods))
 {
     createWindow();
-    wireApplication(
-        {this, m_view.get(), m_view->portLister(), m_communication.get(), m_appConfig.get(), m_retryTimer});
+    wireApplication({this, m_view.get(), m_view->portLister(), m_communication.get(), m_appConfig.get(),
+                     m_sysSettings.get(), m_retryTimer});
     createPlaceholders();
     loadSettings();
     m_isConstructed = true;
@@ -46,6 +48,7 @@ Framework_Ctrllr::~Framework_Ctrllr()
     m_communication.reset();
     m_appConfig.reset();
     delete m_modulesFrame;
+    m_sysSettings.reset();
     m_view.reset();
 }
 
@@ -53,7 +56,9 @@ void Framework_Ctrllr::createWindow()
 {
     m_view = std::make_unique<Framework_View>(m_environment.time, m_environment.ports);
     m_view->show();
+    m_sysSettings = std::make_unique<ModuleSysSettings_Ctrllr>(SystemSettings{}, m_environment.time);
     m_modulesFrame = new DynamicModulesFrame_View;
+    m_view->addSystemPanel(m_sysSettings->GetView());
     m_view->addModuleFrame(m_modulesFrame);
 }
 

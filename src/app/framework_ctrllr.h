@@ -18,6 +18,7 @@ class Framework_View;
 class InitModuleNotFound_View;
 class ModuleController_Ctrllr;
 class ModuleDevice_Ctrllr;
+class ModuleSysSettings_Ctrllr;
 class Timer;
 struct System_Status;
 
@@ -41,6 +42,9 @@ public:
 
     /// The controller module, null if there is none.
     ModuleController_Ctrllr *controllerModule() const { return m_controllerModule; }
+
+    /// The panel of the system settings; it belongs to this object.
+    ModuleSysSettings_Ctrllr *sysSettings() const { return m_sysSettings.get(); }
 
     /// The session with the device; it belongs to this object.
     Communication *communication() const { return m_communication.get(); }
@@ -90,7 +94,9 @@ private:
     void createPlaceholders();
     void loadSettings();
 
+    void showSystemTexts(const System_Status &status);
     void addControllerModule(bool withPower);
+    void connectControllerModule();
     void AddAnalogModule(quint8 type);
     void connectKnownModule(AnalogModule_Ctrllr *module);
     void connectStatus(AnalogModule_Ctrllr *module);
@@ -107,6 +113,7 @@ private:
     std::unique_ptr<AppConfigurationManager> m_appConfig;
     std::unique_ptr<Communication> m_communication;
     std::unique_ptr<Framework_View> m_view;
+    std::unique_ptr<ModuleSysSettings_Ctrllr> m_sysSettings;
     DynamicModulesFrame_View *m_modulesFrame = nullptr; // owned by the window
     std::vector<ModuleDevice_Ctrllr *> m_analogModules; // children of this object
     ModuleController_Ctrllr *m_controllerModule = nullptr;

@@ -18,12 +18,20 @@
 #include "protocol/records/devicecodes.h"
 #include "protocol/records/moduletypes.h"
 #include "protocol/records/systemstatus.h"
+#include "system/modulesyssettings_ctrllr.h"
 
 namespace {
 
 constexpr int kStays = -1; // a status line without a time limit
 constexpr int kNoControllerKind = 1;
 constexpr int kNoModuleKind = 3;
+constexpr int kChannelsOfModule = 2;
+
+bool hasPreselectedShunts(quint8 type)
+{
+    const ModuleFamily family = moduleFamily(type);
+    return family == ModuleFamily::Type1 || family == ModuleFamily::Type4;
+}
 
 } // namespace
 
@@ -32,9 +40,20 @@ void Framework_Ctrllr::Slot_SystemStatus(QVariant data)
     const auto status = recordFromVariant<System_Status>(data);
     debugLine("void Framework_Ctrllr::Slot_SystemStatus(QVariant)") << "retrieved system status";
     emit Signal_EnableSamplingRate();
+    m_sysSettings->setModules(status.nModules);
+    m_sysSettings->setChannels(status.nModules * kChannelsOfModule);
+    showSystemTexts(status);
     qDebug() << "sizeof(systemStatus.sModules): " << status.sModules.size();
     createFixedModules(status);
     createAnalogModules(status);
+}
+
+void Framework_Ctrllr::showSystemTexts(const System_Status &status)
+{
+    m_sysSettings->setBitRate(status.bitRate);
+    m_sysSettings->setSamplingRate(status.samplingRate);
+    m_sysSettings->setPoweringMode(status.poweringMode);
+    m_sysSettings->setDataTransmission(status.dataTransmission);
 }
 
 void Framework_Ctrllr::createFixedModules(const System_Status &status)
@@ -79,7 +98,19 @@ void Framework_Ctrllr::addControllerModule(bool withPower)
     delete m_noControllerView.data();
     m_controllerModule = new ModuleController_Ctrllr(m_controllerCount + 1, m_controllerRowCount + 1,
                                                      withPower, m_environment.time, this);
+    connectControllerModule();
+    ++m_controllerCount;
+    ++m_controllerRowCount;
+    m_view->addController(m_controllerModule->GetView());
+}
+
+void Framework_Ctrllr::connectControllerModule()
+{
     auto *communication = m_communication.get();
+    connect(communication, &Communication::Signal_FastSystemStatus, m_controllerModule,
+            &ModuleController_Ctrllr::Slot_FastSystemStatus);
+    connect(m_controllerModule, &ModuleController_Ctrllr::Signal_COMMAND_POWER_SET, communication,
+            &Communication::Slot_SendPowerModuleSetting);
     connect(communication, &Communication::Signal_FastModuleStatus, m_controllerModule,
             &ModuleController_Ctrllr::Slot_FastModuleStatus);
     connect(communication, &Communication::Signal_StaticModuleStatus, m_controllerModule,
@@ -88,9 +119,6 @@ void Framework_Ctrllr::addControllerModule(bool withPower)
             &ModuleController_Ctrllr::Slot_StaticPowerStatus);
     connect(m_controllerModule, &ModuleController_Ctrllr::Signal_FirmwareMismatch, this,
             &Framework_Ctrllr::Slot_FirmwareMismatch);
-    ++m_controllerCount;
-    ++m_controllerRowCount;
-    m_view->addController(m_controllerModule->GetView());
 }
 
 void Framework_Ctrllr::AddAnalogModule(quint8 type)
@@ -116,6 +144,9 @@ void Framework_Ctrllr::AddAnalogModule(quint8 type)
         createModule(type, m_nextModuleAddress + 1, m_nextChannelNumber + 1, m_environment.time, this);
     if (known) {
         connectKnownModule(module);
+        if (hasPreselectedShunts(type))
+            connect(m_sysSettings.get(), &ModuleSysSettings_Ctrllr::Signal_ldPresel, module,
+                    &AnalogModule_Ctrllr::Slot_FilterOrRangeHandle);
     } else {
         connectStatus(module);
         module->showAsUnknownModule();
@@ -206,6 +237,7 @@ void Framework_Ctrllr::showNoModule()
 void Framework_Ctrllr::Slot_CleanSlateProtocol()
 {
     m_view->showMessage(QStringLiteral("Retrying to connect with Torvex"));
+    showSystemTexts({}); // the numbers of modules and channels stay
     removeAllModules();
     emit Signal_DisableSamplingRate();
     m_view->setConnectionLamp(ConnectionState::LinkOpen);
@@ -216,6 +248,8 @@ void Framework_Ctrllr::Slot_UpdateSamplingNBitRate(QVariant data)
     const auto status = recordFromVariant<System_Status>(data);
     qDebug() << "***********System status received Bitrate:" << status.bitRate
              << "Sampling Rate:" << status.samplingRate;
+    m_sysSettings->setBitRate(status.bitRate);
+    m_sysSettings->setSamplingRate(status.samplingRate);
 }
 
 void Framework_Ctrllr::Slot_FirmwareMismatch(QString origin, int flag)

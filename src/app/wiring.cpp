@@ -6,6 +6,7 @@
 #include "protocol/communication.h"
 #include "settings/appconfigurationmanager.h"
 #include "settings/portlister.h"
+#include "system/modulesyssettings_ctrllr.h"
 
 namespace {
 
@@ -31,9 +32,17 @@ void wireSettings(const ApplicationParts &p)
 {
     QObject::connect(p.appConfig, &AppConfigurationManager::debugMessage, p.view,
                      &Framework_View::Signal_DebugMessage);
+    QObject::connect(p.sysSettings, &ModuleSysSettings_Ctrllr::debugMessage, p.view,
+                     &Framework_View::Signal_DebugMessage);
+    QObject::connect(p.sysSettings, &ModuleSysSettings_Ctrllr::Signal_HwResponseDelay, p.controller,
+                     &Framework_Ctrllr::Slot_HwResponseDelay);
+    QObject::connect(p.sysSettings, &ModuleSysSettings_Ctrllr::Signal_SamplingRates, p.communication,
+                     &Communication::Slot_SendSamplingRates);
     QObject::connect(p.controller, &Framework_Ctrllr::statusAvailbl, p.view,
                      &Framework_View::SetAvailableStatus);
     QObject::connect(p.controller, &Framework_Ctrllr::statusBusy, p.view, &Framework_View::SetBusyStatus);
+    QObject::connect(p.sysSettings, &ModuleSysSettings_Ctrllr::Signal_ZRTGateway, p.appConfig,
+                     &AppConfigurationManager::Slot_ZrtGateway);
     QObject::connect(p.appConfig, &AppConfigurationManager::serverInfo, p.view,
                      &Framework_View::handleServerSettings);
     QObject::connect(p.appConfig, &AppConfigurationManager::serverInfo, p.portLister,
@@ -78,6 +87,16 @@ void wireStatus(const ApplicationParts &p)
                      &Framework_Ctrllr::Slot_UpdateSamplingNBitRate);
 }
 
+void wireSystemPanel(const ApplicationParts &p)
+{
+    QObject::connect(p.controller, &Framework_Ctrllr::Signal_EnableSamplingRate, p.sysSettings,
+                     &ModuleSysSettings_Ctrllr::Signal_EnableSamplingRate);
+    QObject::connect(p.controller, &Framework_Ctrllr::Signal_DisableSamplingRate, p.sysSettings,
+                     &ModuleSysSettings_Ctrllr::Signal_DisableSamplingRate);
+    QObject::connect(p.sysSettings, &ModuleSysSettings_Ctrllr::Signal_SendChannelT1Data, p.controller,
+                     &Framework_Ctrllr::Slot_SendChannelCommand);
+}
+
 } // namespace
 
 void wireApplication(const ApplicationParts &parts)
@@ -86,4 +105,5 @@ void wireApplication(const ApplicationParts &parts)
     wireSettings(parts);
     wireCommands(parts);
     wireStatus(parts);
+    wireSystemPanel(parts);
 }

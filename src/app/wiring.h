@@ -4,6 +4,7 @@ class AppConfigurationManager;
 class Communication;
 class Framework_Ctrllr;
 class Framework_View;
+class ModuleSysSettings_Ctrllr;
 class PortLister;
 class Timer;
 
@@ -15,6 +16,7 @@ struct ApplicationParts
     PortLister *portLister;
     Communication *communication;
     AppConfigurationManager *appConfig;
+    ModuleSysSettings_Ctrllr *sysSettings;
     Timer *retryTimer;
 };
 
