@@ -71,6 +71,7 @@ ModuleController_View::ModuleController_View(int moduleNumber, QWidget *parent)
     m_ui->setupUi(this); // also joins the buttons to the slots named after them
     setStyleIfChanged(*m_ui->pushButton_powModType, powerButtonStyle());
     setInputVoltageStyle(barstyles::good());
+    m_ui->label_StatusFlag->setFont(fonts::strong());
     setStatusFlag(false);
     for (QLabel *label : {m_ui->label_ModuleNumber, m_ui->label_ModuleNumber_Pow})
         label->setText(QString::number(moduleNumber));
