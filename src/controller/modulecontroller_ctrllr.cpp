@@ -140,6 +140,8 @@ void ModuleController_Ctrllr::Slot_ControllerButton()
 
 void ModuleController_Ctrllr::Slot_PowerButton()
 {
+    if (!m_view)
+        return;
     auto *dialog = new PowerSettingsDialog(m_view);
     connect(dialog, &QDialog::accepted, this, [this, dialog] { setProtection(dialog->selectedText()); });
     showModalOnce(*dialog);
@@ -175,6 +177,8 @@ void ModuleController_Ctrllr::Slot_CheckFrmwrVersion(QString remote, int flag)
 
 void ModuleController_Ctrllr::Slot_FastSystemStatus(QVariant data)
 {
+    if (!m_view)
+        return;
     const auto status = recordFromVariant<Fast_System_Status>(data);
     const float loadCurrent = status.loadCurrentRaw / kLoadRawPerAmpere;
     const float outputPower = status.outputVoltageRaw / kOutputRawPerVolt * loadCurrent;
@@ -197,6 +201,8 @@ void ModuleController_Ctrllr::takeInputVoltage(float volts)
 
 void ModuleController_Ctrllr::Slot_FastModuleStatus(QVariant data)
 {
+    if (!m_view)
+        return;
     const auto entries = recordFromVariant<QVector<Fast_Module_Status>>(data);
     showLiveValues(entries.value(kControllerEntry), m_data.controller, *m_view, kControllerSetters);
     showLiveValues(entries.value(kPowerEntry), m_data.power, *m_view, kPowerSetters);
@@ -204,6 +210,8 @@ void ModuleController_Ctrllr::Slot_FastModuleStatus(QVariant data)
 
 void ModuleController_Ctrllr::Slot_StaticModuleStatus(QVariant data)
 {
+    if (!m_view)
+        return;
     const auto status = recordFromVariant<Module_Status>(data);
     if (status.serialNumber.isEmpty()) {
         qDebug() << "retrieved StaticModuleStatus with serialNumber empty";
@@ -253,6 +261,8 @@ void ModuleController_Ctrllr::takeLimits(const QString &list)
 
 void ModuleController_Ctrllr::Slot_StaticPowerStatus(QVariant data)
 {
+    if (!m_view)
+        return;
     const auto status = recordFromVariant<Power_Status>(data);
     if (status == Power_Status())
         return; // a foreign variant: no report at all
@@ -287,6 +297,8 @@ void ModuleController_Ctrllr::takePowerSettings(const Power_Status &status)
 
 void ModuleController_Ctrllr::Slot_OutputVoltageSetpointChanged(double volts)
 {
+    if (!m_view)
+        return;
     qDebug() << "void ModuleController_Ctrllr::Slot_OutputVoltageSetpointChanged(double)"
              << ": got this : " << volts;
     constexpr double kLargest = std::numeric_limits<float>::max();
@@ -297,6 +309,8 @@ void ModuleController_Ctrllr::Slot_OutputVoltageSetpointChanged(double volts)
 
 void ModuleController_Ctrllr::Slot_OutputVoltage_FakeTimeOver()
 {
+    if (!m_view)
+        return;
     m_setpointTimer->stop();
     const PowerModuleModel &power = m_data.power;
     sendPowerSetting(power.voltageMode == 0 ? PowerSetting::FixedVoltage : PowerSetting::AutoVoltage,

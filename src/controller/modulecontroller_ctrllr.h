@@ -88,8 +88,8 @@ private:
 
     int m_rowNumber;
     ControllerModel m_data;
-    QPointer<ModuleController_View> m_view;
-    FakeTimer *m_setpointTimer;         ///< child; runs while a chosen setpoint is not sent yet
-    QString m_referenceFirmware;        ///< firmware 1 of the controller; empty until it reported
-    bool m_firmwareCheckPending = true; ///< no local mismatch was reported yet
+    QPointer<ModuleController_View> m_view; ///< null once its window took it along: then nothing is done
+    FakeTimer *m_setpointTimer;             ///< child; runs while a chosen setpoint is not sent yet
+    QString m_referenceFirmware;            ///< firmware 1 of the controller; empty until it reported
+    bool m_firmwareCheckPending = true;     ///< no local mismatch was reported yet
 };

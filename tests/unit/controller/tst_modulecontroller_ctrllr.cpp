@@ -37,6 +37,7 @@ private slots:
     void versionBoxBeforeAnyStatusShowsTheInitialTexts();
     void rowMayBeDeletedWhileTheBoxIsOpen();
     void rowMayGoBeforeItsController();
+    void reportsAfterTheRowIsGoneDoNothing();
 };
 
 void TstModuleControllerCtrllr::beginsWithInitialTexts()
@@ -256,6 +257,24 @@ void TstModuleControllerCtrllr::rowMayGoBeforeItsController()
     delete row.controller->GetView();
     QVERIFY(!row.controller->GetView());
     row.controller.reset();
+}
+
+void TstModuleControllerCtrllr::reportsAfterTheRowIsGoneDoNothing()
+{
+    Row row;
+    row.take(moduleStatus(kControllerType, "03.04"));
+    QSignalSpy settings(row.controller.get(), &ModuleController_Ctrllr::Signal_COMMAND_POWER_SET);
+    delete row.controller->GetView();
+    row.take(moduleStatus(1, "99.99"));
+    row.take(moduleStatus(kPowerType, "03.04"));
+    row.take(powerStatus(kPowerType, "99.99"));
+    row.take(QVector<Fast_Module_Status>(kFastModuleStatusCount));
+    row.controller->Slot_FastSystemStatus(QVariant());
+    row.controller->Slot_OutputVoltageSetpointChanged(12.3);
+    row.controller->Slot_OutputVoltage_FakeTimeOver();
+    row.controller->Slot_PowerButton();
+    QCOMPARE(row.mismatch.count(), 0);
+    QCOMPARE(settings.count(), 0);
 }
 
 QTEST_MAIN(TstModuleControllerCtrllr)
