@@ -3,6 +3,7 @@
 #include "controller/modulecontroller_ctrllr.h"
 #include "controller/modulecontroller_view.h"
 #include "protocol/records/fastmodulestatus.h"
+#include "protocol/records/fastsystemstatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/powerstatus.h"
 #include "support/childbyname.h"
@@ -10,7 +11,9 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
+#include <QStringList>
 #include <QVariant>
 #include <memory>
 
@@ -19,9 +22,30 @@ class Row
 {
 public:
     explicit Row(bool withPower = true)
-        : controller(std::make_unique<ModuleController_Ctrllr>(1, 1, withPower, m_time))
+        : controller(std::make_unique<ModuleController_Ctrllr>(1, 1, withPower, time))
         , mismatch(controller.get(), &ModuleController_Ctrllr::Signal_FirmwareMismatch)
+        , m_settings(controller.get(), &ModuleController_Ctrllr::Signal_COMMAND_POWER_SET)
     {}
+
+    template <typename T>
+    T *child(const char *name) const
+    {
+        return childByName<T>(controller->GetView(), name);
+    }
+
+    /// The settings for the power module since the last call, each as "1 0x10 12300".
+    QStringList takeSettings()
+    {
+        QStringList texts;
+        while (!m_settings.isEmpty()) {
+            const QVariantList setting = m_settings.takeFirst();
+            texts.append(QStringLiteral("%1 0x%2 %3")
+                             .arg(setting.at(0).toUInt())
+                             .arg(setting.at(1).toUInt(), 2, 16, QLatin1Char('0'))
+                             .arg(setting.at(2).toUInt()));
+        }
+        return texts;
+    }
 
     QString text(const char *name) const { return childByName<QLabel>(controller->GetView(), name)->text(); }
 
@@ -67,17 +91,22 @@ public:
     }
     void take(const Power_Status &status) { controller->Slot_StaticPowerStatus(QVariant::fromValue(status)); }
 
+    void take(const Fast_System_Status &status)
+    {
+        controller->Slot_FastSystemStatus(QVariant::fromValue(status));
+    }
+
     void take(const QVector<Fast_Module_Status> &entries)
     {
         controller->Slot_FastModuleStatus(QVariant::fromValue(entries));
     }
 
-private:
-    VirtualTime m_time;
-
-public:
+    VirtualTime time;
     std::unique_ptr<ModuleController_Ctrllr> controller;
     QSignalSpy mismatch;
+
+private:
+    QSignalSpy m_settings;
 };
 
 inline Module_Status moduleStatus(int type, const char *firmware, const char *serialNumber = "4711")
@@ -99,6 +128,25 @@ inline Power_Status powerStatus(int type, const char *firmware, const char *seri
     status.hardwareVersion = QStringLiteral("07.08");
     status.firmware1Version = QString::fromLatin1(firmware);
     return status;
+}
+
+/// Of a power module with these output settings, in millivolts.
+inline Power_Status outputStatus(int mode, int fixedVoltage, int autoVoltage, int protection = 0)
+{
+    Power_Status status = powerStatus(120, "");
+    status.powerMode = static_cast<quint8>(mode);
+    status.fixedVoltage = static_cast<quint16>(fixedVoltage);
+    status.autoVoltage = static_cast<quint16>(autoVoltage);
+    status.powerProtection = static_cast<quint8>(protection);
+    return status;
+}
+
+/// A text of the log without the quotes of its values, with single blanks.
+inline QString plainLog(const QStringList &lines)
+{
+    return QString(lines.join(QLatin1Char('\n')))
+        .remove(QLatin1Char('"'))
+        .replace(QRegularExpression(QStringLiteral("[ ]+")), QStringLiteral(" "));
 }
 
 inline constexpr int kControllerType = 100;
