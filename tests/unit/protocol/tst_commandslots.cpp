@@ -65,6 +65,8 @@ private slots:
     void answeredStatusRequestIsTakenOut();
     void refreshGoesAfterTheQueues();
     void refreshIsAskedForAgainAfterAnotherReply();
+    void shuntsOfAllChannelsGoOutThroughTheFirst_data();
+    void shuntsOfAllChannelsGoOutThroughTheFirst();
     void agreedPackRoutinesPack();
 
 private:
@@ -372,6 +374,27 @@ void TstCommandSlots::refreshIsAskedForAgainAfterAnotherReply()
     QCOMPARE(s->nextTurn(), QList<QByteArray>{"0100000001"}); // a fast status came in its place
     s->reply(device::systemStatus({}, true));
     QCOMPARE(s->nextTurn(), QList<QByteArray>{"0800000000"});
+}
+
+void TstCommandSlots::shuntsOfAllChannelsGoOutThroughTheFirst_data()
+{
+    QTest::addColumn<int>("shuntState");
+    QTest::addColumn<QByteArray>("payload");
+    QTest::newRow("preselected ones on") << 0x8F << QByteArray("28000000018f");
+    QTest::newRow("all off") << 0x8E << QByteArray("28000000018e");
+}
+
+void TstCommandSlots::shuntsOfAllChannelsGoOutThroughTheFirst()
+{
+    QFETCH(int, shuntState);
+    QFETCH(QByteArray, payload);
+    DatagramT1 change;
+    change.module = 1;
+    change.channel = 1;
+    change.data.selector = 7;
+    change.data.shuntState = static_cast<quint8>(shuntState);
+    s->comm->queueChannelRequest(QVariant::fromValue(change));
+    QCOMPARE(s->nextTurn(), QList<QByteArray>{payload});
 }
 
 void TstCommandSlots::agreedPackRoutinesPack()
