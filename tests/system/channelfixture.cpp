@@ -176,6 +176,31 @@ QStringList ChannelFixture::changes() const
     return changed;
 }
 
+QStringList ChannelFixture::activeShunts(const char *name) const
+{
+    QStringList active;
+    for (int module = 1; module <= device->chain().modules.size(); ++module) {
+        for (const char channel : kChannels) {
+            const auto *shunt = strip(module, channel)->findChild<QPushButton *>(QString::fromLatin1(name));
+            if (shunt && shunt->styleSheet() == styles::kShuntActive)
+                active.append(QString::number(module) + QLatin1Char(channel));
+        }
+    }
+    return active;
+}
+
+void ChannelFixture::addFaults(const QString &rules)
+{
+    QString error;
+    QVERIFY2(device->faults().parse(rules, &error), qPrintable(error));
+}
+
+void ChannelFixture::waitForPolls()
+{
+    const int polls = device->requestCount(0x08);
+    WAIT_VERIFY(device->requestCount(0x08) > polls + 3);
+}
+
 QStringList ChannelFixture::unconfirmed() const
 {
     QStringList found;

@@ -77,6 +77,15 @@ public:
     /// Takes the present state of the device as the one to which changes() compares.
     void forgetChanges();
 
+    /// Channels whose shunt button of this name shows that the shunt is active, as in "2B".
+    QStringList activeShunts(const char *name) const;
+
+    /// Adds rules to the fault script of the chain that is plugged.
+    void addFaults(const QString &rules);
+
+    /// The session goes on meanwhile.
+    void waitForPolls();
+
     /// The controls that show a value as sent and not confirmed, as in "2B comboBox_RangeGain".
     QStringList unconfirmed() const;
 

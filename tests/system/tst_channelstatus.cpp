@@ -36,8 +36,6 @@ private slots:
 
 private:
     ChannelFixture &fixture() { return *m_fixture; }
-    void load(const char *script);
-    void waitForPolls();
 
     std::unique_ptr<ChannelFixture> m_fixture;
 };
@@ -48,22 +46,9 @@ void TstChannelStatus::init()
     m_fixture->startChain(kChain);
 }
 
-void TstChannelStatus::load(const char *script)
-{
-    QString error;
-    QVERIFY2(fixture().device->faults().parse(QString::fromLatin1(script), &error), qPrintable(error));
-}
-
-/// The session goes on meanwhile.
-void TstChannelStatus::waitForPolls()
-{
-    const int polls = fixture().device->requestCount(0x08);
-    WAIT_VERIFY(fixture().device->requestCount(0x08) > polls + 3);
-}
-
 void TstChannelStatus::lateStatus()
 {
-    load("delay ms=900 code=0x12 argument=2");
+    fixture().addFaults("delay ms=900 code=0x12 argument=2");
     auto *range = fixture().rangeBox(2, 'A');
     gestures::pick(range, 3);
     WAIT_COMPARE(fixture().changes(), QStringList{"2A range=3"});
@@ -77,19 +62,19 @@ void TstChannelStatus::lateStatus()
     fixture().time.skip(1ms);
     WAIT_COMPARE(range->styleSheet(), styles::kConfirmed);
     QCOMPARE(range->currentIndex(), 3);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().commands().size(), 1);
 }
 
 void TstChannelStatus::statusThatComesTwice()
 {
-    load("twice code=0x12 argument=1\ntwice code=0x22");
+    fixture().addFaults("twice code=0x12 argument=1\ntwice code=0x22");
     auto *gain = fixture().rangeBox(1, 'B');
     gestures::pick(gain, 5);
     WAIT_COMPARE(fixture().changes(), QStringList{"1B range=5"});
     fixture().time.skip(1s);
     WAIT_COMPARE(gain->styleSheet(), styles::kConfirmed);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(fixture().commands(), QStringList{"220000000205"});
     QCOMPARE(fixture().rowCount(), 2);
@@ -97,15 +82,15 @@ void TstChannelStatus::statusThatComesTwice()
 
 void TstChannelStatus::statusThatNeverComes()
 {
-    load("unknown-code code=0x12 count=1");
+    fixture().addFaults("unknown-code code=0x12 count=1");
     auto *range = fixture().rangeBox(2, 'A');
     gestures::pick(range, 3);
     const int asked = fixture().device->requestCount(0x12);
     fixture().time.skip(1s);
     WAIT_COMPARE(fixture().device->requestCount(0x12), asked + 1);
-    waitForPolls();
+    fixture().waitForPolls();
     fixture().time.skip(10s);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(range->styleSheet(), styles::kSent);
     QCOMPARE(range->currentIndex(), 3);
     // A later status of the module, asked for by the other channel, is shown at once.
@@ -127,14 +112,14 @@ void TstChannelStatus::statusWithinTheSecondIsHeldBack()
     fixture().app->Slot_GetChannelData(2);
     const int asked = fixture().device->requestCount(0x12);
     WAIT_COMPARE(fixture().device->requestCount(0x12), asked + 1);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(range->currentIndex(), 3);
     QCOMPARE(range->styleSheet(), styles::kSent);
     fixture().time.skip(800ms);
     // At the very end of the second, before the status that is fetched then.
     QCOMPARE(range->currentIndex(), 6);
     QCOMPARE(range->styleSheet(), styles::kConfirmed);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().mismatches(), QStringList());
 }
 
@@ -146,7 +131,7 @@ void TstChannelStatus::secondChangeBeforeTheStatus()
     gestures::pick(range, 5);
     WAIT_COMPARE(fixture().commands(), (QStringList{"220000000303", "220000000305"}));
     fixture().time.skip(700ms);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(range->styleSheet(), styles::kSent);
     QCOMPARE(range->currentIndex(), 5);
     fixture().time.skip(300ms);
@@ -192,7 +177,7 @@ void TstChannelStatus::valueThatTheDeviceRefuses()
 
 void TstChannelStatus::lostReplyToACommandEndsInTheStateOfTheDevice()
 {
-    load("lose code=0x20 count=1");
+    fixture().addFaults("lose code=0x20 count=1");
     QPointer<QWidget> row = fixture().row(1);
     gestures::pick(fixture().typeBox(1, 'A'), 2);
     WAIT_COMPARE(fixture().changes(), QStringList{"1A type=2"});
@@ -203,13 +188,13 @@ void TstChannelStatus::lostReplyToACommandEndsInTheStateOfTheDevice()
     QCOMPARE(fixture().typeBox(1, 'A')->currentIndex(), 2);
     QCOMPARE(fixture().typeBox(1, 'A')->styleSheet(), styles::kConfirmed);
     fixture().time.skip(3s);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().commands(), QStringList{"200000000102"});
 }
 
 void TstChannelStatus::silentDeviceGetsTheCommandOnce()
 {
-    load("silence code=0x26 count=1");
+    fixture().addFaults("silence code=0x26 count=1");
     QPointer<QWidget> row = fixture().row(2);
     gestures::type(fixture().filterBox(2, 'B'), QStringLiteral("640"));
     QTest::keyClick(fixture().filterBox(2, 'B'), Qt::Key_Return);
@@ -219,7 +204,7 @@ void TstChannelStatus::silentDeviceGetsTheCommandOnce()
     fixture().waitUntilRead();
     QCOMPARE(fixture().filterBox(2, 'B')->text(), QStringLiteral("1000"));
     fixture().time.skip(3s);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().commands(), QStringList{"260000000436343000"});
 }
 
@@ -241,7 +226,7 @@ void TstChannelStatus::changesOfManyControlsAtOnceAreAllConfirmed()
     fixture().time.skip(1s);
     WAIT_COMPARE(fixture().unconfirmed(), QStringList());
     WAIT_COMPARE(fixture().mismatches(), QStringList());
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().commands(), sent);
 }
 

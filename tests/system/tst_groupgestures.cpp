@@ -122,7 +122,6 @@ private slots:
     void everyMatchingChannelHasASecondOfItsOwn();
 
 private:
-    QStringList activeShunts(const char *name) const;
     ChannelFixture &fixture() { return *m_fixture; }
 
     std::unique_ptr<ChannelFixture> m_fixture;
@@ -232,20 +231,6 @@ void TstGroupGestures::indexBeyondTheListLeavesTheBoxBlankUntilConfirmed()
     QCOMPARE(fixture().mismatches(), QStringList());
 }
 
-QStringList TstGroupGestures::activeShunts(const char *name) const
-{
-    QStringList active;
-    for (int module = 1; module <= 10; ++module) {
-        for (const char channel : {'A', 'B'}) {
-            const auto *shunt =
-                m_fixture->strip(module, channel)->findChild<QPushButton *>(QString::fromLatin1(name));
-            if (shunt && shunt->styleSheet() == styles::kShuntActive)
-                active.append(QString::number(module) + QLatin1Char(channel));
-        }
-    }
-    return active;
-}
-
 void TstGroupGestures::shuntsOfAllAreSentOnceAndShownEverywhere_data()
 {
     QTest::addColumn<int>("module");
@@ -278,22 +263,22 @@ void TstGroupGestures::shuntsOfAllAreSentOnceAndShownEverywhere()
     QFETCH(QString, change);
     auto *shunt = fixture().control<QPushButton>(module, channel, name);
     QTest::mouseClick(shunt, Qt::LeftButton, Qt::ShiftModifier);
-    QCOMPARE(activeShunts(name), kBridges);
+    QCOMPARE(fixture().activeShunts(name), kBridges);
     WAIT_COMPARE(fixture().commands(), QStringList{on});
     WAIT_COMPARE(fixture().changes(), inEach(kBridges, change.toLatin1()));
     fixture().time.skip(1s);
     WAIT_COMPARE(fixture().mismatches(), QStringList());
-    QCOMPARE(activeShunts(name), kBridges);
+    QCOMPARE(fixture().activeShunts(name), kBridges);
 
     QTest::mouseClick(shunt, Qt::LeftButton, Qt::ShiftModifier);
-    QCOMPARE(activeShunts(name), QStringList());
+    QCOMPARE(fixture().activeShunts(name), QStringList());
     WAIT_COMPARE(fixture().commands(), (QStringList{on, off}));
     WAIT_COMPARE(fixture().changes(), QStringList());
 
     QTest::mouseClick(shunt, Qt::LeftButton, Qt::ShiftModifier);
     WAIT_COMPARE(fixture().changes(), inEach(kBridges, change.toLatin1()));
     fixture().time.skip(20s);
-    QCOMPARE(activeShunts(name), QStringList());
+    QCOMPARE(fixture().activeShunts(name), QStringList());
     QCOMPARE(fixture().changes(), QStringList());
     QCOMPARE(fixture().commands(), (QStringList{on, off, on}));
 }

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QLineEdit>
 #include <QtTest>
@@ -18,12 +19,6 @@ const QString kChain = QStringLiteral("controller serial=C-1\npower serial=P-1\n
                                       "module type=2 serial=VO- filterA=200\n"
                                       "module type=4 serial=TH-\n"
                                       "module type=9 serial=UN- functionA=1 functionB=2\n");
-
-void breakIn(ChannelFixture &fixture, const char *script)
-{
-    QString error;
-    QVERIFY2(fixture.device->faults().parse(QString::fromLatin1(script), &error), qPrintable(error));
-}
 
 void openVersions(ChannelFixture &f)
 {
@@ -102,6 +97,47 @@ void switchShunt(ChannelFixture &f)
     WAIT_COMPARE(f.commands().size(), 1);
 }
 
+QAbstractSpinBox *setpoint(const ChannelFixture &f)
+{
+    return childByName<QAbstractSpinBox>(f.window(), "doubleSpinBox_OutputVoltage");
+}
+
+void typeSetpoint(ChannelFixture &f)
+{
+    gestures::type(setpoint(f), QStringLiteral("14.5"));
+    f.time.skip(1900ms);
+}
+
+void stepSetpoint(ChannelFixture &f)
+{
+    gestures::clickArrow(setpoint(f), gestures::Arrow::Up);
+}
+
+void openProtection(ChannelFixture &f)
+{
+    QTest::mouseClick(childByName<QPushButton>(f.window(), "pushButton_powModType"), Qt::LeftButton);
+    QWidget *dialog = f.openDialog("powerSettingsDialog");
+    QVERIFY(dialog);
+    gestures::pick(childByName<QComboBox>(dialog, "comboBox_Protection"), 1);
+}
+
+void openProtectionList(ChannelFixture &f)
+{
+    openProtection(f);
+    gestures::openList(childByName<QComboBox>(f.openDialog("powerSettingsDialog"), "comboBox_Protection"));
+}
+
+void openModes(ChannelFixture &f)
+{
+    gestures::openList(childByName<QComboBox>(f.window(), "comboBox_OutputVoltageMode"));
+}
+
+void openControllerVersions(ChannelFixture &f)
+{
+    QTest::mouseClick(childByName<QPushButton>(f.window(), "pushButton_modType"), Qt::LeftButton);
+    QVERIFY(f.openDialog("versionBox"));
+}
+
 void changeAll(ChannelFixture &f)
 {
     gestures::pick(f.rangeBox(2, 'A'), 3, Qt::ShiftModifier);
@@ -135,7 +171,6 @@ private:
     static const std::vector<NamedStep> &occupations();
 
     ChannelFixture &fixture() { return *m_fixture; }
-    void waitForPolls();
 
     std::unique_ptr<ChannelFixture> m_fixture;
 };
@@ -144,12 +179,6 @@ void TstRowRemoval::init()
 {
     m_fixture = std::make_unique<ChannelFixture>();
     m_fixture->startChain(kChain);
-}
-
-void TstRowRemoval::waitForPolls()
-{
-    const int polls = fixture().device->requestCount(0x08);
-    WAIT_VERIFY(fixture().device->requestCount(0x08) > polls + 3);
 }
 
 const std::vector<TstRowRemoval::NamedStep> &TstRowRemoval::occupations()
@@ -167,6 +196,12 @@ const std::vector<TstRowRemoval::NamedStep> &TstRowRemoval::occupations()
         {"Auto Zero held", holdAutozero},
         {"shunt on", switchShunt},
         {"group gesture pending", changeAll},
+        {"typed setpoint", typeSetpoint},
+        {"stepped setpoint", stepSetpoint},
+        {"protection dialog", openProtection},
+        {"open list of protections", openProtectionList},
+        {"open list of modes", openModes},
+        {"versions of the controller", openControllerVersions},
     };
     return steps;
 }
@@ -176,8 +211,8 @@ void TstRowRemoval::nothingIsSentAfterTheRowIsGone_data()
     QTest::addColumn<Step>("occupation");
     QTest::addColumn<Step>("loss");
     const NamedStep losses[] = {
-        {"device reset", [](ChannelFixture &f) { breakIn(f, "reset-flag code=0x08 count=1"); }},
-        {"connection closed", [](ChannelFixture &f) { breakIn(f, "close code=0x08 count=1"); }},
+        {"device reset", [](ChannelFixture &f) { f.addFaults("reset-flag code=0x08 count=1"); }},
+        {"connection closed", [](ChannelFixture &f) { f.addFaults("close code=0x08 count=1"); }},
         {"unplugged",
          [](ChannelFixture &f) {
              f.unplug();
@@ -207,9 +242,9 @@ void TstRowRemoval::nothingIsSentAfterTheRowIsGone()
     // A button that was held is let go, and all timers of the old rows would be over.
     QTest::mouseRelease(fixture().window(), Qt::LeftButton);
     fixture().time.skip(2s);
-    waitForPolls();
+    fixture().waitForPolls();
     fixture().time.skip(20s);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().commands(), device ? commands : QStringList());
     QCOMPARE(fixture().mismatches(), QStringList());
     QCOMPARE(fixture().unconfirmed(), QStringList());
@@ -240,14 +275,14 @@ void TstRowRemoval::programEndsMeanwhile()
 
 void TstRowRemoval::queuedCommandsGoWithTheRows()
 {
-    breakIn(fixture(), "reset-flag code=0x22 count=1");
+    fixture().addFaults("reset-flag code=0x22 count=1");
     const QPointer<QWidget> row = fixture().row(2);
     gestures::pick(fixture().rangeBox(2, 'A'), 4, Qt::ShiftModifier);
     QCOMPARE(fixture().unconfirmed().size(), 3);
     WAIT_VERIFY(!row);
     fixture().waitUntilRead();
     fixture().time.skip(2s);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().commands(), QStringList{"220000000304"});
     QCOMPARE(fixture().changes(), QStringList{"2A range=4"});
 }
@@ -266,7 +301,7 @@ void TstRowRemoval::gesturesOnALostLinkAreForgotten()
     WAIT_VERIFY(!row);
     fixture().waitUntilRead();
     fixture().time.skip(2s);
-    waitForPolls();
+    fixture().waitForPolls();
     QCOMPARE(fixture().commands(), QStringList());
     QCOMPARE(fixture().mismatches(), QStringList());
 }
@@ -275,7 +310,7 @@ void TstRowRemoval::newRowsWorkAsTheOldOnes()
 {
     const QPointer<QWidget> row = fixture().row(2);
     openShiftedCombo(fixture());
-    breakIn(fixture(), "reset-flag code=0x08 count=1");
+    fixture().addFaults("reset-flag code=0x08 count=1");
     WAIT_VERIFY(!row);
     fixture().waitUntilRead();
     // The Shift of the old row is forgotten.

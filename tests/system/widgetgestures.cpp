@@ -4,8 +4,8 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QComboBox>
-#include <QSpinBox>
 #include <QStyleOptionSpinBox>
 
 namespace gestures {
@@ -36,7 +36,7 @@ void pick(QComboBox *box, int index, Qt::KeyboardModifiers keys)
     WAIT_VERIFY(!box->view()->isVisible());
 }
 
-void clickArrow(QSpinBox *box, Arrow arrow, Qt::KeyboardModifiers keys)
+void clickArrow(QAbstractSpinBox *box, Arrow arrow, Qt::KeyboardModifiers keys)
 {
     QStyleOptionSpinBox option;
     option.initFrom(box);
@@ -47,7 +47,7 @@ void clickArrow(QSpinBox *box, Arrow arrow, Qt::KeyboardModifiers keys)
     QTest::mouseClick(box, Qt::LeftButton, keys, place.center());
 }
 
-void type(QSpinBox *box, const QString &text)
+void type(QAbstractSpinBox *box, const QString &text)
 {
     box->setFocus();
     box->selectAll();

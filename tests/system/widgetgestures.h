@@ -4,8 +4,8 @@
 #include <Qt>
 
 class QAbstractButton;
+class QAbstractSpinBox;
 class QComboBox;
-class QSpinBox;
 
 /// What an operator does with mouse and keys on controls that have inner parts. The windows are visible and
 /// active.
@@ -21,9 +21,9 @@ void openList(QComboBox *box);
 void pick(QComboBox *box, int index, Qt::KeyboardModifiers keys = Qt::NoModifier);
 
 enum class Arrow { Up, Down };
-void clickArrow(QSpinBox *box, Arrow arrow, Qt::KeyboardModifiers keys = Qt::NoModifier);
+void clickArrow(QAbstractSpinBox *box, Arrow arrow, Qt::KeyboardModifiers keys = Qt::NoModifier);
 
 /// Gives the box the focus and types the text over what it shows.
-void type(QSpinBox *box, const QString &text);
+void type(QAbstractSpinBox *box, const QString &text);
 
 } // namespace gestures
