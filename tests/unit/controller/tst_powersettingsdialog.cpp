@@ -1,6 +1,7 @@
 #include "controller/powersettingsdialog.h"
 #include "controllerrow.h"
 #include "support/messagecatcher.h"
+#include "unit/modules_widgets/dialoglook.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -62,6 +63,7 @@ class TstPowerSettingsDialog : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup() { dialoglook::resetFont(); }
     void windowIsAsAgreed();
     void entriesAreAsAgreed_data();
     void entriesAreAsAgreed();
@@ -72,6 +74,9 @@ private slots:
     void selectedTextFollowsTheBox();
     void okAcceptsAndCancelRejects();
     void controlsHaveAccessibleNames();
+    void nothingIsClipped_data();
+    void nothingIsClipped();
+    void tabOrderFollowsReadingOrder();
     void buttonOpensTheDialogAndSendsNothing();
     void acceptedProtectionIsSent_data();
     void acceptedProtectionIsSent();
@@ -188,6 +193,33 @@ void TstPowerSettingsDialog::controlsHaveAccessibleNames()
 {
     const PowerSettingsDialog dialog;
     QVERIFY(!childByName<QComboBox>(&dialog, "comboBox_Protection")->accessibleName().isEmpty());
+    QCOMPARE(dialoglook::withoutAccessibleName(dialog), QStringList());
+}
+
+void TstPowerSettingsDialog::nothingIsClipped_data()
+{
+    dialoglook::addFonts();
+}
+
+void TstPowerSettingsDialog::nothingIsClipped()
+{
+    QFETCH(QString, family);
+    QVERIFY2(dialoglook::useFont(family), "scripts/install brings this font");
+    PowerSettingsDialog dialog;
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QCOMPARE(dialoglook::clipped(dialog), QStringList());
+}
+
+void TstPowerSettingsDialog::tabOrderFollowsReadingOrder()
+{
+    PowerSettingsDialog dialog;
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    childByName<QComboBox>(&dialog, "comboBox_Protection")->setFocus();
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+    const auto *buttons = childByName<QDialogButtonBox>(&dialog, "buttonBox");
+    QVERIFY(buttons->isAncestorOf(dialog.focusWidget()));
 }
 
 void TstPowerSettingsDialog::buttonOpensTheDialogAndSendsNothing()
