@@ -6,8 +6,15 @@ ModuleSysSettings_Ctrllr::ModuleSysSettings_Ctrllr(const SystemSettings &setting
                                                    QObject *parent)
     : QObject(parent)
     , m_view(new ModuleSysSettings_View)
-    , m_bitRate(time, [this] { m_view->setBitRate(m_data.bitRate); })
-    , m_samplingRate(time, [this] { m_view->setSamplingRate(m_data.samplingRate); })
+    , m_bitRate(time,
+                [this] {
+                    if (m_view)
+                        m_view->setBitRate(m_data.bitRate);
+                })
+    , m_samplingRate(time, [this] {
+        if (m_view)
+            m_view->setSamplingRate(m_data.samplingRate);
+    })
 {
     connectView();
     setModules(settings.modules);
@@ -46,13 +53,15 @@ ModuleSysSettings_View *ModuleSysSettings_Ctrllr::GetView()
 void ModuleSysSettings_Ctrllr::setModules(int modules)
 {
     m_data.modules = modules;
-    m_view->setModulesNumber(modules);
+    if (m_view)
+        m_view->setModulesNumber(modules);
 }
 
 void ModuleSysSettings_Ctrllr::setChannels(int channels)
 {
     m_data.channels = channels;
-    m_view->setChannelsNumber(channels);
+    if (m_view)
+        m_view->setChannelsNumber(channels);
 }
 
 void ModuleSysSettings_Ctrllr::setBitRate(const QString &text)
@@ -70,11 +79,13 @@ void ModuleSysSettings_Ctrllr::setSamplingRate(const QString &text)
 void ModuleSysSettings_Ctrllr::setPoweringMode(const QString &text)
 {
     m_data.poweringMode = text;
-    m_view->setPoweringMode(text);
+    if (m_view)
+        m_view->setPoweringMode(text);
 }
 
 void ModuleSysSettings_Ctrllr::setDataTransmission(const QString &text)
 {
     m_data.dataTransmission = text;
-    m_view->setDataTransmission(text);
+    if (m_view)
+        m_view->setDataTransmission(text);
 }

@@ -64,7 +64,7 @@ private:
     void connectView();
 
     SystemSettings m_data;
-    QPointer<ModuleSysSettings_View> m_view;
+    QPointer<ModuleSysSettings_View> m_view; ///< null once its window took it along: then nothing is shown
     ReportedText m_bitRate;
     ReportedText m_samplingRate;
 };
