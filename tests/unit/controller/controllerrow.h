@@ -11,7 +11,6 @@
 
 #include <QLabel>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QStringList>
 #include <QVariant>
@@ -139,14 +138,6 @@ inline Power_Status outputStatus(int mode, int fixedVoltage, int autoVoltage, in
     status.autoVoltage = static_cast<quint16>(autoVoltage);
     status.powerProtection = static_cast<quint8>(protection);
     return status;
-}
-
-/// A text of the log without the quotes of its values, with single blanks.
-inline QString plainLog(const QStringList &lines)
-{
-    return QString(lines.join(QLatin1Char('\n')))
-        .remove(QLatin1Char('"'))
-        .replace(QRegularExpression(QStringLiteral("[ ]+")), QStringLiteral(" "));
 }
 
 inline constexpr int kControllerType = 100;

@@ -1,6 +1,7 @@
 #include "controller/mydoublespinbox.h"
 #include "controllerrow.h"
 #include "support/messagecatcher.h"
+#include "support/plainlog.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

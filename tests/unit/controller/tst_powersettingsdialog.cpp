@@ -1,6 +1,7 @@
 #include "controller/powersettingsdialog.h"
 #include "controllerrow.h"
 #include "support/messagecatcher.h"
+#include "support/plainlog.h"
 #include "unit/modules_widgets/dialoglook.h"
 
 #include <QApplication>

@@ -86,11 +86,3 @@ inline void addRows(const QStringList &names)
     for (const QString &name : names)
         QTest::newRow(qPrintable(name)) << true;
 }
-
-/// A text of the log without the quotes of its values, with single blanks.
-inline QString plainLog(const QStringList &lines)
-{
-    return lines.join(QLatin1Char('\n'))
-        .remove(QLatin1Char('"'))
-        .replace(QRegularExpression(QStringLiteral("[ ]+")), QStringLiteral(" "));
-}

@@ -1,5 +1,6 @@
 #include "ratedialog.h"
 #include "support/messagecatcher.h"
+#include "support/plainlog.h"
 
 #include <QGridLayout>
 #include <QImage>
