@@ -8,7 +8,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QPointer>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QtTest>
 
 namespace {
@@ -51,6 +51,20 @@ public:
     QPointer<PowerSettingsDialog> dialog;
 };
 
+/// Has a large warning icon, whatever icons are installed.
+class LargeIconStyle : public QProxyStyle
+{
+public:
+    QIcon standardIcon(StandardPixmap which, const QStyleOption *option, const QWidget *widget) const override
+    {
+        if (which != SP_MessageBoxWarning)
+            return QProxyStyle::standardIcon(which, option, widget);
+        QPixmap picture(128, 128);
+        picture.fill(Qt::yellow);
+        return QIcon(picture);
+    }
+};
+
 const QStringList kNothing;
 
 } // namespace
@@ -70,6 +84,7 @@ private slots:
     void entriesAreAsAgreed();
     void textsAreAsAgreed();
     void warningIconIsTheStandardOne();
+    void warningIconIs64By64();
     void warningStaysWhateverIsChosen();
     void buttonsAreOkAndCancel();
     void selectedTextFollowsTheBox();
@@ -138,6 +153,17 @@ void TstPowerSettingsDialog::warningIconIsTheStandardOne()
     QVERIFY(!picture.isNull());
     const QIcon standard = dialog.style()->standardIcon(QStyle::SP_MessageBoxWarning);
     QCOMPARE(picture.toImage(), standard.pixmap(64, 64).toImage());
+}
+
+void TstPowerSettingsDialog::warningIconIs64By64()
+{
+    const QString usual = QApplication::style()->objectName();
+    QApplication::setStyle(new LargeIconStyle);
+    const PowerSettingsDialog dialog;
+    const QPixmap picture = childByName<QLabel>(&dialog, "label_Warning")->pixmap(Qt::ReturnByValue);
+    QApplication::setStyle(usual);
+    QCOMPARE(picture.size(), QSize(64, 64));
+    QCOMPARE(picture.toImage().pixelColor(32, 32), QColor(Qt::yellow));
 }
 
 void TstPowerSettingsDialog::warningStaysWhateverIsChosen()
