@@ -3,22 +3,29 @@
 #include <utility>
 
 PendingDisplay::PendingDisplay(TimeSource &time, Callbacks callbacks, TimeOver timeOver)
-    : m_callbacks(std::move(callbacks))
+    : m_time(time)
+    , m_callbacks(std::move(callbacks))
     , m_parameter(timeOver)
-    , m_timer(time)
+{}
+
+FakeTimer &PendingDisplay::timer()
 {
-    QObject::connect(&m_timer, &FakeTimer::Signal_FakeTimeOver, &m_timer, [this] {
-        if (m_callbacks.atTimeOver)
-            m_callbacks.atTimeOver();
-        else
-            this->timeOver();
-    });
+    if (!m_timer) {
+        m_timer = std::make_unique<FakeTimer>(m_time);
+        QObject::connect(m_timer.get(), &FakeTimer::Signal_FakeTimeOver, m_timer.get(), [this] {
+            if (m_callbacks.atTimeOver)
+                m_callbacks.atTimeOver();
+            else
+                timeOver();
+        });
+    }
+    return *m_timer;
 }
 
 void PendingDisplay::userChanged()
 {
     m_parameter.userChanged();
-    m_timer.start();
+    timer().start();
 }
 
 void PendingDisplay::statusArrived()
@@ -29,13 +36,15 @@ void PendingDisplay::statusArrived()
 
 void PendingDisplay::cancel()
 {
-    m_timer.stop();
+    if (m_timer)
+        m_timer->stop();
     m_parameter.clear();
 }
 
 void PendingDisplay::timeOver()
 {
-    m_timer.stop();
+    if (m_timer)
+        m_timer->stop();
     const PendingParameter::Outcome outcome = m_parameter.timeOver();
     if (outcome.showLatest)
         m_callbacks.showLatest();

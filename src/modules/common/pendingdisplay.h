@@ -4,6 +4,7 @@
 #include "modules/common/pendingparameter.h"
 
 #include <functional>
+#include <memory>
 
 /// One parameter of one channel on the screen: joins the rule of PendingParameter to the timer of one
 /// second and to those who show the value and fetch the status. The owner keeps the value in its data
@@ -46,7 +47,10 @@ public:
     bool isPending() const { return m_parameter.isPending(); }
 
 private:
+    FakeTimer &timer();
+
+    TimeSource &m_time;
     const Callbacks m_callbacks;
     PendingParameter m_parameter;
-    FakeTimer m_timer;
+    std::unique_ptr<FakeTimer> m_timer; ///< made for the first change: most parameters are never changed
 };
