@@ -49,6 +49,9 @@ public:
     /// The session with the device; it belongs to this object.
     Communication *communication() const { return m_communication.get(); }
 
+    /// The keeper of the settings file; it belongs to this object.
+    AppConfigurationManager *appConfig() const { return m_appConfig.get(); }
+
     /// Opens the link of the current settings; the only way to a link. Tells the outcome in the status
     /// line and by the connection lamp, and disables the sampling rates until a system status comes.
     bool openLink();
