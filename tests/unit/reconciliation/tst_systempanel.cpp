@@ -53,7 +53,8 @@ private slots:
     void statusBringsTheTableToLifeBeforeItMarksTheRate();
     void cleanSlateEmptiesTheTextsAndLeavesTheNumbers();
     void cleanSlateWithoutControllerDoesTheSame();
-    void linkChangeKillsTheTable();
+    void linkThatFailsKillsTheTable();
+    void linkThatOpensKillsTheTableBeyondItsCleanSlate();
     void rateReportChangesRatesOnly();
     void chosenRateGoesOutBeforeTheNewStatusIsAsked();
     void switchesReachTheDeviceWithOneRequest_data();
@@ -174,11 +175,26 @@ void TstSystemPanel::cleanSlateWithoutControllerDoesTheSame()
     QVERIFY(!cell("16,2500")->isEnabled());
 }
 
-void TstSystemPanel::linkChangeKillsTheTable()
+void TstSystemPanel::linkThatFailsKillsTheTable()
 {
     report(fullStatus({1}));
     QVERIFY(cell("16,2500")->isEnabled());
-    m_fixture->app->openLink();
+    QSignalSpy disabled(m_fixture->app.get(), &Framework_Ctrllr::Signal_DisableSamplingRate);
+    m_fixture->serial->opens = false;
+    QVERIFY(!m_fixture->app->openLink());
+    QVERIFY(!cell("16,2500")->isEnabled());
+    QCOMPARE(disabled.size(), 1);
+}
+
+void TstSystemPanel::linkThatOpensKillsTheTableBeyondItsCleanSlate()
+{
+    report(fullStatus({1}));
+    QStringList texts; // of the status line, at each emission
+    connect(m_fixture->app.get(), &Framework_Ctrllr::Signal_DisableSamplingRate, this,
+            [this, &texts] { texts.append(m_fixture->statusText()); });
+    QVERIFY(m_fixture->app->openLink());
+    QCOMPARE(texts, (QStringList{QStringLiteral("Retrying to connect with Torvex"),
+                                 QStringLiteral("COM Port opened: COM7")}));
     QVERIFY(!cell("16,2500")->isEnabled());
 }
 
