@@ -15,7 +15,7 @@ int Power::outputMillivolts() const
     if (tooHot && protection == SwitchOff)
         return 0;
     if (tooHot && protection == Derate)
-        return qMin(chosenMillivolts(), kDeratedMillivolts);
+        return qMin(chosenMillivolts(), qMax(kDeratedMillivolts, minimumMillivolts));
     return chosenMillivolts();
 }
 

@@ -31,7 +31,7 @@ struct Power
     enum Protection : quint8 { SwitchOff = 0, Derate = 1 };
 
     static constexpr int kUsualMillivolts = 12000;
-    static constexpr int kDeratedMillivolts = 5000;
+    static constexpr int kDeratedMillivolts = 5000; ///< or the minimum where that is larger
 
     Identity identity;
     Health health;

@@ -40,6 +40,8 @@ private slots:
     void noOutputNoLoad();
     void hotModuleProtectsItself_data();
     void hotModuleProtectsItself();
+    void deratingStopsAtTheMinimum_data();
+    void deratingStopsAtTheMinimum();
     void protectionActsInTheReplyToItsCommand();
     void protectionLeavesTheSetpointsAlone();
     void setpointBeyondTheLimitsIsNotTaken_data();
@@ -147,6 +149,31 @@ void TstSimPower::hotModuleProtectsItself()
         QCOMPARE(outputOf(reply), output);
         QVERIFY(qAbs(u16(reply, kLoadAt) - before * share) <= 1);
     }
+}
+
+void TstSimPower::deratingStopsAtTheMinimum_data()
+{
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<QByteArray>("output");
+    QTest::addColumn<double>("share");
+
+    QTest::newRow("below 5 V") << 4999 << QByteArray("8813") << 5.0 / 12;
+    QTest::newRow("above 5 V") << 9000 << QByteArray("2823") << 0.75;
+    QTest::newRow("the setpoint") << 12000 << QByteArray("e02e") << 1.0;
+}
+
+void TstSimPower::deratingStopsAtTheMinimum()
+{
+    QFETCH(int, minimum);
+    QFETCH(QByteArray, output);
+    QFETCH(double, share);
+    const int before = load();
+    power().protection = Power::Derate;
+    power().minimumMillivolts = minimum;
+    power().tooHot = true;
+    const QByteArray reply = ask("0800000000");
+    QCOMPARE(outputOf(reply), output);
+    QVERIFY(qAbs(u16(reply, kLoadAt) - before * share) <= 1);
 }
 
 void TstSimPower::protectionActsInTheReplyToItsCommand()
