@@ -111,6 +111,23 @@ void readDevice(ScriptLine &line, Chain *chain)
     chain->shuntTime = milliseconds("shunt", chain->shuntTime);
 }
 
+/// The limits of the output voltage and the setpoints within them.
+void readOutputVoltage(ScriptLine &line, Power *power)
+{
+    const auto limit = [&line](const char *key, int current) {
+        return line.integer(QString::fromLatin1(key), current, 0, kMillivoltsMaximum);
+    };
+    const int minimum = power->minimumMillivolts = limit("minimum", power->minimumMillivolts);
+    const int maximum = power->maximumMillivolts = limit("maximum", power->maximumMillivolts);
+    if (minimum > maximum)
+        line.fail(QStringLiteral("minimum is above maximum"));
+    const auto setpoint = [&line, minimum, maximum](const char *key, int usual) {
+        return line.integer(QString::fromLatin1(key), qBound(minimum, usual, maximum), minimum, maximum);
+    };
+    power->fixedMillivolts = setpoint("fixed", power->fixedMillivolts);
+    power->autoMillivolts = setpoint("auto", power->autoMillivolts);
+}
+
 void readPower(ScriptLine &line, Chain *chain)
 {
     Power power;
@@ -119,15 +136,7 @@ void readPower(ScriptLine &line, Chain *chain)
     readHealth(line, &power.health);
     power.mode = static_cast<quint8>(
         line.word(QStringLiteral("mode"), power.mode, {QStringLiteral("fixed"), QStringLiteral("auto")}));
-    const auto millivolts = [&line](const char *key, int current) {
-        return line.integer(QString::fromLatin1(key), current, 0, kMillivoltsMaximum);
-    };
-    power.fixedMillivolts = millivolts("fixed", power.fixedMillivolts);
-    power.autoMillivolts = millivolts("auto", power.autoMillivolts);
-    power.minimumMillivolts = millivolts("minimum", power.minimumMillivolts);
-    power.maximumMillivolts = millivolts("maximum", power.maximumMillivolts);
-    if (power.minimumMillivolts > power.maximumMillivolts)
-        line.fail(QStringLiteral("minimum is above maximum"));
+    readOutputVoltage(line, &power);
     power.protection = static_cast<quint8>(line.integer(QStringLiteral("protection"), 0, 0, kByteMaximum));
     power.inputVolts = line.real(QStringLiteral("input"), power.inputVolts, 0, kInputVoltsMaximum);
     power.loadAmperes = line.real(QStringLiteral("load"), power.loadAmperes, 0, kLoadAmperesMaximum);
@@ -137,13 +146,22 @@ void readPower(ScriptLine &line, Chain *chain)
     chain->power = power;
 }
 
+/// Reads the functions of a universal module. A function brings its usual filter along, so this comes before
+/// all other keys of the channels.
+void readFunctions(ScriptLine &line, Module *module)
+{
+    const auto function = [&line](const char *key, quint8 current) {
+        return static_cast<quint8>(line.integer(QString::fromLatin1(key), current, 0, kByteMaximum));
+    };
+    const quint8 both = function("function", kStrainGauge);
+    module->channels = {Channel::withFunction(function("functionA", both)),
+                        Channel::withFunction(function("functionB", both))};
+}
+
 /// Reads the keys of one channel: those with the given ending ("" for both channels, "A", "B").
-void readChannel(ScriptLine &line, const QString &ending, bool isUniversal, Channel *channel)
+void readChannel(ScriptLine &line, const QString &ending, Channel *channel)
 {
     const auto key = [&ending](const char *name) { return QString::fromLatin1(name) + ending; };
-    if (isUniversal && line.has(key("function")))
-        *channel =
-            Channel::withFunction(static_cast<quint8>(line.integer(key("function"), 0, 0, kByteMaximum)));
     channel->bridgeIndex = line.integer(key("bridge"), channel->bridgeIndex, 0, kByteMaximum);
     channel->gainIndex = line.integer(key("range"), channel->gainIndex, 0, kByteMaximum);
     channel->offset = limitedText(line, key("offset"), channel->offset, kShortTextSize);
@@ -155,6 +173,17 @@ void readChannel(ScriptLine &line, const QString &ending, bool isUniversal, Chan
                                      QStringLiteral("negative"), QStringLiteral("both")});
     channel->positivePreselected = (preselect & 1) != 0;
     channel->negativePreselected = (preselect & 2) != 0;
+}
+
+void readChannels(ScriptLine &line, Module *module)
+{
+    if (module->type == kUniversal)
+        readFunctions(line, module);
+    ScriptLine again = line; // a value can be taken once, and both channels get the common ones
+    readChannel(again, QString(), &module->channel(0));
+    readChannel(line, QString(), &module->channel(1));
+    readChannel(line, QStringLiteral("A"), &module->channel(0));
+    readChannel(line, QStringLiteral("B"), &module->channel(1));
 }
 
 void readModules(ScriptLine &line, Chain *chain)
@@ -175,12 +204,7 @@ void readModules(ScriptLine &line, Chain *chain)
     readHealth(line, &module.health);
     module.sensorText = listText(line, "sensors");
     module.rangeText = listText(line, "ranges");
-    const bool isUniversal = type == kUniversal;
-    Channel both = module.channel(0);
-    readChannel(line, QString(), isUniversal, &both);
-    module.channels = {both, both};
-    readChannel(line, QStringLiteral("A"), isUniversal, &module.channel(0));
-    readChannel(line, QStringLiteral("B"), isUniversal, &module.channel(1));
+    readChannels(line, &module);
 
     for (int i = 0; i < count && !line.failed(); ++i) {
         Module next = module;

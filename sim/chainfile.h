@@ -18,7 +18,9 @@ namespace sim {
 ///          autozero=MS shunt=MS   how long an autozero runs and a shunt stays on
 ///   controller IDENTITY HEALTH
 ///   power IDENTITY HEALTH mode=fixed|auto fixed=MV auto=MV protection=N input=V load=A hot=yes|no
-///          minimum=MV maximum=MV   limits of the output voltage; a setpoint beyond them is not taken
+///          minimum=MV maximum=MV   limits of the output voltage; a setpoint beyond them is not taken, and is
+///                              an error in the line. The usual setpoint is brought within them.
+///          hot=yes with protection=1 brings the output to 5 V, or to minimum= where that is more.
 ///          The load is a resistor: load= flows at the output voltage that the line chooses by mode=, or at
 ///          12 V where that is 0. serial="" is a power module that does not answer with an identity.
 ///   module type=N count=N IDENTITY HEALTH CHANNEL sensors=TEXT ranges=TEXT
@@ -27,9 +29,9 @@ namespace sim {
 ///             address in four digits behind it.
 ///   HEALTH:   voltage=V temperature=C selftest=N voltage-valid=yes|no temperature-valid=yes|no
 ///   CHANNEL:  bridge=N range=N offset=TEXT filter=TEXT polarity=yes|no preselect=none|positive|negative|both
-///             for both channels; bridgeA=, bridgeB= and so on for one. functionA=, functionB=, function=
-///             are for modules of type 9. Lists name their items each followed by "$"; those of a type 9
-///             module may join the lists of both channels by "#".
+///             for both channels; bridgeA=, bridgeB= and so on for one, which goes before the common value.
+///             functionA=, functionB=, function= are for modules of type 9. Lists name their items each
+///             followed by "$"; those of a type 9 module may join the lists of both channels by "#".
 ///
 /// Modules stand in the order of their addresses. `system`, `device`, `controller` and `power` may stand
 /// once each; without a `power` line there is no power module.

@@ -42,11 +42,14 @@ private slots:
     void identityAndHealth();
     void channelKeys();
     void universalFunctions();
+    void functionOfAChannelKeepsTheCommonKeys();
     void ownLists();
     void systemLine();
     void deviceLine();
     void powerLine();
     void limitsOfTheOutputVoltage();
+    void setpointsStandWithinTheLimits_data();
+    void setpointsStandWithinTheLimits();
     void loadHoldsAtTheDescribedVoltage();
     void emptySerialNumbers();
     void systemTextsFillAFrameAndNoMore();
@@ -136,6 +139,27 @@ void TstChainFile::universalFunctions()
     QCOMPARE(chain.module(1).channel(1).filter, QString("8"));
 }
 
+void TstChainFile::functionOfAChannelKeepsTheCommonKeys()
+{
+    const Chain chain =
+        parsed("module type=9 functionA=1 functionB=2 bridge=2 bridgeB=0 range=1 offset=5 "
+               "polarity=yes preselect=positive\nmodule type=9 function=1 functionB=4 filter=6\n");
+    const sim::Channel &a = chain.module(1).channel(0);
+    const sim::Channel &b = chain.module(1).channel(1);
+    QCOMPARE(int(a.function), 1);
+    QCOMPARE(int(b.function), 2);
+    QCOMPARE(a.bridgeIndex, 2);
+    QCOMPARE(b.bridgeIndex, 0);
+    for (const sim::Channel &channel : {a, b}) {
+        QCOMPARE(channel.gainIndex, 1);
+        QCOMPARE(channel.offset, QString("5"));
+        QVERIFY(channel.reversePolarity);
+        QVERIFY(channel.positivePreselected && !channel.negativePreselected);
+    }
+    QCOMPARE(chain.module(2).channel(0).filter, QString("6"));
+    QCOMPARE(chain.module(2).channel(1).filter, QString("6"));
+}
+
 void TstChainFile::ownLists()
 {
     const Chain chain = parsed("module type=9 sensors=\"a$b$#c$\" ranges=\"1$\"\n");
@@ -195,6 +219,27 @@ void TstChainFile::limitsOfTheOutputVoltage()
     QCOMPARE(limited.power->maximumMillivolts, 20000);
     const Chain one = parsed("power minimum=9000 maximum=9000");
     QCOMPARE(one.power->minimumMillivolts, one.power->maximumMillivolts);
+}
+
+void TstChainFile::setpointsStandWithinTheLimits_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("fixed");
+    QTest::addColumn<int>("automatic");
+
+    QTest::newRow("at the limits") << "power fixed=5000 auto=9000 minimum=5000 maximum=9000" << 5000 << 9000;
+    QTest::newRow("usual ones above") << "power maximum=9000" << 9000 << 9000;
+    QTest::newRow("usual ones below") << "power minimum=15000" << 15000 << 15000;
+    QTest::newRow("one given") << "power auto=7000 maximum=9000" << 9000 << 7000;
+}
+
+void TstChainFile::setpointsStandWithinTheLimits()
+{
+    QFETCH(QString, line);
+    const Chain chain = parsed(line);
+    QTEST(chain.power->fixedMillivolts, "fixed");
+    QTEST(chain.power->autoMillivolts, "automatic");
+    QCOMPARE(chain.power->loadMillivolts, chain.power->fixedMillivolts);
 }
 
 void TstChainFile::loadHoldsAtTheDescribedVoltage()
@@ -281,6 +326,12 @@ void TstChainFile::badLineIsReportedWithItsNumber_data()
                                   << "line 2: a second \"power\"";
     QTest::newRow("limits the wrong way round") << "power minimum=9001 maximum=9000"
                                                 << "line 1: minimum is above maximum";
+    QTest::newRow("setpoint below its minimum") << "\npower minimum=5000 fixed=4999"
+                                                << "line 2: fixed=4999 is no number from 5000 to 65535";
+    QTest::newRow("setpoint above its maximum") << "\npower maximum=9000 auto=9001"
+                                                << "line 2: auto=9001 is no number from 0 to 9000";
+    QTest::newRow("common key") << "module type=1 bridge=256"
+                                << "line 1: bridge=256 is no number from 0 to 255";
     QTest::newRow("limit beyond its field") << "power maximum=65536"
                                             << "line 1: maximum=65536 is no number from 0 to 65535";
     QTest::newRow("serial too long") << "controller serial=12345678901234567"
