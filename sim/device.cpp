@@ -60,9 +60,8 @@ void Device::reset()
 
 Answer Device::answer(const QByteArray &payload, Milliseconds now, const PlayedPower &played)
 {
-    m_played = played;
     const bool flagged = m_resetFlag;
-    Answer answer = dispatch(payload, now);
+    Answer answer = dispatch({payload, now, played});
     if (answer.verdict == Answer::Verdict::Reply && flagged) {
         putU8(answer.payload, ControlFlagsAt, u8At(answer.payload, ControlFlagsAt) | kResetFlag);
         answer.carriesResetFlag = true;
@@ -73,8 +72,9 @@ Answer Device::answer(const QByteArray &payload, Milliseconds now, const PlayedP
     return answer;
 }
 
-Answer Device::dispatch(const QByteArray &payload, Milliseconds now)
+Answer Device::dispatch(const Request &request)
 {
+    const QByteArray &payload = request.payload;
     if (payload.isEmpty())
         return refused(QStringLiteral("empty payload"));
     switch (u8At(payload, 0)) {
@@ -83,47 +83,48 @@ Answer Device::dispatch(const QByteArray &payload, Milliseconds now)
     case FastModuleStatusCode:
     case StaticStatusCode:
     case EepromCode:
-        return statusReply(payload, now);
+        return statusReply(request);
     case FpgaCode:
-        return fpgaCommand(payload, now);
+        return fpgaCommand(request);
     case BridgeCode:
     case RangeCode:
     case ActionCode:
-        return channelCommand(payload, now);
+        return channelCommand(request);
     case OffsetCode:
     case FilterCode:
-        return textCommand(payload, now);
+        return textCommand(request);
     case PowerCode:
     case SupplyCode:
     case FunctionCode:
     case RatesCode:
     case ResetCode:
-        return systemCommand(payload, now);
+        return systemCommand(request);
     default:
         return refused(QStringLiteral("unknown code %1").arg(hexCode(u8At(payload, 0))));
     }
 }
 
-Answer Device::acknowledge(const QString &note, Milliseconds now) const
+Answer Device::acknowledge(const QString &note, const Request &request) const
 {
-    const Chain shown = shownChain();
-    return replied(Replies(shown, m_live, now).head(m_chain.commandReplyCode), note);
+    const Chain shown = shownChain(request.played);
+    return replied(Replies(shown, m_live, request.now).head(m_chain.commandReplyCode), note);
 }
 
-Chain Device::shownChain() const
+Chain Device::shownChain(const PlayedPower &played) const
 {
     Chain shown = m_chain;
     if (shown.power)
-        m_played.applyTo(&*shown.power);
+        played.applyTo(&*shown.power);
     return shown;
 }
 
-Answer Device::statusReply(const QByteArray &payload, Milliseconds now)
+Answer Device::statusReply(const Request &request)
 {
+    const QByteArray &payload = request.payload;
     if (!hasForm(payload, kStatusRequestSize))
         return badForm(payload);
-    const Chain shown = shownChain();
-    const Replies replies(shown, m_live, now);
+    const Chain shown = shownChain(request.played);
+    const Replies replies(shown, m_live, request.now);
     const quint8 code = u8At(payload, 0);
     const quint8 argument = u8At(payload, kArgumentAt);
     switch (code) {
@@ -144,73 +145,77 @@ Answer Device::statusReply(const QByteArray &payload, Milliseconds now)
         return replied(status);
     }
     default:
-        return acknowledge(QStringLiteral("no EEPROM text"), now);
+        return acknowledge(QStringLiteral("no EEPROM text"), request);
     }
 }
 
-Answer Device::channelCommand(const QByteArray &payload, Milliseconds now)
+Answer Device::channelCommand(const Request &request)
 {
+    const QByteArray &payload = request.payload;
     const int channel = u8At(payload, kArgumentAt);
     const int parameter = u8At(payload, kArgumentAt + 1);
     if (!hasForm(payload, kChannelCommandSize) || channel == 0)
         return badForm(payload);
-    Commands commands(m_chain, now);
+    Commands commands(m_chain, request.now);
     const quint8 code = u8At(payload, 0);
     if (code == BridgeCode)
-        return acknowledge(commands.setBridge(channel, parameter), now);
+        return acknowledge(commands.setBridge(channel, parameter), request);
     if (code == RangeCode)
-        return acknowledge(commands.setRange(channel, parameter), now);
-    return acknowledge(commands.act(channel, parameter), now);
+        return acknowledge(commands.setRange(channel, parameter), request);
+    return acknowledge(commands.act(channel, parameter), request);
 }
 
-Answer Device::textCommand(const QByteArray &payload, Milliseconds now)
+Answer Device::textCommand(const Request &request)
 {
+    const QByteArray &payload = request.payload;
     const int channel = u8At(payload, kArgumentAt);
     const bool endsWithItsOnlyZero = payload.indexOf('\0', kArgumentAt + 1) == payload.size() - 1;
     if (payload.size() < kSmallestTextCommand || !zerosFollowCode(payload) || channel == 0 ||
         !endsWithItsOnlyZero)
         return badForm(payload);
     const QString text = QString::fromUtf8(payload.mid(kArgumentAt + 1).chopped(1));
-    Commands commands(m_chain, now);
+    Commands commands(m_chain, request.now);
     const quint8 code = u8At(payload, 0);
     return acknowledge(
-        code == OffsetCode ? commands.setOffset(channel, text) : commands.setFilter(channel, text), now);
+        code == OffsetCode ? commands.setOffset(channel, text) : commands.setFilter(channel, text), request);
 }
 
-Answer Device::systemCommand(const QByteArray &payload, Milliseconds now)
+Answer Device::systemCommand(const Request &request)
 {
+    const QByteArray &payload = request.payload;
     const quint8 code = u8At(payload, 0);
     const int p1 = u8At(payload, kArgumentAt);
     const int p2 = u8At(payload, kArgumentAt + 1);
     const int p3 = u8At(payload, kArgumentAt + 2);
     if (!hasForm(payload, code == PowerCode ? kPowerCommandSize : kSystemCommandSize))
         return badForm(payload);
-    Commands commands(m_chain, now);
+    Commands commands(m_chain, request.now);
     switch (code) {
     case PowerCode:
-        return acknowledge(commands.setPower(p1, p2, u16At(payload, kArgumentAt + 2)), now);
+        return acknowledge(commands.setPower(p1, p2, u16At(payload, kArgumentAt + 2)), request);
     case SupplyCode:
-        return p1 == 0 ? badForm(payload) : acknowledge(commands.setSupply(p1, p2, p3), now);
+        return p1 == 0 ? badForm(payload) : acknowledge(commands.setSupply(p1, p2, p3), request);
     case FunctionCode:
-        return p1 == 0 || p3 != 0 ? badForm(payload) : acknowledge(commands.setFunction(p1, p2), now);
+        return p1 == 0 || p3 != 0 ? badForm(payload) : acknowledge(commands.setFunction(p1, p2), request);
     case RatesCode:
-        return p3 != 0 ? badForm(payload) : acknowledge(commands.setRates(p1, p2), now);
+        return p3 != 0 ? badForm(payload) : acknowledge(commands.setRates(p1, p2), request);
     default: {
         if (p1 != 0 || p2 != 0 || p3 != 0)
             return badForm(payload);
-        const Answer answer = acknowledge(QStringLiteral("system reset"), now);
+        const Answer answer = acknowledge(QStringLiteral("system reset"), request);
         reset();
         return answer;
     }
     }
 }
 
-Answer Device::fpgaCommand(const QByteArray &payload, Milliseconds now)
+Answer Device::fpgaCommand(const Request &request)
 {
+    const QByteArray &payload = request.payload;
     if (payload.size() < kFpgaHeadSize)
         return badForm(payload);
     return acknowledge(
-        QStringLiteral("FPGA command %1, nothing flashed").arg(hexCode(u8At(payload, kArgumentAt))), now);
+        QStringLiteral("FPGA command %1, nothing flashed").arg(hexCode(u8At(payload, kArgumentAt))), request);
 }
 
 } // namespace sim

@@ -43,19 +43,26 @@ public:
     int resetCount() const { return m_resetCount; }
 
 private:
-    Answer dispatch(const QByteArray &payload, Milliseconds now);
-    Answer statusReply(const QByteArray &payload, Milliseconds now);
-    Answer channelCommand(const QByteArray &payload, Milliseconds now);
-    Answer textCommand(const QByteArray &payload, Milliseconds now);
-    Answer systemCommand(const QByteArray &payload, Milliseconds now);
-    Answer fpgaCommand(const QByteArray &payload, Milliseconds now);
-    Answer acknowledge(const QString &note, Milliseconds now) const;
-    Chain shownChain() const;
+    /// A request with all that its answer depends on besides the state.
+    struct Request
+    {
+        const QByteArray &payload;
+        Milliseconds now;
+        const PlayedPower &played;
+    };
+
+    Answer dispatch(const Request &request);
+    Answer statusReply(const Request &request);
+    Answer channelCommand(const Request &request);
+    Answer textCommand(const Request &request);
+    Answer systemCommand(const Request &request);
+    Answer fpgaCommand(const Request &request);
+    Answer acknowledge(const QString &note, const Request &request) const;
+    Chain shownChain(const PlayedPower &played) const;
 
     const Chain m_description;
     Chain m_chain;
     LiveValues m_live;
-    PlayedPower m_played; ///< for the request at hand
     bool m_resetFlag = false;
     int m_resetCount = 0;
 };
