@@ -137,6 +137,9 @@ void TstChainFile::universalFunctions()
     QCOMPARE(int(chain.module(1).channel(1).function), 4);
     QCOMPARE(chain.module(1).channel(1).gainIndex, 1);
     QCOMPARE(chain.module(1).channel(1).filter, QString("8"));
+    const Chain other = parsed("module type=9 function=4 functionA=2\n");
+    QCOMPARE(int(other.module(1).channel(0).function), 2);
+    QCOMPARE(int(other.module(1).channel(1).function), 4);
 }
 
 void TstChainFile::functionOfAChannelKeepsTheCommonKeys()
