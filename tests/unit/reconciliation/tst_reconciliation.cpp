@@ -1,12 +1,8 @@
-#include "app/dynamicmodulesframe_view.h"
-#include "app/initmodulenotfound_view.h"
 #include "controller/modulecontroller_ctrllr.h"
 #include "controller/modulecontroller_view.h"
 #include "modules/analogmodule_ctrllr.h"
 #include "modules/moduledevice_view.h"
 #include "protocol/communication.h"
-#include "protocol/records/datagrams.h"
-#include "protocol/records/fastmodulestatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/systemstatus.h"
 #include "support/appfixture.h"
@@ -18,7 +14,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QStatusBar>
 #include <QtTest>
 
 namespace {
@@ -69,19 +64,8 @@ private slots:
     void debugFunnelListsTheModules();
     void samplingIsEnabledByAStatusOnly();
     void rateChangeCreatesNothing();
-    void groupCommandReachesAllButUnknownModules();
-    void statusReachesTheRows();
-    void wantedChannelDataIsFetched();
-    void channelCommandGoesOut();
-    void hardwareDelayIsShown();
-    void localMismatchWarns();
-    void remoteMismatchTells_data();
-    void remoteMismatchTells();
-    void otherMismatchIsSilent();
 
 private:
-    /// A chain of one module that was read over the serial link and is polled.
-    void joinSilentChain();
     void receive(const System_Status &status) { m_fixture->app->Slot_SystemStatus(variant(status)); }
     QList<ModuleDevice_View *> rows() const
     {
@@ -104,19 +88,6 @@ void TstReconciliation::init()
     m_fixture = std::make_unique<AppFixture>();
     m_fixture->writeSettings(kQuietSettings);
     m_fixture->start();
-}
-
-void TstReconciliation::joinSilentChain()
-{
-    m_fixture->serial->opens = true;
-    m_fixture->serial->script = device::chain(QByteArray("\x01"), false);
-    model_Namespace::Settings settings;
-    settings.commType = Comm_Type::Serial;
-    QVERIFY(m_fixture->app->Slot_ComConfigurationChanged(settings));
-    for (int turn = 0; turn < 100 && m_fixture->app->analogModules().empty(); ++turn)
-        m_fixture->time.advance(50);
-    m_fixture->time.advance(1000);
-    m_fixture->serial->takePayloads();
 }
 
 void TstReconciliation::cleanup()
@@ -400,130 +371,6 @@ void TstReconciliation::rateChangeCreatesNothing()
     QCOMPARE(rows().size(), 1);
     QVERIFY(messages.contains(
         QStringLiteral("***********System status received Bitrate: \"5000\" Sampling Rate: \"1234\"")));
-}
-
-void TstReconciliation::groupCommandReachesAllButUnknownModules()
-{
-    receive(systemStatus({1, 77, 2, 9}));
-    QSignalSpy all(m_fixture->app.get(), &Framework_Ctrllr::Signal_SendAll);
-    const auto module = [this](std::size_t index) {
-        return qobject_cast<AnalogModule_Ctrllr *>(m_fixture->app->analogModules().at(index));
-    };
-    GroupCommand command;
-    command.command = 3;
-    command.value = 2500;
-    emit module(0)->Signal_ShiftClickCommand(command);
-    QCOMPARE(all.size(), 1);
-    QCOMPARE(all.first().first().value<GroupCommand>(), command);
-    // Taking a connection away tells whether it was there: the sender hears its own command too.
-    const auto isJoined = [&](std::size_t index) {
-        return QObject::disconnect(m_fixture->app.get(), &Framework_Ctrllr::Signal_SendAll, module(index),
-                                   &AnalogModule_Ctrllr::Slot_FilterOrRangeHandle);
-    };
-    QVERIFY(isJoined(0));
-    QVERIFY(!isJoined(1));
-    QVERIFY(isJoined(2));
-    QVERIFY(isJoined(3));
-}
-
-void TstReconciliation::statusReachesTheRows()
-{
-    receive(systemStatus({1, 2}));
-    Module_Status status;
-    status.moduleAddress = 2;
-    status.moduleType = 2;
-    status.serialNumber = QStringLiteral("V-0042");
-    emit m_fixture->app->communication()->Signal_StaticModuleStatus(QVariant::fromValue(status));
-    const auto serial = [this](int index) {
-        return row(index)->findChild<QLabel *>(QStringLiteral("label_SnVersion"))->text();
-    };
-    QCOMPARE(serial(1), QStringLiteral("V-0042"));
-    QVERIFY(serial(0) != QStringLiteral("V-0042"));
-
-    QVector<Fast_Module_Status> fast(kFastModuleStatusCount);
-    fast[1].supplyVoltage = 1200;
-    emit m_fixture->app->communication()->Signal_FastModuleStatus(QVariant::fromValue(fast));
-    QCOMPARE(row(0)->findChild<QLabel *>(QStringLiteral("label_Voltage"))->text(), QStringLiteral("12.00 V"));
-}
-
-void TstReconciliation::wantedChannelDataIsFetched()
-{
-    joinSilentChain();
-    QSignalSpy busy(m_fixture->app.get(), &Framework_Ctrllr::statusBusy);
-    auto *module = qobject_cast<AnalogModule_Ctrllr *>(m_fixture->app->analogModules().front());
-    emit module->Signal_GetChannelData(0x105); // its low byte is the address
-    QCOMPARE(busy.size(), 1);
-    m_fixture->time.advance(600);
-    QVERIFY(m_fixture->serial->takePayloads().contains(QByteArray("\x12\x00\x00\x00\x05", 5)));
-}
-
-void TstReconciliation::channelCommandGoesOut()
-{
-    joinSilentChain();
-    DatagramT1 request;
-    request.module = 1;
-    request.channel = 2;
-    request.data.gainIndex = 4;
-    request.data.selector = 2;
-    m_fixture->app->Slot_SendChannelCommand(QVariant::fromValue(request));
-    m_fixture->time.advance(600);
-    QVERIFY(m_fixture->serial->takePayloads().contains(QByteArray("\x22\x00\x00\x00\x02\x04", 6)));
-}
-
-void TstReconciliation::hardwareDelayIsShown()
-{
-    receive(systemStatus({1}));
-    auto *module = qobject_cast<AnalogModule_Ctrllr *>(m_fixture->app->analogModules().front());
-    emit module->Signal_HwResponseDelay(17);
-    QCOMPARE(m_fixture->window()->statusBar()->currentMessage(), QStringLiteral("HW delay response : 17"));
-}
-
-void TstReconciliation::localMismatchWarns()
-{
-    m_fixture->app->Slot_FirmwareMismatch(QStringLiteral("local"), 0);
-    auto *box = m_fixture->window()->findChild<QMessageBox *>();
-    QVERIFY(box && box->isVisible());
-    QCOMPARE(
-        box->text(),
-        QStringLiteral("The firmware versions in the individual modules are different. This may lead to "
-                       "communication problems. We strongly recommend that you perform a firmware update. "
-                       "The latest firmware can be found on the qor Torvex Support website.\n\n"
-                       "https://www.qor.example"));
-    const QString line = QStringLiteral("Warning: Firmware mismatch between individual modules. We strongly "
-                                        "recommended to update the firmware.");
-    QCOMPARE(m_fixture->statusText(), line);
-    QCOMPARE(m_fixture->child<QLabel>("statusLabel")->styleSheet(), QStringLiteral("color: red"));
-    m_fixture->time.advance(std::chrono::minutes(10));
-    QCOMPARE(m_fixture->statusText(), line);
-}
-
-void TstReconciliation::remoteMismatchTells_data()
-{
-    QTest::addColumn<int>("flag");
-    QTest::addColumn<QString>("style");
-    QTest::newRow("red") << 1 << "color: red";
-    QTest::newRow("black") << 0 << "color: black";
-}
-
-void TstReconciliation::remoteMismatchTells()
-{
-    QFETCH(int, flag);
-    QFETCH(QString, style);
-    m_fixture->app->Slot_FirmwareMismatch(QStringLiteral("remote"), flag);
-    QCOMPARE(m_fixture->statusText(),
-             QStringLiteral("Warning: Please download the latest vxupdate.exe, current version is outdated"));
-    QCOMPARE(m_fixture->child<QLabel>("statusLabel")->styleSheet(), style);
-    m_fixture->time.advance(std::chrono::minutes(10));
-    QVERIFY(!m_fixture->statusText().isEmpty());
-}
-
-void TstReconciliation::otherMismatchIsSilent()
-{
-    const QString before = m_fixture->statusText();
-    m_fixture->app->Slot_FirmwareMismatch(QStringLiteral("Local"), 1);
-    QCOMPARE(m_fixture->statusText(), before);
-    auto *box = m_fixture->window()->findChild<QMessageBox *>();
-    QVERIFY(!box || !box->isVisible());
 }
 
 QTEST_MAIN(TstReconciliation)
