@@ -7,11 +7,25 @@
 #include "ui_powersettingsdialog.h"
 
 #include <QIcon>
+#include <QPixmap>
 #include <QStyle>
 
 namespace {
 
-constexpr int kIconSize = 64;
+constexpr int kIconSize = 64; // on the screen, whatever the device's pixels are
+
+/// The style's warning icon for the screen of this widget.
+QPixmap warningPicture(const QWidget &widget)
+{
+    const qreal ratio = widget.devicePixelRatioF();
+    const QSize pixels = QSize(kIconSize, kIconSize) * ratio;
+    const QIcon icon = widget.style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, &widget);
+    QPixmap picture = icon.pixmap(pixels);
+    if (picture.size() != pixels) // an icon is never drawn larger than the style has it
+        picture = picture.scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(ratio);
+    return picture;
+}
 
 } // namespace
 
@@ -24,8 +38,7 @@ PowerSettingsDialog::PowerSettingsDialog(QWidget *parent)
     setFont(fonts::text());
     m_ui->setupUi(this);
     nameButtons(*m_ui->buttonBox);
-    m_ui->label_Warning->setPixmap(
-        style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(kIconSize, kIconSize));
+    m_ui->label_Warning->setPixmap(warningPicture(*this));
     fillProtections();
 }
 

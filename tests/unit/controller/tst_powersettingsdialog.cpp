@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QPainter>
 #include <QPointer>
 #include <QProxyStyle>
 #include <QtTest>
@@ -51,19 +52,32 @@ public:
     QPointer<PowerSettingsDialog> dialog;
 };
 
-/// Has a large warning icon, whatever icons are installed.
-class LargeIconStyle : public QProxyStyle
+/// Has a warning icon of this size, black on the left and white on the right, whatever icons are installed.
+class IconStyle : public QProxyStyle
 {
 public:
+    explicit IconStyle(int size)
+        : m_size(size)
+    {}
+
     QIcon standardIcon(StandardPixmap which, const QStyleOption *option, const QWidget *widget) const override
     {
         if (which != SP_MessageBoxWarning)
             return QProxyStyle::standardIcon(which, option, widget);
-        QPixmap picture(128, 128);
-        picture.fill(Qt::yellow);
+        QPixmap picture(m_size, m_size);
+        picture.fill(Qt::white);
+        QPainter(&picture).fillRect(0, 0, m_size / 2, m_size, Qt::black);
         return QIcon(picture);
     }
+
+private:
+    int m_size;
 };
+
+int greyAt(const QImage &image, int x)
+{
+    return qGray(image.pixel(x, image.height() / 2));
+}
 
 const QStringList kNothing;
 
@@ -78,13 +92,16 @@ class TstPowerSettingsDialog : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup() { dialoglook::resetFont(); }
+    void initTestCase() { m_usualStyle = QApplication::style()->objectName(); }
+    void cleanup();
     void windowIsAsAgreed();
     void entriesAreAsAgreed_data();
     void entriesAreAsAgreed();
     void textsAreAsAgreed();
-    void warningIconIsTheStandardOne();
-    void warningIconIs64By64();
+    void warningIconIsTheStandardOneAt64By64_data();
+    void warningIconIsTheStandardOneAt64By64();
+    void smallIconIsEnlargedSmoothly();
+    void largeIconIsReduced();
     void warningStaysWhateverIsChosen();
     void buttonsAreOkAndCancel();
     void selectedTextFollowsTheBox();
@@ -103,7 +120,16 @@ private slots:
     void reportWhileOpenLeavesTheChoice();
     void rowDeletedWhileOpenSendsNothing();
     void viewDeletedWhileOpenSendsNothing();
+
+private:
+    QString m_usualStyle;
 };
+
+void TstPowerSettingsDialog::cleanup()
+{
+    dialoglook::resetFont();
+    QApplication::setStyle(m_usualStyle);
+}
 
 void TstPowerSettingsDialog::windowIsAsAgreed()
 {
@@ -144,26 +170,52 @@ void TstPowerSettingsDialog::textsAreAsAgreed()
              QStringLiteral("Activating mission critical mode\nwill void the warranty."));
 }
 
-void TstPowerSettingsDialog::warningIconIsTheStandardOne()
+void TstPowerSettingsDialog::warningIconIsTheStandardOneAt64By64_data()
 {
-    const PowerSettingsDialog dialog;
+    QTest::addColumn<QString>("style");
+    QTest::newRow("Fusion") << "Fusion";
+    QTest::newRow("Windows") << "Windows";
+}
+
+void TstPowerSettingsDialog::warningIconIsTheStandardOneAt64By64()
+{
+    QFETCH(QString, style);
+    QVERIFY(QApplication::setStyle(style));
+    PowerSettingsDialog dialog;
     const auto *label = childByName<QLabel>(&dialog, "label_Warning");
     QCOMPARE(label->text(), QString());
     const QPixmap picture = label->pixmap(Qt::ReturnByValue);
-    QVERIFY(!picture.isNull());
+    QCOMPARE(picture.size() / picture.devicePixelRatio(), QSize(64, 64));
     const QIcon standard = dialog.style()->standardIcon(QStyle::SP_MessageBoxWarning);
-    QCOMPARE(picture.toImage(), standard.pixmap(64, 64).toImage());
+    QCOMPARE(
+        picture.toImage(),
+        standard.pixmap(64, 64).scaled(64, 64, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).toImage());
+    dialog.show();
+    QVERIFY(label->contentsRect().width() >= 64);
+    QVERIFY(label->contentsRect().height() >= 64);
 }
 
-void TstPowerSettingsDialog::warningIconIs64By64()
+void TstPowerSettingsDialog::smallIconIsEnlargedSmoothly()
 {
-    const QString usual = QApplication::style()->objectName();
-    QApplication::setStyle(new LargeIconStyle);
+    QApplication::setStyle(new IconStyle(16));
     const PowerSettingsDialog dialog;
     const QPixmap picture = childByName<QLabel>(&dialog, "label_Warning")->pixmap(Qt::ReturnByValue);
-    QApplication::setStyle(usual);
     QCOMPARE(picture.size(), QSize(64, 64));
-    QCOMPARE(picture.toImage().pixelColor(32, 32), QColor(Qt::yellow));
+    const QImage image = picture.toImage();
+    QCOMPARE(greyAt(image, 2), 0);
+    QCOMPARE(greyAt(image, 61), 255);
+    const int middle = greyAt(image, 31); // the edge runs over several pixels
+    QVERIFY2(middle > 32 && middle < 223, qPrintable(QString::number(middle)));
+}
+
+void TstPowerSettingsDialog::largeIconIsReduced()
+{
+    QApplication::setStyle(new IconStyle(128));
+    const PowerSettingsDialog dialog;
+    const QPixmap picture = childByName<QLabel>(&dialog, "label_Warning")->pixmap(Qt::ReturnByValue);
+    QCOMPARE(picture.size(), QSize(64, 64));
+    QCOMPARE(greyAt(picture.toImage(), 2), 0);
+    QCOMPARE(greyAt(picture.toImage(), 61), 255);
 }
 
 void TstPowerSettingsDialog::warningStaysWhateverIsChosen()
