@@ -99,8 +99,6 @@ ModuleController_Ctrllr::ModuleController_Ctrllr(int moduleNumber, int rowNumber
             &ModuleController_Ctrllr::Slot_OutputVoltageModeChanged);
     connect(m_setpointTimer, &FakeTimer::Signal_FakeTimeOver, this,
             &ModuleController_Ctrllr::Slot_OutputVoltage_FakeTimeOver);
-    // Once the row is gone nothing of it is sent.
-    connect(view, &QObject::destroyed, m_setpointTimer, &FakeTimer::stop);
 }
 
 ModuleController_Ctrllr::~ModuleController_Ctrllr()
@@ -134,6 +132,8 @@ void ModuleController_Ctrllr::showPower()
 
 void ModuleController_Ctrllr::Slot_ControllerButton()
 {
+    if (!m_view)
+        return;
     const FixedModuleModel &controller = m_data.controller;
     showVersionBox(m_view, controller.hardware, controller.firmware1, controller.firmware2);
 }
@@ -309,9 +309,9 @@ void ModuleController_Ctrllr::Slot_OutputVoltageSetpointChanged(double volts)
 
 void ModuleController_Ctrllr::Slot_OutputVoltage_FakeTimeOver()
 {
+    m_setpointTimer->stop(); // also when the row is gone: it would repeat
     if (!m_view)
         return;
-    m_setpointTimer->stop();
     const PowerModuleModel &power = m_data.power;
     sendPowerSetting(power.voltageMode == 0 ? PowerSetting::FixedVoltage : PowerSetting::AutoVoltage,
                      setpointMillivolts(static_cast<double>(power.outputVoltageSetpoint)));
@@ -320,6 +320,8 @@ void ModuleController_Ctrllr::Slot_OutputVoltage_FakeTimeOver()
 
 void ModuleController_Ctrllr::Slot_OutputVoltageModeChanged(int index)
 {
+    if (!m_view)
+        return;
     sendPowerSetting(modeSetting(index));
 }
 

@@ -1,6 +1,7 @@
 #include "controllerrow.h"
 #include "support/messagecatcher.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
 #include <QtTest>
@@ -272,7 +273,10 @@ void TstModuleControllerCtrllr::reportsAfterTheRowIsGoneDoNothing()
     row.controller->Slot_FastSystemStatus(QVariant());
     row.controller->Slot_OutputVoltageSetpointChanged(12.3);
     row.controller->Slot_OutputVoltage_FakeTimeOver();
+    row.controller->Slot_OutputVoltageModeChanged(1);
     row.controller->Slot_PowerButton();
+    row.controller->Slot_ControllerButton();
+    QCOMPARE(QApplication::topLevelWidgets(), QWidgetList());
     QCOMPARE(row.mismatch.count(), 0);
     QCOMPARE(settings.count(), 0);
 }

@@ -73,6 +73,7 @@ private slots:
     void arrowKeySendsAfterTwoSeconds();
     void typedValueIsSentOnce();
     void changeTurnsTheBoxRedAtOnce();
+    void settingGoesOutBeforeTheBoxTurnsBlack();
     void changeIsLoggedAndKept();
     void onlyTheLastOfTwoChangesIsSent();
     void timerEndsAfterOneSetting();
@@ -201,6 +202,18 @@ void TstOutputVoltage::changeTurnsTheBoxRedAtOnce()
     row.time.advance(1999);
     QCOMPARE(setpointBox(row)->styleSheet(), kRed);
     row.time.advance(1);
+    QCOMPARE(setpointBox(row)->styleSheet(), kBlack);
+}
+
+void TstOutputVoltage::settingGoesOutBeforeTheBoxTurnsBlack()
+{
+    Row row;
+    row.controller->Slot_OutputVoltageSetpointChanged(12.3);
+    QString styleAtSending;
+    connect(row.controller.get(), &ModuleController_Ctrllr::Signal_COMMAND_POWER_SET, this,
+            [&] { styleAtSending = setpointBox(row)->styleSheet(); });
+    row.time.advance(2000);
+    QCOMPARE(styleAtSending, kRed);
     QCOMPARE(setpointBox(row)->styleSheet(), kBlack);
 }
 
@@ -437,6 +450,12 @@ void TstOutputVoltage::viewDeletedFirstWhilePendingSendsNothing()
     Row row;
     row.controller->Slot_OutputVoltageSetpointChanged(12.3);
     delete row.controller->GetView(); // the window took it along
+    row.time.advance(10000);
+    QCOMPARE(row.takeSettings(), kNothing);
+    const auto timers = row.controller->findChildren<Timer *>();
+    QVERIFY(!timers.isEmpty());
+    for (const Timer *timer : timers)
+        QVERIFY(!timer->isActive());
     row.controller.reset();
     row.time.advance(10000);
     QCOMPARE(row.takeSettings(), kNothing);
