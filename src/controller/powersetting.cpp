@@ -1,17 +1,26 @@
 #include "controller/powersetting.h"
 
 #include <QCoreApplication>
+#include <array>
 
 namespace {
 
 constexpr double kHighestVolts = 65.0;
 constexpr double kMillivoltsPerVolt = 1000.0;
 constexpr double kRounding = 0.5;
-constexpr int kNoneCode = 3;
 
-QString translated(const char *text)
+/// Texts of the reported codes, in their order. The last cannot be chosen.
+constexpr std::array<const char *, 4> kProtections{{
+    QT_TRANSLATE_NOOP("ModuleController_Ctrllr", "standard"),
+    QT_TRANSLATE_NOOP("ModuleController_Ctrllr", "derating"),
+    QT_TRANSLATE_NOOP("ModuleController_Ctrllr", "mission critical"),
+    QT_TRANSLATE_NOOP("ModuleController_Ctrllr", "none"),
+}};
+constexpr std::size_t kChoices = 3;
+
+QString translatedProtection(std::size_t code)
 {
-    return QCoreApplication::translate("ModuleController_Ctrllr", text);
+    return QCoreApplication::translate("ModuleController_Ctrllr", kProtections.at(code));
 }
 
 } // namespace
@@ -42,15 +51,15 @@ PowerSetting protectionSetting(int index)
 
 QStringList protectionNames()
 {
-    return {translated("standard"), translated("derating"), translated("mission critical")};
+    QStringList names;
+    for (std::size_t code = 0; code < kChoices; ++code)
+        names.append(translatedProtection(code));
+    return names;
 }
 
 QString protectionName(quint8 code)
 {
-    const QStringList names = protectionNames();
-    if (code < names.size())
-        return names.at(code);
-    return code == kNoneCode ? translated("none") : QString::number(code);
+    return code < kProtections.size() ? translatedProtection(code) : QString::number(code);
 }
 
 quint16 setpointMillivolts(double volts)

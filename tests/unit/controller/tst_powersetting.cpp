@@ -1,7 +1,27 @@
 #include "controller/powersetting.h"
 
+#include <QTranslator>
 #include <QtTest>
 #include <limits>
+
+namespace {
+
+/// Translates every text of one class into the text with "*" around it.
+class StarTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *context, const char *text, const char * /*disambiguation*/,
+                      int /*count*/) const override
+    {
+        if (qstrcmp(context, "ModuleController_Ctrllr") != 0)
+            return QString();
+        return QStringLiteral("*%1*").arg(QLatin1String(text));
+    }
+};
+
+} // namespace
 
 /// What the power module is told for what the user chose.
 class TstPowerSetting : public QObject
@@ -17,6 +37,7 @@ private slots:
     void protectionsToChooseFrom();
     void protectionNames_data();
     void protectionNames();
+    void protectionNamesAreTranslated();
     void setpointInMillivolts_data();
     void setpointInMillivolts();
     void setpointStoredAsFloatKeepsItsMillivolts();
@@ -24,8 +45,14 @@ private slots:
 
 void TstPowerSetting::codesOnTheWire()
 {
+    QCOMPARE(static_cast<int>(PowerSetting::None), 0);
     QCOMPARE(static_cast<int>(PowerSetting::FixedVoltage), 0x10);
     QCOMPARE(static_cast<int>(PowerSetting::AutoVoltage), 0x11);
+    QCOMPARE(static_cast<int>(PowerSetting::FixedMode), 0x20);
+    QCOMPARE(static_cast<int>(PowerSetting::AutoMode), 0x21);
+    QCOMPARE(static_cast<int>(PowerSetting::ProtectionStandard), 0x30);
+    QCOMPARE(static_cast<int>(PowerSetting::ProtectionDerating), 0x31);
+    QCOMPARE(static_cast<int>(PowerSetting::ProtectionMissionCritical), 0x32);
 }
 
 void TstPowerSetting::modeEntries_data()
@@ -86,6 +113,17 @@ void TstPowerSetting::protectionNames()
 {
     QFETCH(int, code);
     QTEST(protectionName(static_cast<quint8>(code)), "name");
+}
+
+void TstPowerSetting::protectionNamesAreTranslated()
+{
+    StarTranslator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    QCOMPARE(::protectionNames(), QStringList({QStringLiteral("*standard*"), QStringLiteral("*derating*"),
+                                               QStringLiteral("*mission critical*")}));
+    QCOMPARE(protectionName(1), QStringLiteral("*derating*"));
+    QCOMPARE(protectionName(3), QStringLiteral("*none*"));
+    QCOMPARE(protectionName(4), QStringLiteral("4"));
 }
 
 void TstPowerSetting::setpointInMillivolts_data()
