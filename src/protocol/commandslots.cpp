@@ -40,11 +40,11 @@ void Communication::Slot_SendChannnelChangeReq(uchar channel, uchar type)
     queueSystemCommand({PayloadCode::ChannelChange, channel, type, 0, 0});
 }
 
-void Communication::Slot_SendPowerModuleSetting(uchar mode, uchar protection, ushort voltage)
+void Communication::Slot_SendPowerModuleSetting(uchar first, uchar setting, ushort value)
 {
-    const auto low = static_cast<quint8>(voltage & 0xFFU);
-    const auto high = static_cast<quint8>(voltage >> 8);
-    queueSystemCommand({PayloadCode::PowerSet, mode, protection, low, high});
+    const auto low = static_cast<quint8>(value & 0xFFU);
+    const auto high = static_cast<quint8>(value >> 8);
+    queueSystemCommand({PayloadCode::PowerSet, first, setting, low, high});
     queueModuleStatus(kPowerModuleAddress);
 }
 

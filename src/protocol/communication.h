@@ -86,7 +86,9 @@ public slots:
     void Slot_SendSamplingRates(const QString &bitRate, const QString &channelCount);
     void Slot_SendVoltageSupply(uchar channel, uchar on, uchar voltage);
     void Slot_SendChannnelChangeReq(uchar channel, uchar type); ///< name as agreed
-    void Slot_SendPowerModuleSetting(uchar mode, uchar protection, ushort voltage);
+    /// For the power module: 1, what is set, and millivolts where that has a value. Reads its status
+    /// afterwards.
+    void Slot_SendPowerModuleSetting(uchar first, uchar setting, ushort value);
     void Slot_SendSystemReset();
     void Slot_FirmwareCommands(const QVariant &cmdMsg);
     void Slot_StartFPGAprocess();
