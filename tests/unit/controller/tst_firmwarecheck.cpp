@@ -19,6 +19,7 @@ private slots:
     void remoteFirmware_data();
     void remoteFirmware();
     void remoteCheckWithoutReferenceIsSilent();
+    void remoteCheckWarnsAgainAfterALocalWarning();
 };
 
 void TstFirmwareCheck::differentModuleFirmwareWarnsOnce()
@@ -131,6 +132,12 @@ void TstFirmwareCheck::remoteFirmware_data()
                                                          << "1.2.9" << false;
     QTest::newRow("empty parts are dropped") << "1..2"
                                              << ".1.3" << true;
+    QTest::newRow("a remote part that is no number counts as 0") << "1.2"
+                                                                 << "1.a" << false;
+    QTest::newRow("a local part that is no number counts as 0") << "1.a"
+                                                                << "1.1" << true;
+    QTest::newRow("no number on either side") << "1.a"
+                                              << "1.b" << false;
     QTest::newRow("no remote version") << "1.2"
                                        << "" << false;
     QTest::newRow("no local version") << ""
@@ -156,6 +163,24 @@ void TstFirmwareCheck::remoteCheckWithoutReferenceIsSilent()
 {
     Row row;
     row.controller->Slot_CheckFrmwrVersion(QStringLiteral("9.9.9"), 1);
+    QCOMPARE(row.mismatch.count(), 0);
+}
+
+void TstFirmwareCheck::remoteCheckWarnsAgainAfterALocalWarning()
+{
+    Row row;
+    row.take(moduleStatus(kControllerType, "1.2"));
+    row.take(moduleStatus(1, "1.1"));
+    QCOMPARE(row.mismatch.count(), 1);
+    for (const int flag : {0, 1, 1}) {
+        row.mismatch.clear();
+        row.controller->Slot_CheckFrmwrVersion(QStringLiteral("1.3"), flag);
+        QCOMPARE(row.mismatch.count(), 1);
+        QCOMPARE(row.mismatch.at(0).at(0).toString(), QStringLiteral("remote"));
+        QCOMPARE(row.mismatch.at(0).at(1).toInt(), flag);
+    }
+    row.mismatch.clear();
+    row.take(moduleStatus(2, "1.0")); // that warning was given
     QCOMPARE(row.mismatch.count(), 0);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QProgressBar>
 #include <QtTest>
+#include <limits>
 
 namespace {
 
@@ -23,7 +24,7 @@ Fast_System_Status fastStatus(int voltage, int outputVoltage = 0, int loadCurren
     return status;
 }
 
-Module_Status limitsStatus(const char *list, const char *serialNumber = "4712", int type = kPowerType)
+Module_Status limitsStatus(const QByteArray &list, const char *serialNumber = "4712", int type = kPowerType)
 {
     Module_Status status = moduleStatus(type, "01.00", serialNumber);
     status.rangeList = QString::fromLatin1(list);
@@ -82,6 +83,10 @@ private slots:
     void limitsMoveTheColours_data();
     void limitsMoveTheColours();
     void limitsMoveTheScale();
+    void valueBeyondTheNewScaleFillsTheBar();
+    void scaleStaysUsable_data();
+    void scaleStaysUsable();
+    void barsHaveNoText();
     void shortListSetsItsEntriesAndTheBar();
     void limitsWithoutSerialNumberAreSkipped();
     void limitsOfAnotherModuleAreSkipped();
@@ -161,6 +166,10 @@ void TstInputVoltageRow::currentIsShown_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("bar");
     QTest::newRow("0 A") << 0 << "0.000" << 0;
+    // The float product of these lies a little below the whole step.
+    QTest::newRow("0.005 A") << 10 << "0.005" << 5;
+    QTest::newRow("4.996 A") << 9992 << "4.996" << 4996;
+    QTest::newRow("parts of a step are cut") << 9993 << "4.997" << 4996;
     QTest::newRow("three decimals") << 250 << "0.125" << 125;
     QTest::newRow("0.25 A") << 500 << "0.250" << 250;
     QTest::newRow("1.5 A") << 3000 << "1.500" << 1500;
@@ -302,7 +311,7 @@ void TstInputVoltageRow::reportedLimitsAreTakenOver()
 {
     QFETCH(QByteArray, list);
     Row row;
-    row.take(limitsStatus(list.constData()));
+    row.take(limitsStatus(list));
     QTEST(limits(row), "expected");
 }
 
@@ -351,6 +360,61 @@ void TstInputVoltageRow::limitsMoveTheScale()
     row.take(fastStatus(4900));
     QCOMPARE(voltageBar(row)->value(), 48);
     QCOMPARE(row.text("label_InputVoltage"), QStringLiteral("49.0"));
+}
+
+void TstInputVoltageRow::valueBeyondTheNewScaleFillsTheBar()
+{
+    Row row;
+    row.take(fastStatus(5900));
+    QCOMPARE(voltageBar(row)->value(), 59);
+    row.take(limitsStatus("8000$40000$48000$6500$0$"));
+    QCOMPARE(voltageBar(row)->value(), 48);
+    QCOMPARE(row.text("label_InputVoltage"), QStringLiteral("59.0"));
+    row.take(limitsStatus("8000$40000$60000$6500$0$")); // a wider scale shows the same
+    QCOMPARE(voltageBar(row)->value(), 48);
+}
+
+void TstInputVoltageRow::scaleStaysUsable_data()
+{
+    QTest::addColumn<QByteArray>("millivolts");
+    QTest::addColumn<int>("maximum");
+    QTest::addColumn<int>("shown"); // of 24 V
+    QTest::newRow("0") << QByteArray("0") << 1 << 1;
+    QTest::newRow("negative") << QByteArray("-5000") << 1 << 1;
+    QTest::newRow("below 1 V") << QByteArray("999") << 1 << 1;
+    QTest::newRow("parts of a volt are cut") << QByteArray("30900") << 30 << 24;
+    QTest::newRow("more than the bar can count")
+        << QByteArray("1e30") << std::numeric_limits<int>::max() << 24;
+    QTest::newRow("less than the bar can count") << QByteArray("-1e30") << 1 << 1;
+}
+
+void TstInputVoltageRow::scaleStaysUsable()
+{
+    QFETCH(QByteArray, millivolts);
+    QFETCH(int, maximum);
+    QFETCH(int, shown);
+    Row row;
+    row.take(limitsStatus("8000$40000$" + millivolts + "$6500$0$"));
+    QCOMPARE(voltageBar(row)->minimum(), 0);
+    QCOMPARE(voltageBar(row)->maximum(), maximum);
+    row.take(fastStatus(2400));
+    QCOMPARE(voltageBar(row)->value(), shown);
+}
+
+void TstInputVoltageRow::barsHaveNoText()
+{
+    Row row;
+    QCOMPARE(voltageBar(row)->format(), QString());
+    for (const int voltage : {2400, 0, 2400}) {
+        voltageBar(row)->setFormat(QStringLiteral("%p%"));
+        row.take(fastStatus(voltage)); // sets the style, and with it the format
+        QCOMPARE(voltageBar(row)->format(), QString());
+        QCOMPARE(voltageBar(row)->text(), QString());
+    }
+    row.take(limitsStatus("8000$40000$48000$6500$0$"));
+    QCOMPARE(voltageBar(row)->format(), QString());
+    QVERIFY(!voltageBar(row)->isTextVisible());
+    QVERIFY(!currentBar(row)->isTextVisible());
 }
 
 void TstInputVoltageRow::shortListSetsItsEntriesAndTheBar()

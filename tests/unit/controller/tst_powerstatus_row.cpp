@@ -53,7 +53,8 @@ private slots:
     void setpointIsBroughtIntoTheRangeOfTheBox();
     void laterReportReplacesAnEarlierOne();
     void reportRaisesNoCommand();
-    void modeOutsideTheBoxIsKept();
+    void modeOtherThanFixedIsShownAsAuto_data();
+    void modeOtherThanFixedIsShownAsAuto();
     void protectionIsShownByName_data();
     void protectionIsShownByName();
     void linesComeInTheirOrder();
@@ -211,11 +212,23 @@ void TstPowerStatusRow::reportRaisesNoCommand()
     QCOMPARE(row.takeSettings(), QStringList());
 }
 
-void TstPowerStatusRow::modeOutsideTheBoxIsKept()
+void TstPowerStatusRow::modeOtherThanFixedIsShownAsAuto_data()
 {
+    QTest::addColumn<int>("code");
+    QTest::newRow("auto") << 1;
+    QTest::newRow("first beyond the box") << 2;
+    QTest::newRow("highest") << 255;
+}
+
+void TstPowerStatusRow::modeOtherThanFixedIsShownAsAuto()
+{
+    QFETCH(int, code);
     Row row;
-    row.take(outputStatus(255, 12300, 8400));
-    QCOMPARE(int(row.controller->model().power.voltageMode), 255);
+    row.take(outputStatus(0, 12300, 8400));
+    QCOMPARE(row.child<QComboBox>("comboBox_OutputVoltageMode")->currentText(), QStringLiteral("fixed"));
+    row.take(outputStatus(code, 12300, 8400));
+    QCOMPARE(row.child<QComboBox>("comboBox_OutputVoltageMode")->currentText(), QStringLiteral("auto"));
+    QCOMPARE(int(row.controller->model().power.voltageMode), code); // as reported
     QCOMPARE(row.takeSettings(), QStringList());
 }
 
