@@ -1,44 +1,15 @@
 #include "base/gui/fonts.h"
-#include "support/childbyname.h"
-#include "system/rates/ratetable.h"
+#include "shownratetable.h"
 
-#include <QDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QSet>
 #include <QtTest>
-#include <memory>
 
 namespace {
 
 const QString kMark = QStringLiteral("border: 2px solid blue");
-
-/// The table in a dialog that is shown and active, as the keyboard needs it.
-struct ShownTable
-{
-    ShownTable()
-        : table(new RateTable(&dialog))
-    {
-        dialog.resize(664, 350);
-        table->resize(650, 340);
-        dialog.show();
-        QApplication::setActiveWindow(&dialog);
-    }
-
-    QPushButton *cell(const char *name) const { return childByName<QPushButton>(table, name); }
-
-    void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
-
-    QString focused() const
-    {
-        const QWidget *widget = QApplication::focusWidget();
-        return widget ? widget->objectName() : QString();
-    }
-
-    QDialog dialog;
-    RateTable *table; // child of the dialog
-};
 
 QStringList marked(const RateTable &table)
 {
@@ -116,7 +87,6 @@ private slots:
     void namesAreParsed();
 
     void markGoesFromCellToCell();
-    void markedCellGetsTheFocus();
     void deadCellAndNullAreNotMarked();
     void clearedTableHasNoMark();
     void markIsToldToScreenReaders();
@@ -124,15 +94,6 @@ private slots:
     void disablingTakesThoseCellsOnly();
     void unknownCellsAreNotDisabled();
     void allAreDisabledAndEnabled();
-
-    void tabGoesInReadingOrder();
-    void arrowsGoToTheNeighbour();
-    void arrowsStopAtTheEdge();
-    void arrowsSkipDeadCells();
-    void arrowsStayWhereNoCellLives();
-    void spacePressesTheCell();
-    void returnPressesNoCell_data();
-    void returnPressesNoCell();
 };
 
 void TstRateTable::headingsReadAsAgreed_data()
@@ -372,14 +333,6 @@ void TstRateTable::markGoesFromCellToCell()
     QCOMPARE(marked(table), QStringList{"2,312"});
 }
 
-void TstRateTable::markedCellGetsTheFocus()
-{
-    ShownTable t;
-    t.cell("2,10000")->setFocus();
-    t.table->markSelected(t.cell("16,2500"));
-    QCOMPARE(t.focused(), QStringLiteral("16,2500"));
-}
-
 void TstRateTable::deadCellAndNullAreNotMarked()
 {
     ShownTable t;
@@ -439,111 +392,6 @@ void TstRateTable::allAreDisabledAndEnabled()
     QCOMPARE(disabled(table).size(), 48);
     table.setAllEnabled(true);
     QCOMPARE(disabled(table), QStringList());
-}
-
-void TstRateTable::tabGoesInReadingOrder()
-{
-    ShownTable t;
-    t.table->disable({{"10000", "4"}});
-    t.cell("2,10000")->setFocus();
-    QStringList visited;
-    for (int i = 0; i < 47; ++i) {
-        visited << t.focused();
-        t.press(Qt::Key_Tab);
-    }
-    QStringList expected;
-    const auto buttons = t.table->buttons();
-    for (const QPushButton *button : buttons)
-        expected << button->objectName();
-    expected.removeOne(QStringLiteral("4,10000"));
-    QCOMPARE(visited, expected);
-}
-
-void TstRateTable::arrowsGoToTheNeighbour()
-{
-    ShownTable t;
-    t.cell("16,2500")->setFocus();
-    t.press(Qt::Key_Right);
-    QCOMPARE(t.focused(), QStringLiteral("32,2500"));
-    t.press(Qt::Key_Down);
-    QCOMPARE(t.focused(), QStringLiteral("32,1250"));
-    t.press(Qt::Key_Left);
-    QCOMPARE(t.focused(), QStringLiteral("16,1250"));
-    t.press(Qt::Key_Up);
-    QCOMPARE(t.focused(), QStringLiteral("16,2500"));
-}
-
-void TstRateTable::arrowsStopAtTheEdge()
-{
-    ShownTable t;
-    t.cell("2,10000")->setFocus();
-    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Left}) {
-        t.press(key);
-        QCOMPARE(t.focused(), QStringLiteral("2,10000"));
-    }
-    t.cell("256,312")->setFocus();
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right}) {
-        t.press(key);
-        QCOMPARE(t.focused(), QStringLiteral("256,312"));
-    }
-}
-
-void TstRateTable::arrowsSkipDeadCells()
-{
-    ShownTable t;
-    t.table->disable({{"2500", "8"}, {"2500", "16"}, {"1250", "4"}});
-    t.cell("4,2500")->setFocus();
-    t.press(Qt::Key_Right);
-    QCOMPARE(t.focused(), QStringLiteral("32,2500"));
-    t.press(Qt::Key_Left);
-    QCOMPARE(t.focused(), QStringLiteral("4,2500"));
-    t.press(Qt::Key_Down);
-    QCOMPARE(t.focused(), QStringLiteral("4,625"));
-}
-
-void TstRateTable::arrowsStayWhereNoCellLives()
-{
-    ShownTable t;
-    t.table->setAllEnabled(false);
-    t.cell("4,2500")->setEnabled(true);
-    t.cell("4,2500")->setFocus();
-    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right}) {
-        t.press(key);
-        QCOMPARE(t.focused(), QStringLiteral("4,2500"));
-    }
-}
-
-void TstRateTable::spacePressesTheCell()
-{
-    ShownTable t;
-    QSignalSpy clicked(t.cell("4,2500"), &QPushButton::clicked);
-    t.cell("4,2500")->setFocus();
-    t.press(Qt::Key_Space);
-    QCOMPARE(clicked.count(), 1);
-    t.press(Qt::Key_Right);
-    QCOMPARE(clicked.count(), 1); // the arrows press nothing
-}
-
-void TstRateTable::returnPressesNoCell_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("Return") << int(Qt::Key_Return);
-    QTest::newRow("Enter") << int(Qt::Key_Enter);
-}
-
-void TstRateTable::returnPressesNoCell()
-{
-    QFETCH(int, key);
-    ShownTable t;
-    int clicks = 0;
-    const auto buttons = t.table->buttons();
-    for (const QPushButton *button : buttons)
-        connect(button, &QPushButton::clicked, this, [&clicks] { ++clicks; });
-    t.cell("4,2500")->setFocus();
-    t.press(static_cast<Qt::Key>(key));
-    QTest::keyClick(&t.dialog, static_cast<Qt::Key>(key));
-    QCOMPARE(clicks, 0);
-    QVERIFY(t.dialog.isVisible());
 }
 
 QTEST_MAIN(TstRateTable)
