@@ -76,6 +76,14 @@ Timer *VirtualTime::createTimer(QObject *parent)
     return timer;
 }
 
+int VirtualTime::activeTimers() const
+{
+    int active = 0;
+    for (const auto &timer : m_timers)
+        active += timer && timer->isActive() ? 1 : 0;
+    return active;
+}
+
 void VirtualTime::turn()
 {
     sendPostedEvents();

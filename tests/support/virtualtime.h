@@ -25,6 +25,9 @@ public:
 
     qint64 elapsedMs() const { return m_nowMs; }
 
+    /// Number of timers that were started and did not end.
+    int activeTimers() const;
+
 private:
     friend class VirtualTimer;
 
