@@ -6,11 +6,11 @@
 /// What the table of data rates offers. Twice the channels at half the bit rate give the same sampling rate.
 namespace rates {
 
-/// The sampling rates of a cell, in samples per second: of the measuring system and of the gateway.
+/// The two figures of a cell, as they are shown.
 struct RatePair
 {
-    QString large;
-    QString small;
+    QString large; ///< the large figure
+    QString small; ///< the small figure below it, in red
 };
 
 /// 13 pairs; the cell in row r and column c, both from 0, shows pair r + c.

@@ -118,7 +118,7 @@ void RateTable::addCells(QGridLayout &grid)
             const rates::RatePicture &picture = pictures[row + column];
             auto *button = new QPushButton(this);
             button->setObjectName(nameOf(choice));
-            button->setAccessibleName(tr("%1 kBit/s, %2 channels, %3 or %4 samples/s")
+            button->setAccessibleName(tr("%1 kBit/s, %2 channels: %3, %4")
                                           .arg(choice.bitRate, choice.channels, pair.large, pair.small));
             button->setAutoDefault(false); // the Return key is not to send a rate
             button->setIcon(picture.icon);

@@ -17,7 +17,7 @@ struct RateChoice
 };
 
 /// The table of data rates: a row for each bit rate, a column for each number of channels, and in each cell
-/// a button with the sampling rates which that pair gives. A button's object name is the number of channels,
+/// a button with the two figures which that pair gives. A button's object name is the number of channels,
 /// a comma and the bit rate; all cells are found by it. The table sends nothing and decides nothing: whoever
 /// shows it connects the buttons and says which cells are dead. The arrow keys go to the next live cell in
 /// their direction; the Return key presses no cell.

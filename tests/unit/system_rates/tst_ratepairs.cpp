@@ -149,7 +149,7 @@ void TstRatePairs::cellShowsItsPair()
     QVERIFY(shown != drawnHere(next));
     const QStringList nameParts = name.split(QLatin1Char(','));
     QCOMPARE(cell->accessibleName(),
-             QStringLiteral("%1 kBit/s, %2 channels, %3 or %4 samples/s")
+             QStringLiteral("%1 kBit/s, %2 channels: %3, %4")
                  .arg(nameParts[1], nameParts[0], QLatin1String(pair.large), QLatin1String(pair.small)));
 }
 
