@@ -31,7 +31,7 @@ public:
     ModuleSysSettings_Ctrllr(const SystemSettings &settings, TimeSource &time, QObject *parent = nullptr);
     ~ModuleSysSettings_Ctrllr() override;
 
-    /// The panel; this object owns it.
+    /// The panel; this object owns it. Null once its window took it along.
     ModuleSysSettings_View *GetView();
 
     const SystemSettings &data() const { return m_data; }

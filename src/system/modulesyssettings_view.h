@@ -58,6 +58,6 @@ private:
 
     std::unique_ptr<Ui::ModuleSysSettings_View> m_ui;
     VX_SamplingRates *m_ratesDialog; // child of this panel
-    QString m_bitRateText;
+    QString m_bitRateText;           // these two are kept as agreed; nothing reads them yet
     QString m_samplingRateText;
 };

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// The style sheets by which a channel's control tells its state. The literal texts stand here only.
+/// The style sheets by which a control tells its state: those of the channels, and the fields of other panels
+/// that show what was sent and what a status confirmed. The literal texts stand here only.
 namespace channelstyles {
 
 // Boxes and buttons with a text.
