@@ -47,8 +47,11 @@ private slots:
     void rateOfADeadCellIsShownAndNotMarked();
     void rateThatGetsLostGivesWayToTheDevices();
     void cleanSlateKillsTheTableUntilTheNextSession();
+    void oldMarkDoesNotComeBackWithTheNextSession();
     void tableSurvivesALostLink();
     void queuedRateGoesWithTheSession();
+    void twoQuickClicksAreSentAndReadTheSystemOnce();
+    void clickWhileTheSystemIsReadIsSentAndNotReadBack();
     void programEndsWhileTheTableIsOpen();
 
 private:
@@ -279,10 +282,12 @@ void TstDataRates::cleanSlateKillsTheTableUntilTheNextSession()
     QCOMPARE(label("label_ModulesNumber"), QStringLiteral("5"));
     QCOMPARE(label("label_ChannelsNumber"), QStringLiteral("10"));
     QCOMPARE(enabled(table), QStringList());
+    QCOMPARE(marked(table), QStringList());
     QVERIFY(table->isVisible());
     for (const QString &name : allCells())
         click(cell(table, name));
     QCOMPARE(fixture().commands(), QStringList());
+    QCOMPARE(marked(table), QStringList());
 
     fixture().device->faults().clear();
     fixture().time.skip(60s);
@@ -298,6 +303,23 @@ void TstDataRates::cleanSlateKillsTheTableUntilTheNextSession()
     WAIT_COMPARE(rates(), QStringLiteral("1250 (8ch) 3000"));
 }
 
+void TstDataRates::oldMarkDoesNotComeBackWithTheNextSession()
+{
+    fixture().startChain(kChain);
+    QWidget *table = openTable();
+    QVERIFY(table);
+    QCOMPARE(marked(table), QStringList{"16,2500"});
+    fixture().unplug();
+    WAIT_COMPARE(fixture().statusText(), QStringLiteral("COM Port unavailable: COM40"));
+    fixture().time.skip(3s);
+    // The rate of a dead cell marks nothing in its place.
+    fixture().plug(QStringLiteral("system bitrate=625 channels=256\ncontroller serial=C-2\n"));
+    WAIT_COMPARE(rates(), QStringLiteral("625 (256ch) 47"));
+    fixture().waitUntilRead();
+    QCOMPARE(enabled(table), liveCells());
+    QCOMPARE(marked(table), QStringList());
+}
+
 void TstDataRates::tableSurvivesALostLink()
 {
     fixture().startChain(kChain);
@@ -306,8 +328,8 @@ void TstDataRates::tableSurvivesALostLink()
     const QPointer<QWidget> row = fixture().row(1);
     fixture().unplug();
     WAIT_COMPARE(fixture().statusText(), QStringLiteral("COM Port unavailable: COM40"));
-    if (cell(table, QStringLiteral("8,1250"))->isEnabled())
-        click(cell(table, QStringLiteral("8,1250")));
+    QCOMPARE(enabled(table), QStringList());
+    QCOMPARE(marked(table), QStringList());
     fixture().time.skip(3s);
     fixture().plug(QStringLiteral("system bitrate=312 channels=4\ncontroller serial=C-2\n"
                                   "module type=6 count=3 serial=PO-\n"));
@@ -336,6 +358,40 @@ void TstDataRates::queuedRateGoesWithTheSession()
     fixture().waitUntilRead();
     fixture().waitForPolls();
     QCOMPARE(fixture().commands(), QStringList{"2a000000050200"});
+    QCOMPARE(rates(), QStringLiteral("1250 (8ch) 3000"));
+    QCOMPARE(marked(table), QStringList{"8,1250"});
+}
+
+void TstDataRates::twoQuickClicksAreSentAndReadTheSystemOnce()
+{
+    fixture().startChain(kChain);
+    QWidget *table = openTable();
+    QVERIFY(table);
+    click(cell(table, QStringLiteral("8,1250")));
+    click(cell(table, QStringLiteral("32,625")));
+    WAIT_COMPARE(rates(), QStringLiteral("625 (32ch) 375"));
+    fixture().waitForPolls();
+    QCOMPARE(fixture().commands(), (QStringList{"2a000000050200", "2a000000060400"}));
+    QCOMPARE(fixture().device->requestCount(0x01), 2); // the one at the start and this one
+    QCOMPARE(marked(table), QStringList{"32,625"});
+}
+
+/// One flag stands for all wishes to read the system, and the reply clears it: on purpose, a rate that is
+/// chosen between the request and the reply is sent, and the panel keeps what that reply told.
+void TstDataRates::clickWhileTheSystemIsReadIsSentAndNotReadBack()
+{
+    fixture().startChain(kChain);
+    QWidget *table = openTable();
+    QVERIFY(table);
+    int requests = 0;
+    connect(fixture().device.get(), &sim::Server::requestReceived, table, [&](const QByteArray &payload) {
+        if (payload.at(0) == 0x01 && ++requests == 1)
+            click(cell(table, QStringLiteral("32,625")));
+    });
+    click(cell(table, QStringLiteral("8,1250")));
+    WAIT_COMPARE(fixture().commands(), (QStringList{"2a000000050200", "2a000000060400"}));
+    fixture().waitForPolls();
+    QCOMPARE(requests, 1);
     QCOMPARE(rates(), QStringLiteral("1250 (8ch) 3000"));
     QCOMPARE(marked(table), QStringList{"8,1250"});
 }
