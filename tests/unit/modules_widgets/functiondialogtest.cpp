@@ -1,6 +1,6 @@
 #include "functiondialogtest.h"
 
-#include "dialoglook.h"
+#include "support/dialoglook.h"
 
 #include <QButtonGroup>
 #include <QRadioButton>

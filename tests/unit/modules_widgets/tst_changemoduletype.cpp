@@ -1,6 +1,6 @@
 #include "functiondialogtest.h"
 
-#include "dialoglook.h"
+#include "support/dialoglook.h"
 #include "support/messagecatcher.h"
 
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 #include "modules/widgets/dialog_manualoffset.h"
 
-#include "dialoglook.h"
 #include "support/childbyname.h"
+#include "support/dialoglook.h"
 #include "support/messagecatcher.h"
 
 #include <QFontInfo>

@@ -1,7 +1,7 @@
 #include "modules/widgets/voltagesettingsdialog.h"
 
-#include "dialoglook.h"
 #include "support/childbyname.h"
+#include "support/dialoglook.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
