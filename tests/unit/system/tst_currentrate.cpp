@@ -1,6 +1,5 @@
 #include "ratedialog.h"
 #include "support/messagecatcher.h"
-#include "support/plainlog.h"
 
 #include <QtTest>
 
@@ -137,11 +136,11 @@ void TstCurrentRate::reportIsLoggedWithTwoNumbersOnly_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("line");
     QTest::newRow("two numbers") << "2500 (16ch)"
-                                 << "************************Bitrate: 2500 CH CNT: 16";
+                                 << "************************Bitrate: \"2500\"   CH CNT: \"16\"";
     QTest::newRow("dead cell") << "625 256"
-                               << "************************Bitrate: 625 CH CNT: 256";
+                               << "************************Bitrate: \"625\"   CH CNT: \"256\"";
     QTest::newRow("unknown pair") << "1 2 3"
-                                  << "************************Bitrate: 1 CH CNT: 2";
+                                  << "************************Bitrate: \"1\"   CH CNT: \"2\"";
     QTest::newRow("one number") << "625"
                                 << "";
     QTest::newRow("empty") << ""
@@ -155,9 +154,7 @@ void TstCurrentRate::reportIsLoggedWithTwoNumbersOnly()
     RateDialog d;
     const MessageCatcher log;
     d.dialog.showCurrentRate(text);
-    const QString lines = plainLog(log.lines());
-    QVERIFY2(lines.contains(line), qPrintable(lines));
-    QCOMPARE(lines.contains(QStringLiteral("CH CNT")), !line.isEmpty());
+    QCOMPARE(log.lines(), line.isEmpty() ? kNothing : QStringList{line});
 }
 
 void TstCurrentRate::reportBeforeEnablingMarksNothing()

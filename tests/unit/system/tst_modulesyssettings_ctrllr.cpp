@@ -1,9 +1,7 @@
 #include "panel.h"
 #include "protocol/records/datagrams.h"
 #include "support/messagecatcher.h"
-#include "system/vx_samplingrates.h"
 
-#include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -51,7 +49,6 @@ private slots:
     void textsAreShownAsTheyAre();
     void valuesAreKept();
     void emptyTextsLeaveTheCounts();
-    void ratesAreShownInBlack();
     void ratesAreShownAtOnceEachTime();
     void bitRateMarksTheTable();
     void samplingRateMarksNothing();
@@ -66,9 +63,6 @@ private slots:
     void onWithoutModulesIsSent();
     void fieldsOfTheRequestAreExact_data();
     void fieldsOfTheRequestAreExact();
-    void viewGoesWithTheController();
-    void viewMayGoFirst();
-    void controllerMayGoWhileTheTableIsOpen();
 };
 
 void TstModuleSysSettingsCtrllr::beginsWithZerosAndEmptyTexts()
@@ -163,15 +157,6 @@ void TstModuleSysSettingsCtrllr::emptyTextsLeaveTheCounts()
     panel.controller->setPoweringMode(QString());
     panel.controller->setDataTransmission(QString());
     QCOMPARE(panel.shown(), QStringLiteral("5|10||||"));
-}
-
-void TstModuleSysSettingsCtrllr::ratesAreShownInBlack()
-{
-    Panel panel;
-    panel.controller->setBitRate(QStringLiteral("2500 16"));
-    panel.controller->setSamplingRate(QStringLiteral("3000"));
-    for (const char *name : {"lineEdit_BitRate", "lineEdit_SamplingRate"})
-        QCOMPARE(panel.child<QLineEdit>(name)->styleSheet(), QStringLiteral("color:black"));
 }
 
 void TstModuleSysSettingsCtrllr::ratesAreShownAtOnceEachTime()
@@ -327,37 +312,6 @@ void TstModuleSysSettingsCtrllr::fieldsOfTheRequestAreExact()
     expected.data.level = 0;
     expected.data.selector = 7;
     QCOMPARE(request.value<DatagramT1>(), expected);
-}
-
-void TstModuleSysSettingsCtrllr::viewGoesWithTheController()
-{
-    Panel panel;
-    const QPointer<ModuleSysSettings_View> view(panel.view());
-    panel.controller.reset();
-    QVERIFY(!view);
-}
-
-void TstModuleSysSettingsCtrllr::viewMayGoFirst()
-{
-    Panel panel;
-    delete panel.view(); // the window took it along
-    QVERIFY(!panel.view());
-    emit panel.controller->Signal_EnableSamplingRate();
-    emit panel.controller->Signal_LoadGateway(QStringLiteral("a"), QStringLiteral("b"));
-    panel.controller.reset();
-    panel.time.advance(10000);
-}
-
-void TstModuleSysSettingsCtrllr::controllerMayGoWhileTheTableIsOpen()
-{
-    Panel panel;
-    emit panel.controller->Signal_EnableSamplingRate();
-    QTest::mouseClick(panel.child<QPushButton>("bitrateConfigBtn"), Qt::LeftButton);
-    const QPointer<VX_SamplingRates> dialog(panel.child<VX_SamplingRates>("samplingRatesDialog"));
-    QVERIFY(dialog->isVisible());
-    panel.controller.reset();
-    QVERIFY(!dialog);
-    QVERIFY(!QApplication::activeModalWidget());
 }
 
 QTEST_MAIN(TstModuleSysSettingsCtrllr)

@@ -1,8 +1,8 @@
 #include "base/gui/fonts.h"
 #include "support/childbyname.h"
+#include "support/dialoglook.h"
 #include "system/modulesyssettings_view.h"
 #include "system/vx_samplingrates.h"
-#include "unit/modules_widgets/dialoglook.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -12,8 +12,6 @@
 #include <QtTest>
 
 namespace {
-
-constexpr int kWindowWidth = 1160;
 
 QFont fontOf(const ModuleSysSettings_View &view, const char *name)
 {
@@ -33,18 +31,16 @@ class TstModuleSysSettingsView : public QObject
 
 private slots:
     void initTestCase() { fonts::installSubstitutions(); }
-    void cleanup();
-    void labelsReadAsAgreed_data();
-    void labelsReadAsAgreed();
-    void buttonsReadAsAgreed_data();
-    void buttonsReadAsAgreed();
-    void rateFieldsBeginEmpty();
+    void captionsAndToolTips_data();
+    void captionsAndToolTips();
     void panelHasItsGroup();
     void fontsAreAsAgreed_data();
     void fontsAreAsAgreed();
     void valuesGoToTheirLabels();
-    void valuesAreReadable();
+    void ratesCannotBeTyped_data();
+    void ratesCannotBeTyped();
     void ratesAreShownInBlack();
+    void tableIsMarkedBeforeTheFieldChanges();
     void buttonOpensTheTableModally();
     void tableCanBeOpenedAgain();
     void tableIsDeadWhenOpenedBeforeASystemWasRead();
@@ -52,74 +48,46 @@ private slots:
     void gatewayButtonWaitsForItsPanel();
     void switchesTellTheRowsBeforeTheDevice();
     void controlsHaveAccessibleNames();
-    void tabOrderFollowsReadingOrder();
-    void panelFitsTheWindow_data();
-    void panelFitsTheWindow();
-    void tableFitsItsWindow_data();
-    void tableFitsItsWindow();
+    void tabOrderIsReadingOrder();
 };
 
-void TstModuleSysSettingsView::cleanup()
+void TstModuleSysSettingsView::captionsAndToolTips_data()
 {
-    dialoglook::resetFont();
-    fonts::installSubstitutions();
-}
-
-void TstModuleSysSettingsView::labelsReadAsAgreed_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("label_2") << "System Settings";
-    QTest::newRow("label_Titel") << "Torvex";
-    QTest::newRow("label_Modules") << "Modules:";
-    QTest::newRow("label_ModulesNumber") << "x";
-    QTest::newRow("label_Channels") << "Channels:";
-    QTest::newRow("label_ChannelsNumber") << "x";
-    QTest::newRow("label_PoweringModeText") << "Powering Mode:";
-    QTest::newRow("label_PoweringMode") << "inductive";
-    QTest::newRow("label_DataTransmissionText") << "Data Transmission:";
-    QTest::newRow("label_DataTransmission") << "inductive";
-    QTest::newRow("label_SamplingRate") << "Sampling Rate";
-    QTest::newRow("label_SamplesUnit") << " Samples/s";
-    QTest::newRow("label_BitRate") << "Bit Rate (kBit/s)";
-    QTest::newRow("label") << "Shunt sel.";
-}
-
-void TstModuleSysSettingsView::labelsReadAsAgreed()
-{
-    const ModuleSysSettings_View view;
-    QTEST(text(view, QTest::currentDataTag()), "text");
-}
-
-void TstModuleSysSettingsView::buttonsReadAsAgreed_data()
-{
+    QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("toolTip");
-    QTest::newRow("bitrateConfigBtn") << "Bitrate Config"
-                                      << "configure PCM bitrate and number of channels";
-    QTest::newRow("tvxGateway") << "Config TVX-Gateway"
-                                << "";
-    QTest::newRow("loadPreselBtn") << "On"
-                                   << "activate preselected shunts";
-    QTest::newRow("loadPreselBtn_off") << "Off"
-                                       << "deactivate all shunts";
+    const auto row = [](const char *name, const char *text, const char *toolTip = "") {
+        QTest::newRow(name) << QString(name) << QString(text) << QString(toolTip);
+    };
+    row("label_Titel", "Torvex");
+    row("label_2", "System Settings");
+    row("label_Modules", "Modules:");
+    row("label_ModulesNumber", "x");
+    row("label_Channels", "Channels:");
+    row("label_ChannelsNumber", "x");
+    row("label_PoweringModeText", "Powering Mode:");
+    row("label_PoweringMode", "inductive");
+    row("label_DataTransmissionText", "Data Transmission:");
+    row("label_DataTransmission", "inductive");
+    row("bitrateConfigBtn", "Bitrate Config", "configure PCM bitrate and number of channels");
+    row("label_SamplingRate", "Sampling Rate");
+    row("lineEdit_SamplingRate", "");
+    row("label_SamplesUnit", " Samples/s");
+    row("label_BitRate", "Bit Rate (kBit/s)");
+    row("lineEdit_BitRate", "");
+    row("tvxGateway", "Config TVX-Gateway");
+    row("label", "Shunt sel.");
+    row("loadPreselBtn", "On", "activate preselected shunts");
+    row("loadPreselBtn_off", "Off", "deactivate all shunts");
 }
 
-void TstModuleSysSettingsView::buttonsReadAsAgreed()
+void TstModuleSysSettingsView::captionsAndToolTips()
 {
-    QFETCH(QString, text);
-    QFETCH(QString, toolTip);
-    const ModuleSysSettings_View view;
-    const auto *button = childByName<QPushButton>(&view, QTest::currentDataTag());
-    QCOMPARE(button->text(), text);
-    if (!toolTip.isEmpty())
-        QCOMPARE(button->toolTip(), toolTip);
-}
-
-void TstModuleSysSettingsView::rateFieldsBeginEmpty()
-{
-    const ModuleSysSettings_View view;
-    for (const char *name : {"lineEdit_SamplingRate", "lineEdit_BitRate"})
-        QCOMPARE(childByName<QLineEdit>(&view, name)->text(), QString());
+    QFETCH(QString, name);
+    const ModuleSysSettings_View panel;
+    const auto *widget = childByName<QWidget>(&panel, qPrintable(name));
+    QTEST(widget->property("text").toString(), "text");
+    QTEST(widget->toolTip(), "toolTip");
 }
 
 void TstModuleSysSettingsView::panelHasItsGroup()
@@ -136,6 +104,8 @@ void TstModuleSysSettingsView::fontsAreAsAgreed_data()
     QTest::newRow("label_Titel") << 15 << true;
     QTest::newRow("bitrateConfigBtn") << 12 << false;
     QTest::newRow("tvxGateway") << 12 << false;
+    QTest::newRow("lineEdit_BitRate") << 12 << false;
+    QTest::newRow("label") << 12 << false;
 }
 
 void TstModuleSysSettingsView::fontsAreAsAgreed()
@@ -162,13 +132,28 @@ void TstModuleSysSettingsView::valuesGoToTheirLabels()
     QCOMPARE(text(view, "label_DataTransmission"), QStringLiteral("two"));
 }
 
-void TstModuleSysSettingsView::valuesAreReadable()
+void TstModuleSysSettingsView::ratesCannotBeTyped_data()
 {
+    QTest::addColumn<QString>("name");
+    QTest::newRow("bit rate") << "lineEdit_BitRate";
+    QTest::newRow("sampling rate") << "lineEdit_SamplingRate";
+}
+
+void TstModuleSysSettingsView::ratesCannotBeTyped()
+{
+    QFETCH(QString, name);
     ModuleSysSettings_View view;
     view.setBitRate(QStringLiteral("2500 (16ch)"));
     view.setSamplingRate(QStringLiteral("3000"));
-    QCOMPARE(childByName<QLineEdit>(&view, "lineEdit_BitRate")->text(), QStringLiteral("2500 (16ch)"));
-    QCOMPARE(childByName<QLineEdit>(&view, "lineEdit_SamplingRate")->text(), QStringLiteral("3000"));
+    view.show();
+    auto *edit = childByName<QLineEdit>(&view, qPrintable(name));
+    const QString before = edit->text();
+    QVERIFY(!before.isEmpty());
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClicks(edit, QStringLiteral("77"));
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QCOMPARE(edit->text(), before);
 }
 
 void TstModuleSysSettingsView::ratesAreShownInBlack()
@@ -179,6 +164,19 @@ void TstModuleSysSettingsView::ratesAreShownInBlack()
     view.setSamplingRate(QString());
     QCOMPARE(childByName<QLineEdit>(&view, "lineEdit_SamplingRate")->styleSheet(),
              QStringLiteral("color:black"));
+}
+
+void TstModuleSysSettingsView::tableIsMarkedBeforeTheFieldChanges()
+{
+    ModuleSysSettings_View view;
+    emit view.Signal_EnableSamplingRate();
+    view.setBitRate(QStringLiteral("1250 8"));
+    const auto *cell = childByName<QPushButton>(&view, "16,2500");
+    QStringList styles;
+    connect(childByName<QLineEdit>(&view, "lineEdit_BitRate"), &QLineEdit::textChanged, this,
+            [&] { styles << cell->styleSheet(); });
+    view.setBitRate(QStringLiteral("2500 16"));
+    QCOMPARE(styles, QStringList{"border: 2px solid blue"});
 }
 
 void TstModuleSysSettingsView::buttonOpensTheTableModally()
@@ -257,81 +255,32 @@ void TstModuleSysSettingsView::switchesTellTheRowsBeforeTheDevice()
 void TstModuleSysSettingsView::controlsHaveAccessibleNames()
 {
     const ModuleSysSettings_View view;
-    QCOMPARE(dialoglook::withoutAccessibleName(view), QStringList());
+    QMap<QString, QString> names;
+    const auto widgets = childByName<QWidget>(&view, "groupBox")->findChildren<QWidget *>();
+    for (const QWidget *widget : widgets) {
+        if (widget->focusPolicy() != Qt::NoFocus)
+            names.insert(widget->objectName(), widget->accessibleName());
+    }
+    QCOMPARE(names, (QMap<QString, QString>{
+                        {"bitrateConfigBtn", "Bitrate configuration"},
+                        {"lineEdit_SamplingRate", "Sampling rate in samples per second"},
+                        {"lineEdit_BitRate", "Bit rate in kBit/s"},
+                        {"tvxGateway", "Gateway configuration"},
+                        {"loadPreselBtn", "Preselected shunts on"},
+                        {"loadPreselBtn_off", "All shunts off"},
+                    }));
 }
 
-void TstModuleSysSettingsView::tabOrderFollowsReadingOrder()
+void TstModuleSysSettingsView::tabOrderIsReadingOrder()
 {
     ModuleSysSettings_View view;
     view.show();
     QVERIFY(QTest::qWaitForWindowActive(&view));
+    childByName<QPushButton>(&view, "tvxGateway")->setEnabled(true);
     childByName<QPushButton>(&view, "bitrateConfigBtn")->setFocus();
-    const QStringList order = dialoglook::tabOrder(view);
-    for (const QString &name : order) {
-        const auto *widget = childByName<QWidget>(&view, name.toLatin1().constData());
-        QVERIFY(widget->isEnabled());
-    }
-    const int on = order.indexOf(QStringLiteral("loadPreselBtn"));
-    const int off = order.indexOf(QStringLiteral("loadPreselBtn_off"));
-    QVERIFY(on > 0);
-    QCOMPARE(off, on + 1);
-}
-
-void TstModuleSysSettingsView::panelFitsTheWindow_data()
-{
-    dialoglook::addFonts();
-}
-
-void TstModuleSysSettingsView::panelFitsTheWindow()
-{
-    QFETCH(QString, family);
-    QVERIFY2(dialoglook::useFont(family), "scripts/install brings this font");
-    ModuleSysSettings_View view;
-    view.setModulesNumber(128);
-    view.setChannelsNumber(256);
-    view.setPoweringMode(QStringLiteral("inductive"));
-    view.setDataTransmission(QStringLiteral("inductive"));
-    QVERIFY(view.minimumSizeHint().width() <= kWindowWidth);
-    QVERIFY(view.minimumSizeHint().height() <= 80);
-    view.resize(kWindowWidth, view.minimumSizeHint().height());
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    const auto widgets = view.findChildren<QWidget *>();
-    for (const QWidget *widget : widgets) {
-        const auto *label = qobject_cast<const QLabel *>(widget);
-        if (!label || !label->isVisible() || label->window() != &view)
-            continue;
-        QVERIFY2(label->fontMetrics().horizontalAdvance(label->text()) <= label->width(),
-                 qPrintable(label->objectName()));
-        QVERIFY2(label->parentWidget()->rect().contains(label->geometry()), qPrintable(label->objectName()));
-    }
-}
-
-void TstModuleSysSettingsView::tableFitsItsWindow_data()
-{
-    dialoglook::addFonts();
-}
-
-void TstModuleSysSettingsView::tableFitsItsWindow()
-{
-    QFETCH(QString, family);
-    QVERIFY2(dialoglook::useFont(family), "scripts/install brings this font");
-    VX_SamplingRates dialog;
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-    const auto cells = dialog.findChildren<QPushButton *>();
-    QCOMPARE(cells.size(), 48);
-    for (const QPushButton *cell : cells) {
-        const QRect inDialog(cell->mapTo(&dialog, QPoint()), cell->size());
-        QVERIFY2(dialog.rect().contains(inDialog), qPrintable(cell->objectName()));
-        QVERIFY2(cell->width() >= cell->iconSize().width(), qPrintable(cell->objectName()));
-        QVERIFY2(cell->height() >= cell->iconSize().height(), qPrintable(cell->objectName()));
-    }
-    const auto labels = dialog.findChildren<QLabel *>();
-    for (const QLabel *label : labels)
-        QVERIFY2(label->height() >= label->heightForWidth(label->width()) &&
-                     label->width() >= label->minimumSizeHint().width(),
-                 qPrintable(label->text()));
+    QCOMPARE(dialoglook::tabOrder(view),
+             (QStringList{"bitrateConfigBtn", "lineEdit_SamplingRate", "lineEdit_BitRate", "tvxGateway",
+                          "loadPreselBtn", "loadPreselBtn_off"}));
 }
 
 QTEST_MAIN(TstModuleSysSettingsView)

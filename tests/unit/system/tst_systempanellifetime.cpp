@@ -18,6 +18,7 @@ private slots:
     void panelGoesWithItsController();
     void panelThatItsWindowTookAlongIsMissedByNobody();
     void openTableGoesWithThePanelAndSendsNothing();
+    void openTableGoesWithTheController();
 };
 
 void TstSystemPanelLifetime::panelGoesWithItsController()
@@ -46,6 +47,8 @@ void TstSystemPanelLifetime::panelThatItsWindowTookAlongIsMissedByNobody()
     controller.setDataTransmission("cable");
     emit controller.Signal_EnableSamplingRate();
     emit controller.Signal_DisableSamplingRate();
+    emit controller.Signal_LoadGateway("10.0.0.1", "5000");
+    time.advance(10000);
     QCOMPARE(controller.data().modules, 5);
     QCOMPARE(controller.data().channels, 10);
     QCOMPARE(controller.data().bitRate, QStringLiteral("2500 (16 ch)"));
@@ -71,6 +74,20 @@ void TstSystemPanelLifetime::openTableGoesWithThePanelAndSendsNothing()
     QVERIFY(!dialog);
     QCoreApplication::sendPostedEvents();
     QCOMPARE(sent.count(), 0);
+}
+
+void TstSystemPanelLifetime::openTableGoesWithTheController()
+{
+    VirtualTime time;
+    auto controller = std::make_unique<ModuleSysSettings_Ctrllr>(SystemSettings{}, time);
+    controller->GetView()->show();
+    QTest::mouseClick(childByName<QPushButton>(controller->GetView(), "bitrateConfigBtn"), Qt::LeftButton);
+    const QPointer<VX_SamplingRates> dialog =
+        childByName<VX_SamplingRates>(controller->GetView(), "samplingRatesDialog");
+    QVERIFY(dialog->isVisible());
+    controller.reset();
+    QVERIFY(!dialog);
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 QTEST_MAIN(TstSystemPanelLifetime)

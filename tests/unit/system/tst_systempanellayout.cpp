@@ -1,6 +1,7 @@
 #include "base/gui/fonts.h"
 #include "modules/common/elidedlabel.h"
 #include "support/childbyname.h"
+#include "support/dialoglook.h"
 #include "system/modulesyssettings_view.h"
 #include "system/vx_samplingrates.h"
 
@@ -58,23 +59,15 @@ struct ShownPanel
     ModuleSysSettings_View panel;
 };
 
-/// Whether the family stands in for the font that the program asks for.
-bool useFont(const QString &family)
-{
-    QFont::removeSubstitutions(QStringLiteral("Segoe UI"));
-    QFont::insertSubstitution(QStringLiteral("Segoe UI"), family);
-    return QFontInfo(fonts::text()).family() == family;
-}
-
 } // namespace
 
-/// Where the parts of the panel and of the table of data rates stand, what can be read and operated.
+/// Where the parts of the panel and of the table of data rates stand, in every font and style.
 class TstSystemPanelLayout : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
+    void cleanup();
 
     void panelIsLow_data() { addFontsAndStyles(); }
     void panelIsLow();
@@ -86,22 +79,14 @@ private slots:
     void longDeviceTextsAreCutWithDots();
     void longRatesShowTheirBeginning();
 
-    void captionsAndToolTips_data();
-    void captionsAndToolTips();
-    void fontsByRole();
-    void tabOrderIsReadingOrder();
-    void controlsHaveAccessibleNames();
-    void ratesCannotBeTyped_data();
-    void ratesCannotBeTyped();
-
     void tableStandsWholeInItsDialog_data() { addFontsAndStyles(); }
     void tableStandsWholeInItsDialog();
 };
 
-void TstSystemPanelLayout::init()
+void TstSystemPanelLayout::cleanup()
 {
     QApplication::setStyle(QStringLiteral("Fusion"));
-    QFont::removeSubstitutions(QStringLiteral("Segoe UI"));
+    dialoglook::resetFont();
     fonts::installSubstitutions();
 }
 
@@ -109,7 +94,7 @@ void TstSystemPanelLayout::panelIsLow()
 {
     QFETCH(QString, family);
     QFETCH(QString, style);
-    QVERIFY2(useFont(family), "The font is not installed.");
+    QVERIFY2(dialoglook::useFont(family), "The font is not installed.");
     QApplication::setStyle(style);
     const ShownPanel p;
     QVERIFY2(p.panel.minimumSizeHint().width() <= kRoom,
@@ -122,7 +107,7 @@ void TstSystemPanelLayout::textsAreWhole()
 {
     QFETCH(QString, family);
     QFETCH(QString, style);
-    QVERIFY2(useFont(family), "The font is not installed.");
+    QVERIFY2(dialoglook::useFont(family), "The font is not installed.");
     QApplication::setStyle(style);
     const ShownPanel p;
     int seen = 0;
@@ -151,7 +136,7 @@ void TstSystemPanelLayout::partsStandApartOnThePanel()
 {
     QFETCH(QString, family);
     QFETCH(QString, style);
-    QVERIFY2(useFont(family), "The font is not installed.");
+    QVERIFY2(dialoglook::useFont(family), "The font is not installed.");
     QApplication::setStyle(style);
     const ShownPanel p;
     const QRect place = p.child<QWidget>("groupBox")->rect();
@@ -207,117 +192,11 @@ void TstSystemPanelLayout::longRatesShowTheirBeginning()
     QCOMPARE(p.child<QLineEdit>("lineEdit_SamplingRate")->cursorPosition(), 0);
 }
 
-void TstSystemPanelLayout::captionsAndToolTips_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("toolTip");
-    const auto row = [](const char *name, const char *text, const char *toolTip = "") {
-        QTest::newRow(name) << QString(name) << QString(text) << QString(toolTip);
-    };
-    row("label_Titel", "Torvex");
-    row("label_2", "System Settings");
-    row("label_Modules", "Modules:");
-    row("label_ModulesNumber", "x");
-    row("label_Channels", "Channels:");
-    row("label_ChannelsNumber", "x");
-    row("label_PoweringModeText", "Powering Mode:");
-    row("label_PoweringMode", "inductive");
-    row("label_DataTransmissionText", "Data Transmission:");
-    row("label_DataTransmission", "inductive");
-    row("bitrateConfigBtn", "Bitrate Config", "configure PCM bitrate and number of channels");
-    row("label_SamplingRate", "Sampling Rate");
-    row("lineEdit_SamplingRate", "");
-    row("label_SamplesUnit", " Samples/s");
-    row("label_BitRate", "Bit Rate (kBit/s)");
-    row("lineEdit_BitRate", "");
-    row("tvxGateway", "Config TVX-Gateway");
-    row("label", "Shunt sel.");
-    row("loadPreselBtn", "On", "activate preselected shunts");
-    row("loadPreselBtn_off", "Off", "deactivate all shunts");
-}
-
-void TstSystemPanelLayout::captionsAndToolTips()
-{
-    QFETCH(QString, name);
-    const ModuleSysSettings_View panel;
-    const auto *widget = childByName<QWidget>(&panel, qPrintable(name));
-    QTEST(widget->property("text").toString(), "text");
-    QTEST(widget->toolTip(), "toolTip");
-}
-
-void TstSystemPanelLayout::fontsByRole()
-{
-    const ShownPanel p;
-    const QFont title = p.child<QLabel>("label_Titel")->font();
-    QCOMPARE(title.family(), QStringLiteral("Segoe UI"));
-    QCOMPARE(title.pixelSize(), 15);
-    QVERIFY(title.bold());
-    for (const char *name : {"label_2", "bitrateConfigBtn", "tvxGateway", "lineEdit_BitRate", "label"}) {
-        QCOMPARE(p.child<QWidget>(name)->font().family(), QStringLiteral("Segoe UI"));
-        QCOMPARE(p.child<QWidget>(name)->font().pixelSize(), 12);
-    }
-}
-
-void TstSystemPanelLayout::tabOrderIsReadingOrder()
-{
-    const ShownPanel p;
-    p.child<QWidget>("tvxGateway")->setEnabled(true);
-    p.child<QWidget>("bitrateConfigBtn")->setFocus();
-    QStringList visited;
-    for (int i = 0; i < 7; ++i) {
-        visited << QApplication::focusWidget()->objectName();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    QCOMPARE(visited, (QStringList{"bitrateConfigBtn", "lineEdit_SamplingRate", "lineEdit_BitRate",
-                                   "tvxGateway", "loadPreselBtn", "loadPreselBtn_off", "bitrateConfigBtn"}));
-}
-
-void TstSystemPanelLayout::controlsHaveAccessibleNames()
-{
-    const ShownPanel p;
-    QMap<QString, QString> names;
-    const auto widgets = p.widgets();
-    for (const QWidget *widget : widgets) {
-        if (widget->focusPolicy() != Qt::NoFocus)
-            names.insert(widget->objectName(), widget->accessibleName());
-    }
-    QCOMPARE(names, (QMap<QString, QString>{
-                        {"bitrateConfigBtn", "Bitrate configuration"},
-                        {"lineEdit_SamplingRate", "Sampling rate in samples per second"},
-                        {"lineEdit_BitRate", "Bit rate in kBit/s"},
-                        {"tvxGateway", "Gateway configuration"},
-                        {"loadPreselBtn", "Preselected shunts on"},
-                        {"loadPreselBtn_off", "All shunts off"},
-                    }));
-}
-
-void TstSystemPanelLayout::ratesCannotBeTyped_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("bit rate") << "lineEdit_BitRate";
-    QTest::newRow("sampling rate") << "lineEdit_SamplingRate";
-}
-
-void TstSystemPanelLayout::ratesCannotBeTyped()
-{
-    QFETCH(QString, name);
-    const ShownPanel p;
-    auto *edit = p.child<QLineEdit>(qPrintable(name));
-    const QString before = edit->text();
-    QVERIFY(!before.isEmpty());
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClicks(edit, QStringLiteral("77"));
-    QTest::keyClick(edit, Qt::Key_Backspace);
-    QTest::keyClick(edit, Qt::Key_Delete);
-    QCOMPARE(edit->text(), before);
-}
-
 void TstSystemPanelLayout::tableStandsWholeInItsDialog()
 {
     QFETCH(QString, family);
     QFETCH(QString, style);
-    QVERIFY2(useFont(family), "The font is not installed.");
+    QVERIFY2(dialoglook::useFont(family), "The font is not installed.");
     QApplication::setStyle(style);
     VX_SamplingRates dialog;
     dialog.Slot_EnableAllBtns();

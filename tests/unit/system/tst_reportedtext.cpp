@@ -42,6 +42,9 @@ private slots:
     void heldReportDoesNotAppearByItself();
     void firstReportAfterTheSecondShows();
     void afterThatReportsShowAtOnceAgain();
+    void timerRunsForTheSecondOnly();
+    void shownReportStopsTheTimer();
+    void lateReportIsLoggedBeforeItShows();
     void changeWithinTheSecondStartsItAnew();
     void twoRatesRunIndependently();
     void deletedWhilePendingStaysSilent();
@@ -110,6 +113,44 @@ void TstReportedText::afterThatReportsShowAtOnceAgain()
     rate.text.userChanged(); // the time that was over is forgotten
     rate.report("1250");
     QCOMPARE(rate.shown.size(), 2);
+}
+
+void TstReportedText::timerRunsForTheSecondOnly()
+{
+    VirtualTime time;
+    Rate rate(time);
+    QCOMPARE(time.activeTimers(), 0);
+    rate.text.userChanged();
+    time.advance(999);
+    rate.report("5000"); // held back, the time goes on
+    QCOMPARE(time.activeTimers(), 1);
+    time.advance(1);
+    QCOMPARE(time.activeTimers(), 0);
+}
+
+void TstReportedText::shownReportStopsTheTimer()
+{
+    VirtualTime time;
+    Rate rate(time);
+    rate.text.userChanged();
+    time.advance(1000);
+    rate.text.userChanged(); // the time that was over is not forgotten by another change
+    QCOMPARE(time.activeTimers(), 1);
+    rate.report("5000");
+    QCOMPARE(rate.shown, QStringList{"5000"});
+    QCOMPARE(time.activeTimers(), 0);
+}
+
+void TstReportedText::lateReportIsLoggedBeforeItShows()
+{
+    VirtualTime time;
+    MessageCatcher log;
+    QStringList loggedThen;
+    ReportedText text(time, [&] { loggedThen = log.lines(); });
+    text.userChanged();
+    time.advance(1000);
+    text.reported();
+    QCOMPARE(loggedThen, QStringList{kLate});
 }
 
 void TstReportedText::changeWithinTheSecondStartsItAnew()
