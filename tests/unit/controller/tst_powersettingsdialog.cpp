@@ -1,8 +1,8 @@
 #include "controller/powersettingsdialog.h"
 #include "controllerrow.h"
+#include "support/dialoglook.h"
 #include "support/messagecatcher.h"
 #include "support/plainlog.h"
-#include "unit/modules_widgets/dialoglook.h"
 
 #include <QApplication>
 #include <QComboBox>
