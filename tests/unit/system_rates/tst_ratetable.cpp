@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSet>
 #include <QtTest>
 
 namespace {
@@ -72,11 +71,10 @@ private slots:
 
     void headingsReadAsAgreed_data();
     void headingsReadAsAgreed();
+    void thereAreNoOtherHeadings();
     void cellsStandUnderTheirHeadings();
 
     void picturesHaveBlackAboveRed();
-    void picturesAreThirteenAndShared();
-    void picturesDiffer();
     void pictureForAFineScreenIsNotMagnified();
     void deadPicturesAreGrey();
 
@@ -133,20 +131,24 @@ void TstRateTable::headingsReadAsAgreed()
     QCOMPARE(heading->styleSheet(), QStringLiteral("border: 1px solid black"));
 }
 
+void TstRateTable::thereAreNoOtherHeadings()
+{
+    const RateTable table;
+    QCOMPARE(table.findChildren<QLabel *>().size(), 15);
+}
+
 void TstRateTable::cellsStandUnderTheirHeadings()
 {
     const RateTable table;
     const auto *grid = qobject_cast<QGridLayout *>(table.layout());
     QCOMPARE(grid->rowCount(), 7);
     QCOMPARE(grid->columnCount(), 9);
-    for (int row = 1; row < 7; ++row) {
-        for (int column = 1; column < 9; ++column) {
-            const auto text = [grid](int r, int c) {
-                const auto *label = qobject_cast<QLabel *>(grid->itemAtPosition(r, c)->widget());
-                return label->text().section(QStringLiteral("</font>"), 1, 1).section(QLatin1Char('>'), -1);
-            };
-            QCOMPARE(grid->itemAtPosition(row, column)->widget()->objectName(),
-                     text(0, column) + QLatin1Char(',') + text(row, 0));
+    const char *channels[] = {"2", "4", "8", "16", "32", "64", "128", "256"};
+    const char *bitRates[] = {"10000", "5000", "2500", "1250", "625", "312"};
+    for (int row = 0; row < 6; ++row) {
+        for (int column = 0; column < 8; ++column) {
+            QCOMPARE(grid->itemAtPosition(row + 1, column + 1)->widget()->objectName(),
+                     QString::fromLatin1(channels[column]) + QLatin1Char(',') + bitRates[row]);
         }
     }
 }
@@ -166,34 +168,6 @@ void TstRateTable::picturesHaveBlackAboveRed()
             QCOMPARE(count(image, image.height() * 2 / 3, image.height(), isBlack), 0);
             QCOMPARE(qAlpha(image.pixel(0, 0)), 0); // on a transparent ground
         }
-    }
-}
-
-void TstRateTable::picturesAreThirteenAndShared()
-{
-    const RateTable table;
-    QSet<qint64> pictures;
-    const auto buttons = table.buttons();
-    for (const QPushButton *cell : buttons)
-        pictures.insert(cell->icon().cacheKey());
-    QCOMPARE(pictures.size(), 13);
-    // Along a diagonal the sampling rate is the same.
-    QCOMPARE(childByName<QPushButton>(&table, "8,10000")->icon().cacheKey(),
-             childByName<QPushButton>(&table, "2,2500")->icon().cacheKey());
-}
-
-void TstRateTable::picturesDiffer()
-{
-    const RateTable table;
-    QList<QImage> seen;
-    const auto buttons = table.buttons();
-    for (int i = 0; i < 8; ++i) // the first row has pairs 0 to 7
-        seen << picture(*buttons[i], 2);
-    for (int row = 1; row < 6; ++row) // the last column goes on to pair 12
-        seen << picture(*buttons[row * 8 + 7], 2);
-    for (int a = 0; a < seen.size(); ++a) {
-        for (int b = a + 1; b < seen.size(); ++b)
-            QVERIFY2(seen[a] != seen[b], qPrintable(QStringLiteral("%1 and %2").arg(a).arg(b)));
     }
 }
 
