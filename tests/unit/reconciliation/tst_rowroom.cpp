@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kNoTaller = 110; // pixels; the row needs about 95
+constexpr int kNoTaller = 110;    // pixels; the row needs about 95
 constexpr int kListAtLeast = 240; // two rows and a bit of the third, with the system panel above
 
 } // namespace

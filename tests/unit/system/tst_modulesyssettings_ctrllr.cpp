@@ -33,6 +33,17 @@ SystemSettings someSettings()
     return settings;
 }
 
+/// Six values that differ from those of the start.
+void setAll(ModuleSysSettings_Ctrllr &controller)
+{
+    controller.setModules(5);
+    controller.setChannels(10);
+    controller.setBitRate(QStringLiteral("2500 16"));
+    controller.setSamplingRate(QStringLiteral("3000"));
+    controller.setPoweringMode(QStringLiteral("fixed"));
+    controller.setDataTransmission(QStringLiteral("PCM"));
+}
+
 } // namespace
 
 class TstModuleSysSettingsCtrllr : public QObject
@@ -134,12 +145,7 @@ void TstModuleSysSettingsCtrllr::textsAreShownAsTheyAre()
 void TstModuleSysSettingsCtrllr::valuesAreKept()
 {
     Panel panel;
-    panel.controller->setModules(5);
-    panel.controller->setChannels(10);
-    panel.controller->setBitRate(QStringLiteral("2500 16"));
-    panel.controller->setSamplingRate(QStringLiteral("3000"));
-    panel.controller->setPoweringMode(QStringLiteral("fixed"));
-    panel.controller->setDataTransmission(QStringLiteral("PCM"));
+    setAll(*panel.controller);
     const SystemSettings &data = panel.controller->data();
     QCOMPARE(data.modules, 5);
     QCOMPARE(data.channels, 10);
@@ -195,12 +201,7 @@ void TstModuleSysSettingsCtrllr::settersTellNobody()
 {
     Panel panel;
     emit panel.controller->Signal_EnableSamplingRate();
-    panel.controller->setModules(5);
-    panel.controller->setChannels(10);
-    panel.controller->setBitRate(QStringLiteral("2500 16"));
-    panel.controller->setSamplingRate(QStringLiteral("3000"));
-    panel.controller->setPoweringMode(QStringLiteral("fixed"));
-    panel.controller->setDataTransmission(QStringLiteral("PCM"));
+    setAll(*panel.controller);
     emit panel.controller->Signal_DisableSamplingRate();
     panel.time.advance(10000);
     QCOMPARE(panel.take(), kNothing);
