@@ -3,31 +3,27 @@
 #include <QDebug>
 #include <utility>
 
+// Nothing follows from the end of the time alone: the next report is shown.
 ReportedText::ReportedText(TimeSource &time, std::function<void()> show)
     : m_show(std::move(show))
-    , m_parameter(PendingParameter::TimeOver::OnlyElapse)
-    , m_timer(time)
-{
-    QObject::connect(&m_timer, &FakeTimer::Signal_FakeTimeOver, &m_timer, [this] {
-        m_timer.stop();
-        // Nothing follows from the end of the time alone: the next report is shown.
-        static_cast<void>(m_parameter.timeOver());
-    });
-}
+    , m_display(time, {[this] { showReport(); }, nullptr}, PendingDisplay::TimeOver::OnlyElapse)
+{}
 
 void ReportedText::userChanged()
 {
-    m_parameter.userChanged();
-    m_timer.start();
+    m_display.userChanged();
 }
 
 void ReportedText::reported()
 {
-    const bool wasPending = m_parameter.isPending();
-    if (!m_parameter.statusArrived())
-        return;
-    if (wasPending)
+    m_isLate = m_display.isPending();
+    m_display.statusArrived();
+}
+
+void ReportedText::showReport()
+{
+    if (m_isLate)
         qDebug() << "***Really Mad Nothing is initialized";
-    m_timer.stop();
+    m_display.cancel();
     m_show();
 }

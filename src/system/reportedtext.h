@@ -1,7 +1,6 @@
 #pragma once
 
-#include "modules/common/faketimer.h"
-#include "modules/common/pendingparameter.h"
+#include "modules/common/pendingdisplay.h"
 
 #include <functional>
 
@@ -23,7 +22,9 @@ public:
     void reported();
 
 private:
+    void showReport();
+
     const std::function<void()> m_show;
-    PendingParameter m_parameter;
-    FakeTimer m_timer;
+    PendingDisplay m_display;
+    bool m_isLate = false; ///< the report at hand ends a change by the user
 };
