@@ -1,5 +1,7 @@
 #include "app/lamps.h"
 
+#include "base/gui/lampbase.h"
+
 #include <QLineEdit>
 
 namespace {
@@ -33,9 +35,7 @@ void setLampColour(QLineEdit *lamp, int code)
     const LampEntry *entry = findLamp(code);
     if (!entry)
         return;
-    QPalette palette = lamp->palette();
-    palette.setColor(QPalette::Base, entry->base);
-    lamp->setPalette(palette);
+    setLampBase(*lamp, entry->base);
 }
 
 void setLampColour(QLineEdit *lamp, LampColour colour)

@@ -6,6 +6,7 @@ namespace fonts {
 
 namespace {
 
+constexpr int kSmallPixels = 11;
 constexpr int kTextPixels = 12;
 constexpr int kLargePixels = 15;
 
@@ -43,6 +44,21 @@ QFont placeholder()
     QFont font = title();
     font.setItalic(true);
     font.setKerning(true);
+    return font;
+}
+
+QFont small()
+{
+    QFont font = text();
+    font.setPixelSize(kSmallPixels);
+    return font;
+}
+
+QFont console()
+{
+    QFont font(QStringLiteral("Lucida Console"));
+    font.setPixelSize(kSmallPixels);
+    font.setStyleHint(QFont::TypeWriter);
     return font;
 }
 

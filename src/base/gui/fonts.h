@@ -2,7 +2,7 @@
 
 #include <QFont>
 
-/// The fonts of the user interface, all of the family "Segoe UI".
+/// The fonts of the user interface, of the family "Segoe UI" unless told.
 namespace fonts {
 
 /// Ordinary text: 12 pixels. `base` gives the properties that the role does not set.
@@ -16,6 +16,12 @@ QFont title();
 
 /// Text of a placeholder that stands where no device is: 15 pixels, weight 75, italic, with kerning.
 QFont placeholder();
+
+/// The labels of the crowded gateway panel: 11 pixels.
+QFont small();
+
+/// Text of a dialogue with a device: the family "Lucida Console", 11 pixels; elsewhere a fixed-width family.
+QFont console();
 
 /// Names the families to use where "Segoe UI" is absent. Call once, before the first window.
 void installSubstitutions();

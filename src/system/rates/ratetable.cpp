@@ -164,11 +164,12 @@ void RateTable::disable(const QList<RateChoice> &cells)
     }
 }
 
-void RateTable::markSelected(QAbstractButton *button)
+void RateTable::markSelected(QPushButton *button)
 {
     if (!button || !button->isEnabled())
         return;
     clearSelection();
+    m_selected = button;
     setStyleIfChanged(*button, selectedStyle());
     button->setAccessibleDescription(tr("selected"));
     button->setFocus();
@@ -176,6 +177,7 @@ void RateTable::markSelected(QAbstractButton *button)
 
 void RateTable::clearSelection()
 {
+    m_selected = nullptr;
     for (QPushButton *button : qAsConst(m_buttons)) {
         setStyleIfChanged(*button, QString());
         button->setAccessibleDescription(QString());

@@ -5,7 +5,6 @@
 #include <QWidget>
 #include <optional>
 
-class QAbstractButton;
 class QGridLayout;
 class QPushButton;
 
@@ -45,9 +44,12 @@ public:
 
     /// Marks this cell as the present one in place of any other, and gives it the focus. Does nothing for a
     /// null pointer and for a cell that is disabled.
-    void markSelected(QAbstractButton *button);
+    void markSelected(QPushButton *button);
 
     void clearSelection();
+
+    /// The marked cell; null if none is.
+    QPushButton *selected() const { return m_selected; }
 
 protected:
     /// Of the cells: takes the arrow keys.
@@ -61,4 +63,5 @@ private:
     void moveFocus(int from, int rows, int columns);
 
     QList<QPushButton *> m_buttons; // children of this widget
+    QPushButton *m_selected = nullptr;
 };

@@ -12,6 +12,8 @@ private slots:
     void strongIsBold();
     void titleIsLargeAndBold();
     void placeholderIsLargeBoldAndItalic();
+    void smallIs11Pixels();
+    void consoleHasCharactersOfOneWidth();
     void substitutionsComeInTheirOrder();
 };
 
@@ -56,6 +58,21 @@ void TstFonts::placeholderIsLargeBoldAndItalic()
     QCOMPARE(font.weight(), 75);
     QVERIFY(font.italic());
     QVERIFY(font.kerning());
+}
+
+void TstFonts::smallIs11Pixels()
+{
+    QCOMPARE(fonts::small().family(), QStringLiteral("Segoe UI"));
+    QCOMPARE(fonts::small().pixelSize(), 11);
+}
+
+void TstFonts::consoleHasCharactersOfOneWidth()
+{
+    const QFont font = fonts::console();
+    QCOMPARE(font.family(), QStringLiteral("Lucida Console"));
+    const QFontMetrics metrics(font);
+    QCOMPARE(metrics.horizontalAdvance(QStringLiteral("iiii")),
+             metrics.horizontalAdvance(QStringLiteral("WWWW")));
 }
 
 void TstFonts::substitutionsComeInTheirOrder()

@@ -301,6 +301,7 @@ void TstRateTable::markGoesFromCellToCell()
     RateTable table;
     table.markSelected(table.button({"2500", "16"}));
     QCOMPARE(marked(table), QStringList{"16,2500"});
+    QCOMPARE(table.selected(), table.button({"2500", "16"}));
     table.markSelected(table.button({"312", "2"}));
     QCOMPARE(marked(table), QStringList{"2,312"});
     table.markSelected(table.button({"312", "2"}));
@@ -325,6 +326,7 @@ void TstRateTable::clearedTableHasNoMark()
     table.markSelected(table.button({"2500", "16"}));
     table.clearSelection();
     QCOMPARE(marked(table), QStringList());
+    QVERIFY(!table.selected());
     table.clearSelection();
     QCOMPARE(marked(table), QStringList());
 }

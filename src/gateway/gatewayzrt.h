@@ -1,0 +1,132 @@
+#pragma once
+
+#include "link/tcpcomm.h"
+
+#include <QDialog>
+#include <memory>
+
+class ChangeGatewayDialog;
+class ExternIpAndPort;
+class GatewayDialogue;
+class MinMaxDialog;
+class QAbstractButton;
+class QLineEdit;
+class QMessageBox;
+class RateTable;
+class TimeSource;
+
+namespace gateway {
+struct Status;
+}
+
+namespace Ui {
+class GatewayZRT;
+}
+
+/// The panel of the gateway: shows what the gateway reports once a second and sends each change at once.
+/// What is shown changes by the reports; nothing is sent for that. Opening the panel connects, Escape
+/// disconnects, the title bar's button only hides the panel.
+class GatewayZRT : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `time` must outlive the object.
+    GatewayZRT(TimeSource &time, std::unique_ptr<TcpComm> link, QWidget *parent = nullptr);
+    ~GatewayZRT() override;
+
+public slots:
+    /// A cell of the table was clicked; to be called through its signal.
+    void handleBtnClick();
+    void Slot_tcpConnected();
+    void Slot_tcpDisconnected();
+
+    /// The connect button: connects, or leaves the connection. Nothing happens while a field is empty.
+    void handleTcpConnect();
+
+    /// Connects unless the link is up already; for the opening of the panel.
+    void connectToTcp();
+    void Slot_sendEntr(); ///< wakes the gateway's prompt; no control uses it
+    void Slot_Reboot();
+    void Slot_Restart();
+    void assignIDs(); ///< gives the table's cells and the radio buttons to their slots
+    void Slot_ChangeGatewayAddr();
+    void Slot_setExtServerAddr();
+    void Slot_OneSecTmrHndlr();
+    void Slot_indexActivCom(int index);
+
+    /// The value dialog's answer: its label, which tells minimum from maximum, and the value.
+    void Slot_DispatchMinMax(QStringList answer);
+
+    /// The gateway's address of the settings file; an empty part leaves the default.
+    void Slot_loadTcpAddr(QString address, QString port);
+    void BtngrpData(QAbstractButton *btn);
+    void BtngrpEndian(QAbstractButton *btn);
+    void BtngrpDatPattern(QAbstractButton *btn);
+    void modeComboBox(int index);
+    void simComboBox(int index);
+    void Slot_DataPtclChanged(int index);
+    void Slot_PTPControl(int index);
+
+    /// Shows the fields that belong to the mode.
+    void Slot_ModeIndexChange(int index);
+    void parseData(QByteArray &bytes);
+    void changeGatewayAddr(QString address);
+    void Slot_ServDetails(QString address, QString port);
+
+    /// The other table chose a rate: it goes to the gateway, even if its cell is dead here. The other table
+    /// does not hear of it again.
+    void Slot_setBitRateSettings(QString bitRate, QString channels);
+    void Slot_setExtServerCommand(QString address, QString port);
+    void on_debugBtn_clicked(bool checked); ///< connected by its name
+    void Slot_EnableAllBtns();              ///< all cells of the table but those that the gateway never runs
+    void Slot_disableAllBtns();
+
+signals:
+    void disconnctTCP(); ///< leave the connection; name as agreed
+
+    /// Connect to this address; also tells that it is in use.
+    void connectToGateway(QString ipAddr, QString port);
+
+    /// The operator chose a rate here: kBit/s and number of channels. Emitted after it went to the gateway.
+    void Signal_SetVXsamplingRate(QString bitRate, QString channels);
+    void Signal_debugMessage(QString text); ///< never emitted; part of the interface
+
+    /// Opens the value dialog: label, value, title.
+    void Signal_displayMinMax(QStringList items);
+
+    /// Opens the dialog of the external server.
+    void Signal_sendIpDetails(QString ipAddr, QString port);
+
+protected:
+    /// Hides the panel; the link stays up.
+    void closeEvent(QCloseEvent *event) override;
+
+    /// Of the two sample counts: a mouse press, or the keys that press a button, open the value dialog.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    enum class LinkState { Closed, Connecting, Connected };
+
+    void connectLink();
+    void connectControls();
+    void connectDialogs();
+    void setLinkState(LinkState state);
+    void requestConnection();
+    void leaveConnection();
+    void enableSettings(bool enabled);
+    void showStatus(const gateway::Status &status);
+    void showRate(const QString &bitRate, const QString &channels);
+    void showDialogue(const QString &text, bool follow);
+    void followAddress(const QString &address);
+    void askBefore(const QString &title, const QString &question, void (GatewayDialogue::*action)());
+
+    std::unique_ptr<Ui::GatewayZRT> m_ui;
+    GatewayDialogue *m_dialogue; // these are children
+    RateTable *m_table;
+    MinMaxDialog *m_minMaxDialog;
+    ExternIpAndPort *m_externalServerDialog;
+    ChangeGatewayDialog *m_addressDialog;
+    std::unique_ptr<TcpComm> m_link;
+    LinkState m_linkState = LinkState::Closed;
+};

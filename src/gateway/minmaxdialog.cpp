@@ -1,0 +1,1 @@
+#include "gateway/minmaxdialog.h"
