@@ -5,13 +5,10 @@
 #include "sim/payloadlayout.h"
 #include "sim/script.h"
 
-#include <limits>
-
 namespace sim {
 
 namespace {
 
-constexpr int kAnyNumber = std::numeric_limits<int>::max();
 constexpr int kByteMaximum = 255;
 constexpr int kUnknownCode = 0x03;
 constexpr int kWrongOriginator = kProgramOriginator;
@@ -29,37 +26,11 @@ const QStringList &actionNames()
     return names;
 }
 
-std::optional<int> optionalNumber(ScriptLine &line, const char *key, int minimum, int maximum)
-{
-    const QString name = QString::fromLatin1(key);
-    if (!line.has(name))
-        return std::nullopt;
-    return line.integer(name, minimum, minimum, maximum);
-}
-
-Milliseconds milliseconds(ScriptLine &line, const char *key)
-{
-    return Milliseconds(line.integer(QString::fromLatin1(key), 0, 0, kAnyNumber));
-}
-
 void readFilters(ScriptLine &line, FaultRule *rule)
 {
     rule->code = optionalNumber(line, "code", 0, kByteMaximum);
     rule->argument = optionalNumber(line, "argument", 0, kByteMaximum);
-    rule->from = milliseconds(line, "from");
-    if (line.has(QStringLiteral("for")))
-        rule->length = milliseconds(line, "for");
-    rule->nth = optionalNumber(line, "nth", 1, kAnyNumber);
-    rule->every = optionalNumber(line, "every", 1, kAnyNumber);
-    rule->after = optionalNumber(line, "after", 0, kAnyNumber);
-    rule->count = optionalNumber(line, "count", 1, kAnyNumber);
-    rule->probability = line.real(QStringLiteral("probability"), 1, 0, 1);
-}
-
-void need(ScriptLine &line, const char *key)
-{
-    if (!line.has(QString::fromLatin1(key)))
-        line.fail(QStringLiteral("\"%1\" needs %2=").arg(line.keyword, QLatin1String(key)));
+    rule->trigger = readTrigger(line);
 }
 
 void readParameters(ScriptLine &line, FaultRule *rule)
@@ -72,18 +43,18 @@ void readParameters(ScriptLine &line, FaultRule *rule)
     case FaultRule::Action::NoPower:
         break;
     case FaultRule::Action::Input:
-        need(line, "volts");
+        needKey(line, "volts");
         rule->reading = line.real(QStringLiteral("volts"), 0, 0, kInputVoltsMaximum);
         break;
     case FaultRule::Action::Load:
-        need(line, "amperes");
+        needKey(line, "amperes");
         rule->reading = line.real(QStringLiteral("amperes"), 0, 0, kLoadAmperesMaximum);
         break;
     case FaultRule::Action::Close:
         rule->time = Milliseconds(line.integer(QStringLiteral("ms"), kUsualAbsenceMs, 0, kAnyNumber));
         break;
     case FaultRule::Action::Delay:
-        need(line, "ms");
+        needKey(line, "ms");
         rule->time = milliseconds(line, "ms");
         break;
     case FaultRule::Action::Silence:
@@ -102,7 +73,7 @@ void readParameters(ScriptLine &line, FaultRule *rule)
         rule->corruption.byte = line.integer(QStringLiteral("byte"), 0, 0, kAnyNumber);
         break;
     case FaultRule::Action::Cut:
-        need(line, "size");
+        needKey(line, "size");
         rule->cut.size = line.integer(QStringLiteral("size"), 1, 1, kAnyNumber);
         rule->cut.gap = milliseconds(line, "gap");
         break;
@@ -144,7 +115,7 @@ bool FaultScript::parse(const QString &text, QString *error)
 
 void FaultScript::add(const FaultRule &rule)
 {
-    m_rules.append({rule, 0, 0});
+    m_rules.append({rule, {}});
 }
 
 void FaultScript::clear()
@@ -171,23 +142,13 @@ FaultPlan FaultScript::planFor(const QByteArray &request, Milliseconds now)
 bool FaultScript::matches(Counted &counted, const QByteArray &request, Milliseconds now)
 {
     const FaultRule &rule = counted.rule;
-    if (now < rule.from || (rule.length && now >= rule.from + *rule.length))
+    if (!rule.trigger.holdsAt(now))
         return false;
     if (rule.code && *rule.code != u8At(request, 0))
         return false;
     if (rule.argument && *rule.argument != u8At(request, kArgumentAt))
         return false;
-    const int number = ++counted.seen - rule.after.value_or(0);
-    if (number < 1 || (rule.nth && number != *rule.nth) || (rule.every && number % *rule.every != 0))
-        return false;
-    if (rule.count && counted.acted >= *rule.count)
-        return false;
-    // The generator's own numbers, because the library's distributions differ between platforms.
-    constexpr double kSteps = 4294967296.0;
-    if (rule.probability < 1.0 && static_cast<double>(m_random()) / kSteps >= rule.probability)
-        return false;
-    ++counted.acted;
-    return true;
+    return counted.count.acts(rule.trigger, m_random);
 }
 
 void FaultScript::apply(const FaultRule &rule, Milliseconds now, FaultPlan *plan)

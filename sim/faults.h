@@ -1,11 +1,11 @@
 #pragma once
 
 #include "sim/chain.h"
+#include "sim/trigger.h"
 
 #include <QVector>
 
 #include <optional>
-#include <random>
 
 namespace sim {
 
@@ -46,7 +46,7 @@ struct FaultPlan
     bool destroysReply() const { return silence || lose || close || originator || corruption; }
 };
 
-/// One rule. Of the requests that pass the filters the triggers pick some.
+/// One rule. Of the requests that pass the filters the trigger picks some.
 struct FaultRule
 {
     enum class Action {
@@ -71,16 +71,8 @@ struct FaultRule
 
     // Filters.
     std::optional<int> code;
-    std::optional<int> argument;        ///< the fifth payload byte: an address or a wire channel
-    Milliseconds from{0};               ///< simulated time at which the rule begins to hold
-    std::optional<Milliseconds> length; ///< how long it holds
-
-    // Triggers, all of which must hold; they count the requests that passed the filters.
-    std::optional<int> nth;
-    std::optional<int> every;
-    std::optional<int> after; ///< skips the first ones
-    std::optional<int> count; ///< acts so many times at most
-    double probability = 1.0;
+    std::optional<int> argument; ///< the fifth payload byte: an address or a wire channel
+    Trigger trigger;
 
     // What the action needs.
     Milliseconds time{
@@ -133,8 +125,7 @@ private:
     struct Counted
     {
         FaultRule rule;
-        int seen = 0;
-        int acted = 0;
+        TriggerCount count;
     };
 
     bool matches(Counted &counted, const QByteArray &request, Milliseconds now);
