@@ -46,11 +46,18 @@ signals:
     void messagePacket(QByteArray &bytes); ///< the bytes of each read while the connection is up
 
 private:
+    /// Whether an end of the connection, or a failed attempt, starts the retries: only once an attempt is
+    /// behind us and until the connection is left on purpose.
+    enum class Upkeep { Left, FirstAttempt, Kept };
+
     bool connectToStoredAddress();
+    void handleDisconnect();
+    void passOn(QByteArray &bytes);
 
     const std::chrono::milliseconds m_retryPeriod;
     std::unique_ptr<TcpSock> m_socket;
     Timer *m_retryTimer; ///< child
+    Upkeep m_upkeep = Upkeep::Left;
     QString m_address;
     QString m_port;
 };
