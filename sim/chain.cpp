@@ -19,6 +19,11 @@ int Power::outputMillivolts() const
     return chosenMillivolts();
 }
 
+DataRate SystemTexts::dataRate() const
+{
+    return {bitRateNames().value(bitRateCode), channelCountNames().value(channelCountCode)};
+}
+
 void PlayedPower::applyTo(Power *power) const
 {
     power->inputVolts = inputVolts.value_or(power->inputVolts);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sim/gatewaystate.h"
 #include "sim/module.h"
 #include "sim/payloadlayout.h"
 
@@ -79,6 +80,7 @@ struct SystemTexts
     QString bitRate() const;
     /// Samples per second that the bit rate leaves for each channel, as in "3000".
     QString samplingRate() const;
+    DataRate dataRate() const;
 };
 
 /// A whole chain: what a description file says at first, and what the device's state is later.
@@ -89,6 +91,7 @@ public:
     Controller controller;
     std::optional<Power> power;
     QVector<Module> modules;
+    GatewayState gateway; ///< of the box that takes the chain's data to the network
 
     /// The number of modules that the system status claims, where it is not the true one.
     std::optional<int> claimedModules;

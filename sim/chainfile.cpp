@@ -2,6 +2,7 @@
 
 #include "sim/catalogue.h"
 #include "sim/framecodec.h"
+#include "sim/gatewaysetting.h"
 #include "sim/script.h"
 
 #include <QFile>
@@ -20,6 +21,7 @@ constexpr int kSelftestMaximum = 31;
 constexpr double kVoltsMaximum = 20.47;
 constexpr double kCelsiusMinimum = -55;
 constexpr double kCelsiusMaximum = 200.5;
+constexpr double kHighestRateMaximum = 1e9;
 constexpr int kLongestMs = 3600000;
 constexpr int kSerialDigits = 4;
 
@@ -63,6 +65,12 @@ void readHealth(ScriptLine &line, Health *health)
     health->celsiusInvalid = !line.flag(QStringLiteral("temperature-valid"), true);
 }
 
+Milliseconds duration(ScriptLine &line, const char *key, Milliseconds current)
+{
+    return Milliseconds(
+        line.integer(QString::fromLatin1(key), static_cast<int>(current.count()), 0, kLongestMs));
+}
+
 void readSystem(ScriptLine &line, Chain *chain)
 {
     SystemTexts &system = chain->system;
@@ -100,15 +108,11 @@ void readSystem(ScriptLine &line, Chain *chain)
 
 void readDevice(ScriptLine &line, Chain *chain)
 {
-    const auto milliseconds = [&line](const char *key, Milliseconds current) {
-        return Milliseconds(
-            line.integer(QString::fromLatin1(key), static_cast<int>(current.count()), 0, kLongestMs));
-    };
     chain->flagsReset = line.flag(QStringLiteral("reset-flag"), chain->flagsReset);
     chain->commandReplyCode = static_cast<quint8>(
         line.integer(QStringLiteral("command-reply"), chain->commandReplyCode, 0, kByteMaximum));
-    chain->autozeroTime = milliseconds("autozero", chain->autozeroTime);
-    chain->shuntTime = milliseconds("shunt", chain->shuntTime);
+    chain->autozeroTime = duration(line, "autozero", chain->autozeroTime);
+    chain->shuntTime = duration(line, "shunt", chain->shuntTime);
 }
 
 /// The limits of the output voltage and the setpoints within them.
@@ -223,6 +227,36 @@ void readController(ScriptLine &line, Chain *chain)
     readHealth(line, &chain->controller.health);
 }
 
+void readGateway(ScriptLine &line, Chain *chain)
+{
+    GatewayState &gateway = chain->gateway;
+    const auto text = [&line](const char *key, const QString &current) {
+        const QString name = QString::fromLatin1(key);
+        const QString value = line.text(name, current);
+        if (!fitsStatusLine(value))
+            line.fail(QStringLiteral("%1 has a \";\" or what is not Latin-1").arg(name));
+        return value;
+    };
+    const auto celsius = [&line](const char *key, double current) {
+        return line.real(QString::fromLatin1(key), current, kCelsiusMinimum, kCelsiusMaximum);
+    };
+    const auto choice = [&line](const char *key, const QString &current, const QStringList &words) {
+        return words.at(line.word(QString::fromLatin1(key), words.indexOf(current), words));
+    };
+    gateway.version = text("version", gateway.version);
+    gateway.serial = text("serial", gateway.serial);
+    gateway.ptpState = text("ptp-state", gateway.ptpState);
+    gateway.highestRate = line.real(QStringLiteral("limit"), gateway.highestRate, 0, kHighestRateMaximum);
+    gateway.coreCelsius = celsius("core", gateway.coreCelsius);
+    gateway.pcbCelsius = celsius("pcb", gateway.pcbCelsius);
+    gateway.rate.bitRate = choice("bitrate", gateway.rate.bitRate, bitRateNames());
+    gateway.rate.channels = choice("channels", gateway.rate.channels, channelCountNames());
+    gateway.mode = choice("mode", gateway.mode, gatewayModes());
+    gateway.restartTime = duration(line, "restart", gateway.restartTime);
+    gateway.rebootTime = duration(line, "reboot", gateway.rebootTime);
+    gateway.moveTime = duration(line, "move", gateway.moveTime);
+}
+
 /// False if nobody knows the keyword.
 bool readLine(ScriptLine &line, Chain *chain)
 {
@@ -236,6 +270,8 @@ bool readLine(ScriptLine &line, Chain *chain)
         readController(line, chain);
     else if (line.keyword == QLatin1String("power"))
         readPower(line, chain);
+    else if (line.keyword == QLatin1String("gateway"))
+        readGateway(line, chain);
     else
         return false;
     return true;

@@ -23,6 +23,11 @@ namespace sim {
 ///          hot=yes with protection=1 brings the output to 5 V, or to minimum= where that is more.
 ///          The load is a resistor: load= flows at the output voltage that the line chooses by mode=, or at
 ///          12 V where that is 0. serial="" is a power module that does not answer with an identity.
+///   gateway version=TEXT serial=TEXT limit=N core=C pcb=C ptp-state=TEXT
+///          limit= is the highest sampling rate that the system allows; core= and pcb= are temperatures
+///          bitrate=10000|5000|...|312 channels=2|4|...|256 mode=UDP-B|UDP-M|UDP-U|TCP-S|TCP-C|OFF
+///          restart=MS reboot=MS   how long nobody can connect then
+///          move=MS             after a new address: until it listens there
 ///   module type=N count=N IDENTITY HEALTH CHANNEL sensors=TEXT ranges=TEXT
 ///
 ///   IDENTITY: serial=TEXT hw=TEXT fw1=TEXT fw2=TEXT. A module's serial that ends in "-" gets the module's
@@ -33,8 +38,8 @@ namespace sim {
 ///             functionA=, functionB=, function= are for modules of type 9. Lists name their items each
 ///             followed by "$"; those of a type 9 module may join the lists of both channels by "#".
 ///
-/// Modules stand in the order of their addresses. `system`, `device`, `controller` and `power` may stand
-/// once each; without a `power` line there is no power module.
+/// Modules stand in the order of their addresses. `system`, `device`, `controller`, `power` and
+/// `gateway` may stand once each; without a `power` line there is no power module.
 ///
 /// False with an error text that begins with the line's number; `chain` is left alone then.
 [[nodiscard]] bool parseChain(const QString &text, Chain *chain, QString *error);

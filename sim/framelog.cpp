@@ -8,6 +8,8 @@ namespace sim {
 
 namespace {
 
+constexpr int kShownText = 400;
+
 QString codeName(quint8 code)
 {
     switch (code) {
@@ -71,6 +73,25 @@ QString describeHead(const QByteArray &payload)
         .arg(u16At(payload, OutputVoltageAt) / kOutputSteps)
         .arg(u16At(payload, LoadCurrentAt) / kLoadSteps)
         .arg(flag);
+}
+
+QString quoted(const QByteArray &bytes)
+{
+    QString text;
+    for (const char byte : bytes.left(kShownText)) {
+        const auto code = static_cast<uchar>(byte);
+        if (byte == '\r')
+            text += QLatin1String("\\r");
+        else if (byte == '\n')
+            text += QLatin1String("\\n");
+        else if (code < 0x20 || code == 0x7f)
+            text += QStringLiteral("\\x%1").arg(code, 2, 16, QLatin1Char('0'));
+        else
+            text += QLatin1Char(byte);
+    }
+    const int more = bytes.size() - kShownText;
+    const QString rest = more > 0 ? QStringLiteral(" and %1 bytes more").arg(more) : QString();
+    return QStringLiteral("\"%1\"%2").arg(text, rest);
 }
 
 } // namespace
@@ -174,6 +195,20 @@ void FrameLog::reply(Milliseconds now, const QString &connection, const QByteArr
               QStringLiteral("<- %1%2 %3 | %4")
                   .arg(fate == Fate::Lost ? QStringLiteral("lost, ") : QString(), hexCode(u8At(payload, 0)),
                        describeReply(payload), hexBytes(frame)));
+}
+
+void FrameLog::receivedText(Milliseconds now, const QString &connection, const QByteArray &bytes) const
+{
+    if (m_sink)
+        write(now, connection, QStringLiteral("-> %1").arg(quoted(bytes)));
+}
+
+void FrameLog::sentText(Milliseconds now, const QString &connection, const QByteArray &bytes, Fate fate) const
+{
+    if (m_sink)
+        write(now, connection,
+              QStringLiteral("<- %1%2").arg(fate == Fate::Lost ? QStringLiteral("lost, ") : QString(),
+                                            quoted(bytes)));
 }
 
 void FrameLog::note(Milliseconds now, const QString &connection, const QString &text) const

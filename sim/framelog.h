@@ -12,7 +12,8 @@ struct Reception;
 QString describeRequest(const QByteArray &payload);
 QString describeReply(const QByteArray &payload);
 
-/// Writes frames in clear text, one line each: time in s, connection, direction, meaning, hexadecimal bytes.
+/// Writes what goes over the links in clear text, one line each: time in s, connection, direction, and the
+/// meaning and hexadecimal bytes of a frame or the characters of a text.
 class FrameLog
 {
 public:
@@ -29,6 +30,9 @@ public:
     void request(Milliseconds now, const QString &connection, const Reception &reception) const;
     void reply(Milliseconds now, const QString &connection, const QByteArray &payload,
                const QByteArray &frame, Fate fate) const;
+    /// Bytes of a line protocol; control characters are written as escapes, of a long text the beginning.
+    void receivedText(Milliseconds now, const QString &connection, const QByteArray &bytes) const;
+    void sentText(Milliseconds now, const QString &connection, const QByteArray &bytes, Fate fate) const;
     void note(Milliseconds now, const QString &connection, const QString &text) const;
 
 private:

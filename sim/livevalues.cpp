@@ -25,6 +25,8 @@ constexpr int kChannelMiddle = 1 << 17;
 constexpr double kChannelSwing = 9000;
 constexpr double kChannelConstant = 4000; ///< what an autozero takes away
 constexpr double kShuntStep = 30000;
+constexpr double kPtpMiddle = 90;
+constexpr double kPtpSwing = 40;
 
 // Places of the values of one module; modules are kPlaces apart.
 enum Place : quint32 {
@@ -77,9 +79,17 @@ int LiveValues::voltsRaw(int address, const Health &health, Milliseconds now) co
 
 int LiveValues::celsiusRaw(int address, const Health &health, Milliseconds now) const
 {
-    const double celsius =
-        health.celsius + kCelsiusSwing * wander(placeOf(address, CelsiusPlace), kCelsiusPeriod, now);
-    return limited((celsius + 55) * 2, kCelsiusMaximum);
+    return limited((celsius(address, health.celsius, now) + 55) * 2, kCelsiusMaximum);
+}
+
+double LiveValues::celsius(int address, double base, Milliseconds now) const
+{
+    return base + kCelsiusSwing * wander(placeOf(address, CelsiusPlace), kCelsiusPeriod, now);
+}
+
+int LiveValues::ptpNs(Milliseconds now) const
+{
+    return qRound(kPtpMiddle + kPtpSwing * wander(placeOf(kGatewaySensors, VoltsPlace), kVoltsPeriod, now));
 }
 
 int LiveValues::channelRaw(int address, int channelIndex, const Channel &channel, Milliseconds now) const

@@ -4,6 +4,8 @@
 
 namespace sim {
 
+constexpr int kGatewaySensors = 200; ///< from here on places that no module has
+
 /// Values that wander slowly around their base: the same for the same seed, place and time.
 class LiveValues
 {
@@ -16,6 +18,10 @@ public:
     int celsiusRaw(int address, const Health &health, Milliseconds now) const;
     /// Raw measured value of a channel (0 is A, 1 is B), 18 bits around the middle of its range.
     int channelRaw(int address, int channelIndex, const Channel &channel, Milliseconds now) const;
+    /// A temperature that `address` tells from others.
+    double celsius(int address, double base, Milliseconds now) const;
+    /// How far a clock is off that PTP keeps.
+    int ptpNs(Milliseconds now) const;
     double inputVolts(double base, Milliseconds now) const;
     double loadAmperes(double base, Milliseconds now) const;
 

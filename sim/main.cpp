@@ -1,4 +1,5 @@
 #include "sim/endsignals.h"
+#include "sim/gatewayserver.h"
 #include "sim/monotonictime.h"
 #include "sim/options.h"
 #include "sim/server.h"
@@ -33,20 +34,24 @@ bool openLog(const QString &name, QFile *file)
     return file->open(QIODevice::WriteOnly | QIODevice::Truncate);
 }
 
-bool openLinks(const sim::Options &options, sim::Server &server, QString *error)
+bool openLinks(const sim::Options &options, sim::Server &server, sim::GatewayServer &gateway, QString *error)
 {
     if (options.tcpPort && !server.listen(*options.tcpPort, error))
         return false;
-    return options.terminalName.isEmpty() || server.openTerminal(options.terminalName, error);
+    if (!options.terminalName.isEmpty() && !server.openTerminal(options.terminalName, error))
+        return false;
+    return !options.gatewayPort || gateway.listen(*options.gatewayPort, error);
 }
 
-/// Tells where the device can be reached; whoever reads this may begin at once, on either link.
-void printLinks(const sim::Options &options, const sim::Server &server)
+/// Tells where the device can be reached; whoever reads this may begin at once, on any link.
+void printLinks(const sim::Options &options, const sim::Server &server, const sim::GatewayServer &gateway)
 {
     if (options.tcpPort)
         print(QStringLiteral("listening on 127.0.0.1:%1").arg(server.tcpPort()));
     if (!options.terminalName.isEmpty())
         print(QStringLiteral("terminal at %1").arg(options.terminalName));
+    if (options.gatewayPort)
+        print(QStringLiteral("gateway at 127.0.0.1:%1").arg(gateway.port()));
 }
 
 } // namespace
@@ -73,16 +78,22 @@ int main(int argc, char **argv)
     sim::Server server(time, options.chain, options.seed);
     server.setPace(options.bytesPerSecond);
     server.faults() = options.faults;
+    sim::GatewayServer gateway(time, options.chain.gateway, options.seed);
+    gateway.faults() = options.gatewayFaults;
+    if (options.hasChain())
+        gateway.setChainRate([&server] { return server.chain().system.dataRate(); });
     if (log.isOpen()) {
-        server.log().setSink([&log](const QString &line) {
+        const auto write = [&log](const QString &line) {
             log.write(line.toUtf8() + '\n');
             log.flush();
-        });
+        };
+        server.log().setSink(write);
+        gateway.log().setSink(write);
     }
     print(QStringLiteral("seed %1").arg(options.seed));
-    if (!openLinks(options, server, &error))
+    if (!openLinks(options, server, gateway, &error))
         return fail(1, error);
-    printLinks(options, server);
+    printLinks(options, server, gateway);
     if (options.runFor) {
         Timer *end = time.createTimer(&application);
         end->setSingleShot(true);

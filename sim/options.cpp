@@ -20,13 +20,16 @@ void addOptions(QCommandLineParser *parser)
     const auto add = [parser](const char *name, const char *help, const char *value) {
         parser->addOption({QString::fromLatin1(name), QString::fromLatin1(help), QString::fromLatin1(value)});
     };
-    parser->setApplicationDescription(
-        QStringLiteral("Plays a measuring chain on a TCP port and on a pseudo terminal."));
+    parser->setApplicationDescription(QStringLiteral(
+        "Plays a measuring chain on a TCP port and on a pseudo terminal, and a gateway beside it."));
     add("chain", "Description of the chain; without it a chain without modules.", "file");
     add("tcp", "Listen on this port of the loopback interface; 0 takes any free one.", "port");
     add("pty", "Make a pseudo terminal that is found under this name.", "name");
     add("fault", "Fault script; may be given more than once.", "file");
     add("fault-rule", "One rule of a fault script; may be given more than once.", "rule");
+    add("gateway", "Play the gateway on this port of the loopback interface; 0 takes any free one.", "port");
+    add("gateway-fault", "Fault script of the gateway; may be given more than once.", "file");
+    add("gateway-rule", "One rule of such a script; may be given more than once.", "rule");
     add("pace", "Bytes per second in each direction, as on a serial line; 0 is no limit.", "bytes");
     add("log", "Write the frames in clear text to this file; - is the standard output.", "file");
     add("seed", "Seed of the simulated values and of the fault script.", "number");
@@ -78,25 +81,35 @@ private:
     QString m_error;
 };
 
-bool readFaults(const Reader &reader, Options *options, QString *error)
+/// Adds the rules of the files and rules that two options name to a fault script.
+template <typename Script>
+bool readFaults(const Reader &reader, const char *fileOption, const char *ruleOption, Script *faults,
+                QString *error)
 {
-    options->faults = FaultScript(options->seed);
-    for (const QString &name : reader.texts("fault")) {
+    for (const QString &name : reader.texts(fileOption)) {
         QString text;
         if (!readTextFile(name, &text, error))
             return false;
-        if (!options->faults.parse(text, error)) {
+        if (!faults->parse(text, error)) {
             *error = QStringLiteral("%1: %2").arg(name, *error);
             return false;
         }
     }
-    for (const QString &rule : reader.texts("fault-rule")) {
-        if (!options->faults.parse(rule, error)) {
-            *error = QStringLiteral("--fault-rule \"%1\": %2").arg(rule, *error);
+    for (const QString &rule : reader.texts(ruleOption)) {
+        if (!faults->parse(rule, error)) {
+            *error = QStringLiteral("--%1 \"%2\": %3").arg(QLatin1String(ruleOption), rule, *error);
             return false;
         }
     }
     return true;
+}
+
+/// The port that an option asks for, if it is there.
+std::optional<quint16> readPort(Reader *reader, const char *option)
+{
+    if (!reader->has(option))
+        return std::nullopt;
+    return static_cast<quint16>(reader->whole(option, kPortMaximum));
 }
 
 } // namespace
@@ -118,8 +131,8 @@ bool readOptions(const QStringList &arguments, Options *options, QString *error)
         return true;
     }
     Reader reader(parser);
-    if (reader.has("tcp"))
-        options->tcpPort = static_cast<quint16>(reader.whole("tcp", kPortMaximum));
+    options->tcpPort = readPort(&reader, "tcp");
+    options->gatewayPort = readPort(&reader, "gateway");
     if (reader.has("pace"))
         options->bytesPerSecond = static_cast<int>(reader.whole("pace", kPaceMaximum));
     if (reader.has("seed"))
@@ -129,13 +142,16 @@ bool readOptions(const QStringList &arguments, Options *options, QString *error)
     options->terminalName = reader.text("pty");
     options->logName = reader.text("log");
     *error = reader.error();
-    if (error->isEmpty() && !options->tcpPort && options->terminalName.isEmpty())
-        *error = QStringLiteral("neither --tcp nor --pty: nobody could reach the device");
+    if (error->isEmpty() && !options->hasChain() && !options->gatewayPort)
+        *error = QStringLiteral("neither --tcp nor --pty nor --gateway: nobody could reach the device");
     if (!error->isEmpty())
         return false;
     if (reader.has("chain") && !readChainFile(reader.text("chain"), &options->chain, error))
         return false;
-    return readFaults(reader, options, error);
+    options->faults = FaultScript(options->seed);
+    options->gatewayFaults = GatewayFaults(options->seed);
+    return readFaults(reader, "fault", "fault-rule", &options->faults, error) &&
+           readFaults(reader, "gateway-fault", "gateway-rule", &options->gatewayFaults, error);
 }
 
 } // namespace sim

@@ -2,6 +2,7 @@
 
 #include "sim/chain.h"
 #include "sim/faults.h"
+#include "sim/gatewayfaults.h"
 
 namespace sim {
 
@@ -10,12 +11,17 @@ struct Options
 {
     Chain chain;
     FaultScript faults;
+    GatewayFaults gatewayFaults;
     quint32 seed = 1;
     std::optional<quint16> tcpPort;
-    QString terminalName; ///< empty: no pseudo terminal
+    QString terminalName;               ///< empty: no pseudo terminal
+    std::optional<quint16> gatewayPort; ///< none: no gateway
     int bytesPerSecond = 0;
     QString logName; ///< empty: no log; "-": the standard output
     std::optional<Milliseconds> runFor;
+    /// Whether anybody can reach the chain; else the gateway stands alone.
+    bool hasChain() const { return tcpPort || !terminalName.isEmpty(); }
+
     QString message; ///< help text to print instead of running
 };
 

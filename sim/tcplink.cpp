@@ -49,15 +49,16 @@ private:
 
 } // namespace
 
-TcpLink::TcpLink(QObject *parent)
+TcpLink::TcpLink(QObject *parent, const QString &name)
     : Link(parent)
+    , m_name(name)
 {
     connect(&m_server, &QTcpServer::newConnection, this, &TcpLink::takeClients);
 }
 
-bool TcpLink::open(quint16 port, QString *error)
+bool TcpLink::open(quint16 port, QString *error, const QHostAddress &address)
 {
-    if (m_server.listen(QHostAddress::LocalHost, port))
+    if (m_server.listen(address, port))
         return true;
     *error = QStringLiteral("TCP port %1: %2").arg(port).arg(m_server.errorString());
     return false;
@@ -66,7 +67,7 @@ bool TcpLink::open(quint16 port, QString *error)
 void TcpLink::takeClients()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
-        const QString name = QStringLiteral("tcp:%1").arg(++m_clientCount);
+        const QString name = QStringLiteral("%1:%2").arg(m_name).arg(++m_clientCount);
         auto *connection = new TcpConnection(name, socket, this);
         emit connected(connection);
         if (socket->bytesAvailable() > 0)

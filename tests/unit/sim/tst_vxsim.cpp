@@ -167,7 +167,7 @@ void TstVxsim::wrongUse_data()
 
     const QString all = "--tcp";
     QTest::newRow("nothing") << QStringList()
-                             << "vxsim: neither --tcp nor --pty: nobody could reach the device";
+                             << "vxsim: neither --tcp nor --pty nor --gateway: nobody could reach the device";
     QTest::newRow("unknown option") << QStringList({"--colour"}) << "vxsim: Unknown option 'colour'.";
     QTest::newRow("a word") << QStringList({"demo"}) << "vxsim: \"demo\" is no option";
     QTest::newRow("port") << QStringList({all, "70000"})
