@@ -4,20 +4,19 @@
 
 #include <QDialog>
 #include <memory>
+#include <optional>
 
 class ChangeGatewayDialog;
 class ExternIpAndPort;
 class GatewayDialogue;
 class MinMaxDialog;
 class QAbstractButton;
-class QLineEdit;
-class QMessageBox;
-class RateTable;
 class TimeSource;
 
 namespace gateway {
+struct Command;
 struct Status;
-}
+} // namespace gateway
 
 namespace Ui {
 class GatewayZRT;
@@ -108,22 +107,27 @@ protected:
 private:
     enum class LinkState { Closed, Connecting, Connected };
 
+    void useSmallLabels();
     void connectLink();
     void connectControls();
     void connectDialogs();
     void setLinkState(LinkState state);
+    void enableSettings(bool enabled);
     void requestConnection();
     void leaveConnection();
-    void enableSettings(bool enabled);
-    void showStatus(const gateway::Status &status);
-    void showRate(const QString &bitRate, const QString &channels);
-    void showDialogue(const QString &text, bool follow);
     void followAddress(const QString &address);
-    void askBefore(const QString &title, const QString &question, void (GatewayDialogue::*action)());
+    void showStatus(const gateway::Status &status);
+
+    /// Marks the rate in the table; one that it does not have, or whose cell is dead, leaves no mark.
+    void showRate(const QString &bitRate, const QString &channels);
+    void limitRates(const std::optional<double> &highestRate);
+
+    /// Sends the command if the operator says so.
+    void askBefore(const gateway::Command &command, const QString &name, const QString &title,
+                   const QString &question);
 
     std::unique_ptr<Ui::GatewayZRT> m_ui;
     GatewayDialogue *m_dialogue; // these are children
-    RateTable *m_table;
     MinMaxDialog *m_minMaxDialog;
     ExternIpAndPort *m_externalServerDialog;
     ChangeGatewayDialog *m_addressDialog;

@@ -1,0 +1,41 @@
+#include "gateway/confirmation.h"
+
+#include "base/gui/dialogs.h"
+
+#include <QPushButton>
+
+namespace {
+
+bool isOpen(const QString &name, const QWidget &parent)
+{
+    const auto boxes = parent.findChildren<QMessageBox *>(name); // one that was left may still be there
+    return std::any_of(boxes.begin(), boxes.end(), [](const QMessageBox *box) { return box->isVisible(); });
+}
+
+void setTextIfAny(QAbstractButton &button, const QString &text)
+{
+    if (!text.isEmpty())
+        button.setText(text);
+}
+
+} // namespace
+
+void confirm(const Confirmation &confirmation, QWidget &parent, const std::function<void()> &proceed)
+{
+    if (isOpen(confirmation.name, parent))
+        return;
+    auto *box = new QMessageBox(QMessageBox::Warning, confirmation.title, confirmation.question,
+                                QMessageBox::Yes | confirmation.refusal, &parent);
+    box->setWindowFlags(dialogFlags()); // a message box would add some of its own
+    box->setObjectName(confirmation.name);
+    box->setTextFormat(Qt::PlainText);
+    setTextIfAny(*box->button(QMessageBox::Yes), confirmation.proceedText);
+    setTextIfAny(*box->button(confirmation.refusal), confirmation.refusalText);
+    box->setDefaultButton(confirmation.refusal);
+    box->setEscapeButton(confirmation.refusal);
+    QObject::connect(box, &QDialog::finished, &parent, [box, proceed] {
+        if (box->clickedButton() == box->button(QMessageBox::Yes))
+            proceed();
+    });
+    showModalOnce(*box);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+/// The dialogue with the gateway as the operator sees it: its last lines, which cannot be changed. A reader
+/// who scrolled up or selected a text keeps what he sees while more is added.
+class DialogueView : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kLines = 2000; ///< older ones are dropped
+
+    explicit DialogueView(QWidget *parent = nullptr);
+
+    /// Adds a text at the end. The view goes to its end if it stood there, or if `follow` is set.
+    void add(const QString &text, bool follow);
+
+private:
+    bool isAtEnd() const;
+    void scrollToEnd();
+};
