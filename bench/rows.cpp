@@ -4,6 +4,7 @@
 #include "barerows.h"
 #include "base/gui/fonts.h"
 #include "benchapplication.h"
+#include "loopgap.h"
 #include "measuring.h"
 #include "protocol/communication.h"
 #include "simulatedchain.h"
@@ -75,21 +76,12 @@ void measureGap()
     QObject::connect(application.communication(), &Communication::stateInitialized, &loop, &QEventLoop::quit);
     loop.exec();
 
-    QElapsedTimer clock;
-    double longest = 0;
-    QTimer heartbeat;
-    heartbeat.setTimerType(Qt::PreciseTimer);
-    heartbeat.setInterval(1);
-    QObject::connect(&heartbeat, &QTimer::timeout, &heartbeat, [&] {
-        longest = std::max(longest, elapsedMs(clock));
-        clock.start();
-    });
     QTimer::singleShot(kPolling, &loop, &QEventLoop::quit);
-    clock.start();
-    heartbeat.start();
+    LoopGap gap;
+    gap.start();
     loop.exec();
     std::printf("longest gap in the event loop while %d modules are polled: %.1f ms (limit %.0f ms)\n",
-                static_cast<int>(application.analogModules().size()), longest, kGapLimitMs);
+                static_cast<int>(application.analogModules().size()), gap.longestMs(), kGapLimitMs);
 }
 
 } // namespace

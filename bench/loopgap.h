@@ -1,0 +1,28 @@
+#pragma once
+
+#include "measuring.h"
+
+#include <QTimer>
+
+/// The longest time for which the event loop did not turn, from start() on.
+class LoopGap
+{
+public:
+    void start()
+    {
+        m_heartbeat.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_heartbeat, &QTimer::timeout, &m_heartbeat, [this] {
+            m_longestMs = std::max(m_longestMs, elapsedMs(m_clock));
+            m_clock.start();
+        });
+        m_clock.start();
+        m_heartbeat.start(1);
+    }
+
+    double longestMs() const { return m_longestMs; }
+
+private:
+    QTimer m_heartbeat;
+    QElapsedTimer m_clock;
+    double m_longestMs = 0;
+};
