@@ -5,7 +5,7 @@
 ModuleSysSettings_Ctrllr::ModuleSysSettings_Ctrllr(const SystemSettings &settings, TimeSource &time,
                                                    QObject *parent)
     : QObject(parent)
-    , m_view(new ModuleSysSettings_View)
+    , m_view(new ModuleSysSettings_View(time))
     , m_bitRate(time,
                 [this] {
                     if (m_view)

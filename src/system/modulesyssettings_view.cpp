@@ -2,6 +2,8 @@
 
 #include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
+#include "gateway/gatewayzrt.h"
+#include "link/tcpsock.h"
 #include "modules/common/channelstyles.h"
 #include "modules/common/widgetstyle.h"
 #include "protocol/records/datagrams.h"
@@ -26,29 +28,45 @@ void showRate(QLineEdit &field, const QString &text)
 
 } // namespace
 
-ModuleSysSettings_View::ModuleSysSettings_View(QWidget *parent)
+ModuleSysSettings_View::ModuleSysSettings_View(TimeSource &time, QWidget *parent)
     : QFrame(parent)
     , m_ui(std::make_unique<Ui::ModuleSysSettings_View>())
     , m_ratesDialog(new VX_SamplingRates(this))
+    , m_gateway(new GatewayZRT(time, std::make_unique<TcpComm>(time, std::make_unique<TcpSock>(time)), this))
 {
     setFont(fonts::text());
     m_ui->setupUi(this);
     m_ui->label_Titel->setFont(fonts::title());
-    connectDialogs();
+    connectRates();
+    connectGateway();
     connect(m_ui->loadPreselBtn, &QPushButton::clicked, this, &ModuleSysSettings_View::setPreselExec);
     connect(m_ui->loadPreselBtn_off, &QPushButton::clicked, this, &ModuleSysSettings_View::clearPreselExec);
 }
 
 ModuleSysSettings_View::~ModuleSysSettings_View() = default;
 
-void ModuleSysSettings_View::connectDialogs()
+void ModuleSysSettings_View::connectRates()
 {
     connect(m_ui->bitrateConfigBtn, &QPushButton::clicked, this, &ModuleSysSettings_View::bitRateExec);
     connect(m_ratesDialog, &VX_SamplingRates::setSamplingRate, this, &ModuleSysSettings_View::samplingRates);
+    connect(m_ratesDialog, &VX_SamplingRates::setGatewaySampling, m_gateway,
+            &GatewayZRT::Slot_setBitRateSettings);
+    connect(m_gateway, &GatewayZRT::Signal_SetVXsamplingRate, m_ratesDialog,
+            &VX_SamplingRates::Slot_SetVXbitrateSettings);
     connect(this, &ModuleSysSettings_View::Signal_EnableSamplingRate, m_ratesDialog,
             &VX_SamplingRates::Slot_EnableAllBtns);
     connect(this, &ModuleSysSettings_View::Signal_DisableSamplingRate, m_ratesDialog,
             &VX_SamplingRates::Slot_disableAllBtns);
+}
+
+void ModuleSysSettings_View::connectGateway()
+{
+    // Opening the panel connects.
+    connect(m_ui->tvxGateway, &QPushButton::clicked, m_gateway, &GatewayZRT::connectToTcp);
+    connect(m_ui->tvxGateway, &QPushButton::clicked, this, &ModuleSysSettings_View::showGateway);
+    connect(m_gateway, &GatewayZRT::connectToGateway, this, &ModuleSysSettings_View::Signal_ZrtGateway);
+    connect(m_gateway, &GatewayZRT::Signal_debugMessage, this, &ModuleSysSettings_View::debugMessage);
+    connect(this, &ModuleSysSettings_View::Signal_loadGateway, m_gateway, &GatewayZRT::Slot_loadTcpAddr);
 }
 
 void ModuleSysSettings_View::setModulesNumber(int modules)
@@ -87,6 +105,11 @@ void ModuleSysSettings_View::setDataTransmission(const QString &text)
 void ModuleSysSettings_View::bitRateExec(bool)
 {
     showModal(*m_ratesDialog);
+}
+
+void ModuleSysSettings_View::showGateway()
+{
+    showModal(*m_gateway);
 }
 
 void ModuleSysSettings_View::setPreselExec()

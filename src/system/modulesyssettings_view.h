@@ -6,6 +6,8 @@
 #include <QVariant>
 #include <memory>
 
+class GatewayZRT;
+class TimeSource;
 class VX_SamplingRates;
 
 namespace Ui {
@@ -19,7 +21,8 @@ class ModuleSysSettings_View : public QFrame
     Q_OBJECT
 
 public:
-    explicit ModuleSysSettings_View(QWidget *parent = nullptr);
+    /// `time` must outlive the object.
+    explicit ModuleSysSettings_View(TimeSource &time, QWidget *parent = nullptr);
     ~ModuleSysSettings_View() override;
 
     void setModulesNumber(int modules);
@@ -34,6 +37,9 @@ public:
 public slots:
     /// Opens the table of data rates; does not block.
     void bitRateExec(bool checked);
+
+    /// Opens the panel of the gateway; does not block.
+    void showGateway();
     void setPreselExec();
     void clearPreselExec();
 
@@ -53,11 +59,13 @@ signals:
     void Signal_SendChannelT1Data(QVariant request);
 
 private:
-    void connectDialogs();
+    void connectRates();
+    void connectGateway();
     void switchShunts(GroupAction shown, quint8 action);
 
     std::unique_ptr<Ui::ModuleSysSettings_View> m_ui;
-    VX_SamplingRates *m_ratesDialog; // child of this panel
-    QString m_bitRateText;           // these two are kept as agreed; nothing reads them yet
+    VX_SamplingRates *m_ratesDialog; // these two are children of this panel
+    GatewayZRT *m_gateway;
+    QString m_bitRateText; // these two are kept as agreed; nothing reads them yet
     QString m_samplingRateText;
 };

@@ -4,6 +4,7 @@
 #include "support/virtualtime.h"
 #include "system/modulesyssettings_ctrllr.h"
 #include "system/modulesyssettings_view.h"
+#include "system/vx_samplingrates.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -43,6 +44,13 @@ public:
     T *child(const char *name) const
     {
         return childByName<T>(view(), name);
+    }
+
+    /// A part of the dialog of the data rates; the gateway's panel has a table of its own.
+    template <typename T>
+    T *ratePart(const char *name) const
+    {
+        return childByName<T>(child<VX_SamplingRates>("samplingRatesDialog"), name);
     }
 
     QString label(const char *name) const { return child<QLabel>(name)->text(); }

@@ -13,7 +13,7 @@ const QStringList kNothing;
 QStringList marked(const Panel &panel)
 {
     QStringList names;
-    const auto cells = panel.child<QWidget>("rateTable")->findChildren<QPushButton *>();
+    const auto cells = panel.ratePart<QWidget>("rateTable")->findChildren<QPushButton *>();
     for (const QPushButton *cell : cells) {
         if (cell->styleSheet() == QStringLiteral("border: 2px solid blue"))
             names.append(cell->objectName());
@@ -213,7 +213,7 @@ void TstModuleSysSettingsCtrllr::chosenRateIsPassedOnAlone()
     emit panel.controller->Signal_EnableSamplingRate();
     panel.controller->setBitRate(QStringLiteral("1250 8"));
     panel.view()->bitRateExec(false);
-    QTest::mouseClick(panel.child<QPushButton>("16,2500"), Qt::LeftButton);
+    QTest::mouseClick(panel.ratePart<QPushButton>("16,2500"), Qt::LeftButton);
     QCOMPARE(panel.take(), QStringList{"rates 2500 16"});
     // What the device runs at is shown when it reports it.
     QCOMPARE(panel.edit("lineEdit_BitRate"), QStringLiteral("1250 8"));
@@ -222,7 +222,7 @@ void TstModuleSysSettingsCtrllr::chosenRateIsPassedOnAlone()
 void TstModuleSysSettingsCtrllr::tableIsEnabledAndDisabled()
 {
     Panel panel;
-    const auto *cell = panel.child<QPushButton>("16,2500");
+    const auto *cell = panel.ratePart<QPushButton>("16,2500");
     QVERIFY(!cell->isEnabled());
     emit panel.controller->Signal_EnableSamplingRate();
     QVERIFY(cell->isEnabled());

@@ -1,6 +1,7 @@
 #include "base/gui/fonts.h"
 #include "support/childbyname.h"
 #include "support/dialoglook.h"
+#include "support/virtualtime.h"
 #include "system/modulesyssettings_view.h"
 #include "system/vx_samplingrates.h"
 
@@ -13,14 +14,26 @@
 
 namespace {
 
+/// The part of the panel itself: its dialogs have parts of the same names.
+template <typename T>
+T *part(const ModuleSysSettings_View &view, const char *name)
+{
+    return childByName<T>(childByName<QGroupBox>(&view, "groupBox"), name);
+}
+
 QFont fontOf(const ModuleSysSettings_View &view, const char *name)
 {
-    return childByName<QWidget>(&view, name)->font();
+    return part<QWidget>(view, name)->font();
 }
 
 QString text(const ModuleSysSettings_View &view, const char *name)
 {
-    return childByName<QLabel>(&view, name)->text();
+    return part<QLabel>(view, name)->text();
+}
+
+QPushButton *rateCell(const ModuleSysSettings_View &view)
+{
+    return childByName<QPushButton>(childByName<VX_SamplingRates>(&view, "samplingRatesDialog"), "16,2500");
 }
 
 } // namespace
@@ -45,10 +58,12 @@ private slots:
     void tableCanBeOpenedAgain();
     void tableIsDeadWhenOpenedBeforeASystemWasRead();
     void choiceInTheTableIsPassedOn();
-    void gatewayButtonWaitsForItsPanel();
     void switchesTellTheRowsBeforeTheDevice();
     void controlsHaveAccessibleNames();
     void tabOrderIsReadingOrder();
+
+private:
+    VirtualTime m_time;
 };
 
 void TstModuleSysSettingsView::captionsAndToolTips_data()
@@ -84,15 +99,15 @@ void TstModuleSysSettingsView::captionsAndToolTips_data()
 void TstModuleSysSettingsView::captionsAndToolTips()
 {
     QFETCH(QString, name);
-    const ModuleSysSettings_View panel;
-    const auto *widget = childByName<QWidget>(&panel, qPrintable(name));
+    const ModuleSysSettings_View panel(m_time);
+    const auto *widget = part<QWidget>(panel, qPrintable(name));
     QTEST(widget->property("text").toString(), "text");
     QTEST(widget->toolTip(), "toolTip");
 }
 
 void TstModuleSysSettingsView::panelHasItsGroup()
 {
-    const ModuleSysSettings_View view;
+    const ModuleSysSettings_View view(m_time);
     QVERIFY(childByName<QGroupBox>(&view, "groupBox"));
 }
 
@@ -112,7 +127,7 @@ void TstModuleSysSettingsView::fontsAreAsAgreed()
 {
     QFETCH(int, pixels);
     QFETCH(bool, bold);
-    const ModuleSysSettings_View view;
+    const ModuleSysSettings_View view(m_time);
     const QFont font = fontOf(view, QTest::currentDataTag());
     QCOMPARE(font.family(), QStringLiteral("Segoe UI"));
     QCOMPARE(font.pixelSize(), pixels);
@@ -121,7 +136,7 @@ void TstModuleSysSettingsView::fontsAreAsAgreed()
 
 void TstModuleSysSettingsView::valuesGoToTheirLabels()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.setModulesNumber(12);
     view.setChannelsNumber(24);
     view.setPoweringMode(QStringLiteral("one"));
@@ -142,7 +157,7 @@ void TstModuleSysSettingsView::ratesCannotBeTyped_data()
 void TstModuleSysSettingsView::ratesCannotBeTyped()
 {
     QFETCH(QString, name);
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.setBitRate(QStringLiteral("2500 (16ch)"));
     view.setSamplingRate(QStringLiteral("3000"));
     view.show();
@@ -158,7 +173,7 @@ void TstModuleSysSettingsView::ratesCannotBeTyped()
 
 void TstModuleSysSettingsView::ratesAreShownInBlack()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.setBitRate(QString());
     QCOMPARE(childByName<QLineEdit>(&view, "lineEdit_BitRate")->styleSheet(), QStringLiteral("color:black"));
     view.setSamplingRate(QString());
@@ -168,10 +183,10 @@ void TstModuleSysSettingsView::ratesAreShownInBlack()
 
 void TstModuleSysSettingsView::tableIsMarkedBeforeTheFieldChanges()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     emit view.Signal_EnableSamplingRate();
     view.setBitRate(QStringLiteral("1250 8"));
-    const auto *cell = childByName<QPushButton>(&view, "16,2500");
+    const auto *cell = rateCell(view);
     QStringList styles;
     connect(childByName<QLineEdit>(&view, "lineEdit_BitRate"), &QLineEdit::textChanged, this,
             [&] { styles << cell->styleSheet(); });
@@ -181,7 +196,7 @@ void TstModuleSysSettingsView::tableIsMarkedBeforeTheFieldChanges()
 
 void TstModuleSysSettingsView::buttonOpensTheTableModally()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.show();
     auto *dialog = childByName<VX_SamplingRates>(&view, "samplingRatesDialog");
     QVERIFY(!dialog->isVisible());
@@ -192,7 +207,7 @@ void TstModuleSysSettingsView::buttonOpensTheTableModally()
 
 void TstModuleSysSettingsView::tableCanBeOpenedAgain()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.show();
     emit view.Signal_EnableSamplingRate();
     view.setBitRate(QStringLiteral("2500 16"));
@@ -210,38 +225,32 @@ void TstModuleSysSettingsView::tableCanBeOpenedAgain()
 
 void TstModuleSysSettingsView::tableIsDeadWhenOpenedBeforeASystemWasRead()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.show();
     QTest::mouseClick(childByName<QPushButton>(&view, "bitrateConfigBtn"), Qt::LeftButton);
     QSignalSpy rates(&view, &ModuleSysSettings_View::samplingRates);
-    QTest::mouseClick(childByName<QPushButton>(&view, "16,2500"), Qt::LeftButton);
+    QTest::mouseClick(rateCell(view), Qt::LeftButton);
     QCOMPARE(rates.count(), 0);
 }
 
 void TstModuleSysSettingsView::choiceInTheTableIsPassedOn()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.show();
     emit view.Signal_EnableSamplingRate();
     QSignalSpy rates(&view, &ModuleSysSettings_View::samplingRates);
     QTest::mouseClick(childByName<QPushButton>(&view, "bitrateConfigBtn"), Qt::LeftButton);
-    QTest::mouseClick(childByName<QPushButton>(&view, "16,2500"), Qt::LeftButton);
+    QTest::mouseClick(rateCell(view), Qt::LeftButton);
     QCOMPARE(rates.count(), 1);
     QCOMPARE(rates.at(0), (QVariantList{"2500", "16"})); // bit rate first
     emit view.Signal_DisableSamplingRate();
-    QTest::mouseClick(childByName<QPushButton>(&view, "16,2500"), Qt::LeftButton);
+    QTest::mouseClick(rateCell(view), Qt::LeftButton);
     QCOMPARE(rates.count(), 1);
-}
-
-void TstModuleSysSettingsView::gatewayButtonWaitsForItsPanel()
-{
-    const ModuleSysSettings_View view;
-    QVERIFY(!childByName<QPushButton>(&view, "tvxGateway")->isEnabled());
 }
 
 void TstModuleSysSettingsView::switchesTellTheRowsBeforeTheDevice()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     QStringList events;
     connect(&view, &ModuleSysSettings_View::Signal_ldPresel, this,
             [&](const GroupCommand &group) { events.append(QStringLiteral("group %1").arg(group.command)); });
@@ -254,7 +263,7 @@ void TstModuleSysSettingsView::switchesTellTheRowsBeforeTheDevice()
 
 void TstModuleSysSettingsView::controlsHaveAccessibleNames()
 {
-    const ModuleSysSettings_View view;
+    const ModuleSysSettings_View view(m_time);
     QMap<QString, QString> names;
     const auto widgets = childByName<QWidget>(&view, "groupBox")->findChildren<QWidget *>();
     for (const QWidget *widget : widgets) {
@@ -273,10 +282,9 @@ void TstModuleSysSettingsView::controlsHaveAccessibleNames()
 
 void TstModuleSysSettingsView::tabOrderIsReadingOrder()
 {
-    ModuleSysSettings_View view;
+    ModuleSysSettings_View view(m_time);
     view.show();
     QVERIFY(QTest::qWaitForWindowActive(&view));
-    childByName<QPushButton>(&view, "tvxGateway")->setEnabled(true);
     childByName<QPushButton>(&view, "bitrateConfigBtn")->setFocus();
     QCOMPARE(dialoglook::tabOrder(view),
              (QStringList{"bitrateConfigBtn", "lineEdit_SamplingRate", "lineEdit_BitRate", "tvxGateway",

@@ -2,6 +2,7 @@
 #include "modules/common/elidedlabel.h"
 #include "support/childbyname.h"
 #include "support/dialoglook.h"
+#include "support/virtualtime.h"
 #include "system/modulesyssettings_view.h"
 #include "system/vx_samplingrates.h"
 
@@ -56,7 +57,8 @@ struct ShownPanel
         return child<QWidget>("groupBox")->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
     }
 
-    ModuleSysSettings_View panel;
+    VirtualTime time;
+    ModuleSysSettings_View panel{time};
 };
 
 } // namespace
