@@ -34,8 +34,10 @@ GatewayServer::GatewayServer(TimeSource &time, const GatewayState &description, 
 GatewayServer::~GatewayServer()
 {
     // What the connections tell while they are deleted has nobody to go to any more.
-    for (GatewaySession *session : qAsConst(m_sessions))
+    for (GatewaySession *session : qAsConst(m_sessions)) {
         session->connection().disconnect(this);
+        session->disconnect(this);
+    }
 }
 
 Milliseconds GatewayServer::elapsed() const
@@ -86,6 +88,7 @@ void GatewayServer::takeConnection(Connection *connection)
             [this, session](const QByteArray &line) { takeLine(session, line); });
     connect(session, &GatewaySession::lineRefused, this,
             [this, session] { note(session, QStringLiteral("-> refused, the line is too long")); });
+    connect(session, &QObject::destroyed, this, [this, session] { m_sessions.removeOne(session); });
     connect(connection, &Connection::closed, this, [this, session] {
         if (m_sessions.removeOne(session))
             note(session, QStringLiteral("disconnected"));

@@ -40,6 +40,21 @@ public:
     }
 };
 
+/// Sends a text to the gateway behind its greeting, and waits until a line is there; it stays to be read.
+QByteArray talk(QTcpSocket *socket, int port, const QByteArray &text)
+{
+    socket->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    const auto wait = [socket](const char *end) {
+        while (!socket->peek(9999).endsWith(end) && socket->waitForReadyRead())
+            ;
+    };
+    wait("]---- ");
+    socket->readAll();
+    socket->write(text);
+    wait("\r\n");
+    return socket->peek(9999);
+}
+
 } // namespace
 
 class TstVxsim : public QObject
@@ -60,6 +75,10 @@ private slots:
     void logThatCannotBeOpened();
     void takenPort();
     void linksAreToldWhenAllAreReady();
+    void gatewayIsPrintedLastAndAnswers();
+    void gatewayAloneHasNoChain();
+    void gatewayOfTheChainFile();
+    void gatewayFaultFileAndRule();
     void helpNamesTheOptions();
     void paceHoldsOnTheMachinesClock();
 };
@@ -172,6 +191,11 @@ void TstVxsim::wrongUse_data()
     QTest::newRow("a word") << QStringList({"demo"}) << "vxsim: \"demo\" is no option";
     QTest::newRow("port") << QStringList({all, "70000"})
                           << "vxsim: --tcp: \"70000\" is no number from 0 to 65535";
+    QTest::newRow("gateway port") << QStringList({"--gateway", "x"})
+                                  << "vxsim: --gateway: \"x\" is no number from 0 to 65535";
+    QTest::newRow("gateway rule")
+        << QStringList({"--gateway", "0", "--gateway-rule", "hot"})
+        << "vxsim: --gateway-rule \"hot\": line 1: there is no fault \"hot\" of a gateway";
     QTest::newRow("port, broken") << QStringList({all, "1.5"})
                                   << "vxsim: --tcp: \"1.5\" is no number from 0 to 65535";
     QTest::newRow("pace") << QStringList({all, "0", "--pace", "fast"})
@@ -238,14 +262,67 @@ void TstVxsim::linksAreToldWhenAllAreReady()
     QVERIFY(!failing.readAllStandardOutput().contains("listening"));
 }
 
+void TstVxsim::gatewayIsPrintedLastAndAnswers()
+{
+    QTemporaryDir folder;
+    Process process({"--tcp", "0", "--pty", folder.filePath("COM40"), "--gateway", "0", "--log", "-"});
+    const int port = process.lineAfter("listening on 127.0.0.1:").toInt();
+    QVERIFY(!process.lineAfter("terminal at ").isEmpty());
+    const int gateway = process.lineAfter("gateway at 127.0.0.1:").toInt();
+    QVERIFY(port > 0 && gateway > 0 && gateway != port);
+    QTcpSocket socket;
+    QVERIFY2(talk(&socket, gateway, "#?\r").endsWith(";ZRT-1;;\r\n"), socket.peek(999));
+    // The chain of a missing description runs at 2500 kBit/s with 16 channels, and so does the gateway.
+    QCOMPARE(socket.readAll().split(';').value(32), QByteArray("1"));
+    QVERIFY(process.lineAfter("").endsWith(" gateway:1 -- connected"));
+    QTcpSocket chain;
+    chain.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    chain.write(kFastRequest);
+    QTRY_COMPARE(chain.bytesAvailable(), kFrameSize);
+}
+
+void TstVxsim::gatewayAloneHasNoChain()
+{
+    Process process({"--gateway", "0"});
+    QTcpSocket socket;
+    talk(&socket, process.lineAfter("gateway at 127.0.0.1:").toInt(), "#?\r");
+    QCOMPARE(socket.readAll().split(';').value(32), QByteArray("X"));
+}
+
+void TstVxsim::gatewayOfTheChainFile()
+{
+    Process process({"--tcp", "0", "--gateway", "0", "--chain", SIM_CHAINS "/demo.chain"});
+    QTcpSocket socket;
+    talk(&socket, process.lineAfter("gateway at 127.0.0.1:").toInt(), "#?\r");
+    const QList<QByteArray> fields = socket.readAll().split(';');
+    QCOMPARE(fields.value(17), QByteArray("4711"));
+    QCOMPARE(fields.value(32), QByteArray("1"));
+}
+
+void TstVxsim::gatewayFaultFileAndRule()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("bad.fault"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("odd field=2 value=old\n");
+    file.close();
+    Process process(
+        {"--gateway", "0", "--gateway-fault", file.fileName(), "--gateway-rule", "odd field=17 value=99"});
+    QTcpSocket socket;
+    talk(&socket, process.lineAfter("gateway at 127.0.0.1:").toInt(), "#?\r");
+    const QList<QByteArray> fields = socket.readAll().split(';');
+    QCOMPARE(fields.value(2), QByteArray("old"));
+    QCOMPARE(fields.value(17), QByteArray("99"));
+}
+
 void TstVxsim::helpNamesTheOptions()
 {
     Process process({"--help"});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 0);
     const QString help = QString::fromUtf8(process.readAllStandardOutput());
-    for (const char *option :
-         {"--chain", "--tcp", "--pty", "--fault", "--fault-rule", "--pace", "--log", "--seed", "--run-for"})
+    for (const char *option : {"--chain", "--tcp", "--pty", "--gateway <port>", "--fault", "--fault-rule",
+                               "--gateway-fault", "--gateway-rule", "--pace", "--log", "--seed", "--run-for"})
         QVERIFY2(help.contains(QLatin1String(option)), option);
 }
 

@@ -1,0 +1,256 @@
+#include "sim/gatewayserver.h"
+
+#include "base/timesource.h"
+
+#include <QtTest>
+
+#include <QTcpServer>
+#include <QTcpSocket>
+
+using namespace std::chrono_literals;
+using sim::Gateway;
+using sim::GatewayServer;
+using sim::GatewayState;
+
+namespace {
+
+/// A client over the loopback interface.
+class Client : public QTcpSocket
+{
+public:
+    explicit Client(quint16 port, const char *address = "127.0.0.1")
+    {
+        connectToHost(QString::fromLatin1(address), port);
+    }
+};
+
+/// Times long enough to be seen and short enough to be waited for.
+GatewayState quickState()
+{
+    GatewayState state;
+    state.restartTime = 30ms;
+    state.rebootTime = 60ms;
+    return state;
+}
+
+} // namespace
+
+/// The gateway on real sockets.
+class TstSimGatewayLink : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_server.reset(); }
+
+    void clientIsGreetedAndAnswered();
+    void severalClients();
+    void clientMayGoAndComeBack();
+    void takenPortIsReported();
+    void foreignAddressIsReported();
+    void goesToTheNewAddressWithItsPort();
+    void newAddressMayTakeAWhile();
+    void foreignNewAddressLeavesNobodyThere();
+    void newAddressWhosePortIsTakenIsTriedAgain();
+    void isBackAfterARestart_data();
+    void isBackAfterARestart();
+    void closeRuleCanKeepClientsAway();
+    void clientThatReadsNothingDoesNotHoldItUp();
+    void goesWithItsClients();
+
+private:
+    bool refuses(const char *address) const
+    {
+        QTcpSocket socket;
+        socket.connectToHost(QString::fromLatin1(address), m_server->port());
+        return !socket.waitForConnected() && socket.error() == QAbstractSocket::ConnectionRefusedError;
+    }
+
+    SystemTime m_time;
+    std::unique_ptr<GatewayServer> m_server;
+};
+
+void TstSimGatewayLink::init()
+{
+    m_server = std::make_unique<GatewayServer>(m_time, quickState());
+    QString error;
+    QVERIFY2(m_server->listen(0, &error), qPrintable(error));
+    QVERIFY(m_server->port() > 0);
+}
+
+void TstSimGatewayLink::clientIsGreetedAndAnswered()
+{
+    Client client(m_server->port());
+    QTRY_COMPARE(client.peek(99), Gateway::prompt());
+    client.readAll();
+    client.write("#010_L\r#?\r");
+    QTRY_VERIFY(client.peek(999).endsWith(";ZRT-1;;\r\n"));
+    QVERIFY(client.readAll().startsWith("#S;;2.3.1;2;;0;2500;16;UDP-B;L;16;"));
+}
+
+void TstSimGatewayLink::severalClients()
+{
+    Client first(m_server->port());
+    Client second(m_server->port());
+    QTRY_COMPARE(m_server->connectionCount(), 2);
+    QTRY_VERIFY(first.bytesAvailable() > 0 && second.bytesAvailable() > 0);
+    second.readAll();
+    first.write("#009_TCP-C\r");
+    QTRY_COMPARE(m_server->lineCount("#009_TCP-C"), 1);
+    second.write("#?\r");
+    QTRY_VERIFY(second.peek(999).contains(";TCP-C;"));
+}
+
+void TstSimGatewayLink::clientMayGoAndComeBack()
+{
+    {
+        Client client(m_server->port());
+        QTRY_COMPARE(m_server->connectionCount(), 1);
+    }
+    QTRY_COMPARE(m_server->connectionCount(), 0);
+    Client again(m_server->port());
+    QTRY_COMPARE(again.peek(99), Gateway::prompt());
+}
+
+void TstSimGatewayLink::takenPortIsReported()
+{
+    GatewayServer second(m_time);
+    QString error;
+    QVERIFY(!second.listen(m_server->port(), &error));
+    QVERIFY2(error.startsWith(QString("TCP port %1: ").arg(m_server->port())), qPrintable(error));
+    QCOMPARE(int(second.port()), 0);
+}
+
+void TstSimGatewayLink::foreignAddressIsReported()
+{
+    GatewayState state;
+    state.address = "0.0.0.0";
+    GatewayServer server(m_time, state);
+    QString error;
+    QVERIFY(!server.listen(0, &error));
+    QCOMPARE(error, QString("0.0.0.0 is no address of the loopback interface"));
+}
+
+void TstSimGatewayLink::goesToTheNewAddressWithItsPort()
+{
+    Client client(m_server->port());
+    QTRY_COMPARE(m_server->connectionCount(), 1);
+    client.write("gateway.addr=127.0.0.2\r");
+    QTRY_VERIFY(client.peek(999).contains("[NEW IP ADDRESS 127.0.0.2]\r\n"));
+    Client follower(m_server->port(), "127.0.0.2");
+    QTRY_COMPARE(follower.peek(99), Gateway::prompt());
+    QVERIFY(refuses("127.0.0.1"));
+    QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
+    QCOMPARE(follower.state(), QAbstractSocket::ConnectedState);
+    QCOMPARE(m_server->connectionCount(), 1);
+}
+
+void TstSimGatewayLink::newAddressMayTakeAWhile()
+{
+    m_server->state().moveTime = 50ms;
+    Client client(m_server->port());
+    QTRY_COMPARE(m_server->connectionCount(), 1);
+    client.write("gateway.addr=127.0.0.2\r");
+    QTRY_VERIFY(!m_server->isListening());
+    QVERIFY(refuses("127.0.0.2"));
+    QTRY_VERIFY(m_server->isListening());
+    Client follower(m_server->port(), "127.0.0.2");
+    QTRY_COMPARE(follower.peek(99), Gateway::prompt());
+}
+
+void TstSimGatewayLink::foreignNewAddressLeavesNobodyThere()
+{
+    QStringList lines;
+    m_server->log().setSink([&lines](const QString &line) { lines.append(line); });
+    Client client(m_server->port());
+    QTRY_COMPARE(m_server->connectionCount(), 1);
+    client.write("gateway.addr=192.0.2.1\r");
+    QTRY_VERIFY(client.peek(999).contains("[NEW IP ADDRESS 192.0.2.1]\r\n"));
+    QVERIFY(!m_server->isListening());
+    QVERIFY(refuses("127.0.0.1"));
+    QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
+    QCOMPARE(lines.filter("nobody can connect: 192.0.2.1 is no address of the loopback interface").size(), 1);
+    QVERIFY(!m_server->isListening());
+}
+
+void TstSimGatewayLink::newAddressWhosePortIsTakenIsTriedAgain()
+{
+    QTcpServer owner;
+    QVERIFY(owner.listen(QHostAddress(QStringLiteral("127.0.0.2")), m_server->port()));
+    Client client(m_server->port());
+    QTRY_COMPARE(m_server->connectionCount(), 1);
+    client.write("gateway.addr=127.0.0.2\r");
+    QTRY_VERIFY(client.peek(999).contains("[NEW IP ADDRESS"));
+    QVERIFY(!m_server->isListening());
+    owner.close();
+    QTRY_VERIFY(m_server->isListening());
+    Client follower(m_server->port(), "127.0.0.2");
+    QTRY_COMPARE(follower.peek(99), Gateway::prompt());
+}
+
+void TstSimGatewayLink::isBackAfterARestart_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("restart") << QByteArray("restart\r");
+    QTest::newRow("reboot") << QByteArray("reboot\r");
+}
+
+void TstSimGatewayLink::isBackAfterARestart()
+{
+    QFETCH(QByteArray, line);
+    Client client(m_server->port());
+    Client other(m_server->port());
+    QTRY_COMPARE(m_server->connectionCount(), 2);
+    client.write("#009_TCP-S\r" + line);
+    QTRY_VERIFY(!m_server->isListening());
+    QVERIFY(refuses("127.0.0.1"));
+    QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
+    QTRY_COMPARE(other.state(), QAbstractSocket::UnconnectedState);
+    QTRY_VERIFY(m_server->isListening());
+    Client again(m_server->port());
+    QTRY_COMPARE(again.peek(99), Gateway::prompt());
+    QCOMPARE(m_server->state().mode, QString("TCP-S"));
+}
+
+void TstSimGatewayLink::closeRuleCanKeepClientsAway()
+{
+    QString error;
+    QVERIFY(m_server->faults().parse("close line=\"#?\" nth=1 ms=40", &error));
+    Client client(m_server->port());
+    client.write("#?\r");
+    QTRY_VERIFY(!m_server->isListening());
+    QVERIFY(refuses("127.0.0.1"));
+    QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
+    QTRY_VERIFY(m_server->isListening());
+    Client again(m_server->port());
+    again.write("#?\r");
+    QTRY_VERIFY(again.peek(999).contains("#S;"));
+}
+
+void TstSimGatewayLink::clientThatReadsNothingDoesNotHoldItUp()
+{
+    QString error;
+    QVERIFY(m_server->faults().parse("flood bytes=1000000", &error));
+    QTcpSocket lazy;
+    lazy.setReadBufferSize(1);
+    lazy.connectToHost(QHostAddress::LocalHost, m_server->port());
+    QTRY_COMPARE(m_server->connectionCount(), 1);
+    for (int i = 0; i < 32; ++i)
+        lazy.write("#?\r");
+    QTRY_COMPARE(m_server->lineCount("#?"), 32);
+    m_server->faults().clear();
+    Client client(m_server->port());
+    QTRY_COMPARE(client.peek(99), Gateway::prompt());
+}
+
+void TstSimGatewayLink::goesWithItsClients()
+{
+    Client client(m_server->port());
+    QTRY_COMPARE(client.peek(99), Gateway::prompt());
+    m_server.reset();
+    QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
+}
+
+QTEST_GUILESS_MAIN(TstSimGatewayLink)
+#include "tst_simgatewaylink.moc"
