@@ -56,7 +56,10 @@ QFont small()
 
 QFont console()
 {
-    QFont font(QStringLiteral("Lucida Console"));
+    const QString console = QStringLiteral("Lucida Console");
+    QFont font(console);
+    font.setFamilies(
+        {console}); // or a widget's window would add its own family, which comes before a fixed one
     font.setPixelSize(kSmallPixels);
     font.setStyleHint(QFont::TypeWriter);
     return font;

@@ -1,5 +1,6 @@
 #include "base/gui/fonts.h"
 
+#include <QWidget>
 #include <QtTest>
 
 class TstFonts : public QObject
@@ -14,6 +15,7 @@ private slots:
     void placeholderIsLargeBoldAndItalic();
     void smallIs11Pixels();
     void consoleHasCharactersOfOneWidth();
+    void consoleHasCharactersOfOneWidthInAnyWindow();
     void substitutionsComeInTheirOrder();
 };
 
@@ -71,6 +73,17 @@ void TstFonts::consoleHasCharactersOfOneWidth()
     const QFont font = fonts::console();
     QCOMPARE(font.family(), QStringLiteral("Lucida Console"));
     const QFontMetrics metrics(font);
+    QCOMPARE(metrics.horizontalAdvance(QStringLiteral("iiii")),
+             metrics.horizontalAdvance(QStringLiteral("WWWW")));
+}
+
+void TstFonts::consoleHasCharactersOfOneWidthInAnyWindow()
+{
+    QWidget window;
+    window.setFont(fonts::text());
+    QWidget console(&window);
+    console.setFont(fonts::console());
+    const QFontMetrics metrics(console.font());
     QCOMPARE(metrics.horizontalAdvance(QStringLiteral("iiii")),
              metrics.horizontalAdvance(QStringLiteral("WWWW")));
 }
