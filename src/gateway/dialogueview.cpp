@@ -26,23 +26,38 @@ DialogueView::DialogueView(QWidget *parent)
     setTabChangesFocus(true);
     setUndoRedoEnabled(false);
     setMaximumBlockCount(kLines);
-    // A selection that reaches to the end is not to grow by what is added.
-    QTextCursor reader = textCursor();
-    reader.setKeepPositionOnInsert(true);
-    setTextCursor(reader);
 }
 
 void DialogueView::add(const QString &text, bool follow)
 {
     const bool toEnd = follow || isAtEnd();
     const QTextCursor firstSeen = cursorForPosition(QPoint(0, 0)); // stays with its text
-    QTextCursor end(document());
-    end.movePosition(QTextCursor::End);
-    end.insertText(text);
+    insertAtEnd(text);
     if (toEnd)
         scrollToEnd();
     else
         verticalScrollBar()->setValue(lineOf(firstSeen));
+}
+
+void DialogueView::insertAtEnd(const QString &text)
+{
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    QTextCursor oldEnd = end;
+    oldEnd.setKeepPositionOnInsert(true);
+    QTextCursor reader = textCursor();
+    const bool isAnchorAtEnd = reader.anchor() == end.position();
+    const bool isReaderAtEnd = reader.position() == end.position();
+    const bool growsSelection = reader.hasSelection() && (isAnchorAtEnd || isReaderAtEnd);
+    end.insertText(text);
+    if (!growsSelection)
+        return;
+    // The end of the selection went along with the end of the text.
+    const int anchor = isAnchorAtEnd ? oldEnd.position() : textCursor().anchor();
+    const int position = isReaderAtEnd ? oldEnd.position() : textCursor().position();
+    reader.setPosition(anchor);
+    reader.setPosition(position, QTextCursor::KeepAnchor);
+    setTextCursor(reader);
 }
 
 bool DialogueView::isAtEnd() const

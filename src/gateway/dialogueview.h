@@ -17,6 +17,7 @@ public:
     void add(const QString &text, bool follow);
 
 private:
+    void insertAtEnd(const QString &text);
     bool isAtEnd() const;
     void scrollToEnd();
 };
