@@ -69,6 +69,8 @@ void wireCommands(const ApplicationParts &p)
                      &Communication::Slot_StartFPGAprocess);
     QObject::connect(p.view, &Framework_View::Signal_FirmwrFilePath, p.appConfig,
                      &AppConfigurationManager::Slot_SaveFirmWrFilePath);
+    QObject::connect(p.appConfig, &AppConfigurationManager::gateWayInfo, p.sysSettings,
+                     &ModuleSysSettings_Ctrllr::Signal_LoadGateway);
 }
 
 void wireStatus(const ApplicationParts &p)

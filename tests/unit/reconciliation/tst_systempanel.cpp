@@ -1,5 +1,6 @@
 #include "app/dynamicmodulesframe_view.h"
 #include "controller/modulecontroller_ctrllr.h"
+#include "gateway/gatewayzrt.h"
 #include "modules/analogmodule_ctrllr.h"
 #include "modules/moduledevice_view.h"
 #include "protocol/communication.h"
@@ -11,6 +12,7 @@
 #include "support/devicereplies.h"
 #include "system/modulesyssettings_ctrllr.h"
 #include "system/modulesyssettings_view.h"
+#include "system/vx_samplingrates.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -61,6 +63,7 @@ private slots:
     void switchesReachTheDeviceWithOneRequest();
     void switchesReachRowsWithShuntsOnly();
     void gatewayAddressInUseIsSaved();
+    void savedGatewayAddressIsLoaded();
     void debugTextsReachTheFunnel();
     void responseDelayIsShown();
     void powerSettingGoesOutAndIsReadBack();
@@ -81,7 +84,11 @@ private:
     {
         return label("label_ModulesNumber") + QLatin1Char('|') + label("label_ChannelsNumber");
     }
-    QPushButton *cell(const char *name) const { return m_fixture->child<QPushButton>(name); }
+    /// Of the table that the system panel opens; the gateway's has cells of the same names.
+    QPushButton *cell(const char *name) const
+    {
+        return childByName<QPushButton>(m_fixture->child<VX_SamplingRates>("samplingRatesDialog"), name);
+    }
     Communication *session() const { return m_fixture->app->communication(); }
     ModuleSysSettings_Ctrllr *panel() const { return m_fixture->app->sysSettings(); }
     void report(const System_Status &status)
@@ -265,6 +272,19 @@ void TstSystemPanel::gatewayAddressInUseIsSaved()
 {
     emit panel()->GetView()->Signal_ZrtGateway(QStringLiteral("10.1.2.3"), QStringLiteral("4567"));
     QVERIFY(m_fixture->readSettings().contains("ZrtGateway=10.1.2.3:4567"));
+}
+
+void TstSystemPanel::savedGatewayAddressIsLoaded()
+{
+    AppFixture fixture;
+    fixture.writeSettings("ZrtGateway=10.1.2.3:4567\r\nPORT1=COM5:115200,E,8,1\r\n");
+    fixture.start();
+    const auto *gateway = childByName<GatewayZRT>(fixture.window(), "gateway");
+    const auto text = [gateway](const QString &name) { // a dialog of the panel has a field of this name too
+        return gateway->findChild<QLineEdit *>(name, Qt::FindDirectChildrenOnly)->text();
+    };
+    QCOMPARE(text(QStringLiteral("ipAddrBox")), QStringLiteral("10.1.2.3"));
+    QCOMPARE(text(QStringLiteral("portNo")), QStringLiteral("4567"));
 }
 
 void TstSystemPanel::debugTextsReachTheFunnel()
