@@ -1,31 +1,13 @@
-#include "link/tcpcomm.h"
-#include "support/fakelinks.h"
-#include "support/messagecatcher.h"
-#include "support/virtualtime.h"
+#include "tcpcommtest.h"
 
-#include <QSignalSpy>
 #include <QtTest>
-#include <memory>
 
-namespace {
-
-const QString kEntered = QStringLiteral("Entered the restart timer");
-const QString kStarting = QStringLiteral("******************Starting retry timer");
-const QString kRunning = QStringLiteral("***********Timer still running");
-const QString kConnected = QStringLiteral("******************Connected");
-constexpr int kLong = 60000; ///< twelve periods
-
-} // namespace
-
-/// When the gateway's link connects by itself, with a scripted socket and time that stands still.
-class TstTcpComm : public QObject
+/// When the gateway's link connects by itself, and which bytes go through it.
+class TstTcpComm : public TcpCommTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void connectsToTheAddressGiven();
     void aFailedAttemptIsTold();
     void theFirstFailedAttemptIsNotRepeated();
@@ -40,6 +22,7 @@ private slots:
     void aDropAfterLeavingStartsNothing();
     void afterLeavingTheFirstFailedAttemptIsNotRepeated();
     void afterLeavingANewConnectionIsKeptAgain();
+    void aRetryByHandIsKept();
     void aChangedAddressThatIsNotThereYetIsRetried();
     void aFailedAttemptLeavesTheRunningPeriod();
     void aSuccessfulAttemptStopsTheRetries();
@@ -50,80 +33,7 @@ private slots:
     void bytesAreNotPassedOnAfterADrop();
     void bytesToWriteGoOutAsTheyAre();
     void bytesToWriteAreDroppedWithoutAConnection();
-    void aReceiverMayWriteOnceConnected();
-    void aReceiverMayLeaveOnceConnected();
-    void aReceiverMayLeaveOnceARetryConnected();
-    void aReceiverMayLeaveOnADrop();
-    void aReceiverMayLeaveOnAFailedRetry();
-    void aReceiverMayLeaveOnTheFirstFailedAttempt();
-    void aReceiverMayConnectAgainOnADrop();
-    void aReceiverMayFailToConnectAgainOnADrop();
-    void aReceiverMayLeaveOnBytes();
-    void destructionTellsNobody();
-    void destructionEndsTheRetries();
-
-private:
-    void makeLink(std::chrono::milliseconds period = TcpComm::kRetryPeriod);
-    void connectTo(const char *address = "192.168.0.234", const char *port = "9999");
-    void receive(QByteArray bytes) { emit m_sock->messagePacket(bytes); }
-    int attempts() const { return m_sock->calls.count(QStringLiteral("connect")); }
-    int connects() const { return m_connects->count(); }
-    int disconnects() const { return m_disconnects->count(); }
-
-    /// Calls the function at the next emission of the signal, and at no other.
-    template <typename Signal, typename Function>
-    void atNext(Signal signal, Function function);
-
-    std::unique_ptr<VirtualTime> m_time;
-    std::unique_ptr<MessageCatcher> m_log;
-    FakeTcpSock *m_sock = nullptr; ///< of the link
-    std::unique_ptr<TcpComm> m_link;
-    std::unique_ptr<QSignalSpy> m_connects;
-    std::unique_ptr<QSignalSpy> m_disconnects;
-    QByteArrayList m_bytes; ///< what messagePacket carried
 };
-
-void TstTcpComm::init()
-{
-    m_time = std::make_unique<VirtualTime>();
-    m_log = std::make_unique<MessageCatcher>();
-    makeLink();
-}
-
-void TstTcpComm::cleanup()
-{
-    m_connects.reset();
-    m_disconnects.reset();
-    m_link.reset();
-    m_log.reset();
-    m_time.reset();
-}
-
-void TstTcpComm::makeLink(std::chrono::milliseconds period)
-{
-    auto socket = std::make_unique<FakeTcpSock>(*m_time);
-    m_sock = socket.get();
-    m_link = std::make_unique<TcpComm>(*m_time, std::move(socket), nullptr, period);
-    m_connects = std::make_unique<QSignalSpy>(m_link.get(), &TcpComm::TcpConnected);
-    m_disconnects = std::make_unique<QSignalSpy>(m_link.get(), &TcpComm::TcpDisconnectd);
-    m_bytes.clear();
-    connect(m_link.get(), &TcpComm::messagePacket, this, [this](QByteArray &bytes) { m_bytes << bytes; });
-}
-
-void TstTcpComm::connectTo(const char *address, const char *port)
-{
-    m_link->Slot_connectToGateway(QString::fromLatin1(address), QString::fromLatin1(port));
-}
-
-template <typename Signal, typename Function>
-void TstTcpComm::atNext(Signal signal, Function function)
-{
-    auto connection = std::make_shared<QMetaObject::Connection>();
-    *connection = connect(m_link.get(), signal, this, [connection, function] {
-        QObject::disconnect(*connection);
-        function();
-    });
-}
 
 void TstTcpComm::connectsToTheAddressGiven()
 {
@@ -305,6 +215,17 @@ void TstTcpComm::afterLeavingANewConnectionIsKeptAgain()
     QCOMPARE(connects(), 3);
 }
 
+void TstTcpComm::aRetryByHandIsKept()
+{
+    connectTo();
+    m_link->Slot_disconnectSocket();
+    m_link->Slot_RetryTcpConnection();
+    QCOMPARE(connects(), 2);
+    m_sock->drop();
+    m_time->advance(5000);
+    QCOMPARE(connects(), 3);
+}
+
 void TstTcpComm::aChangedAddressThatIsNotThereYetIsRetried()
 {
     connectTo();
@@ -418,130 +339,6 @@ void TstTcpComm::bytesToWriteAreDroppedWithoutAConnection()
     connectTo();
     QCOMPARE(m_sock->frames, QByteArrayList());
     QCOMPARE(m_log->lines(), (QStringList{kEntered, kStarting}));
-}
-
-void TstTcpComm::aReceiverMayWriteOnceConnected()
-{
-    atNext(&TcpComm::TcpConnected, [this] { m_link->Write("#030_1\r"); });
-    connectTo();
-    QCOMPARE(m_sock->frames, QByteArrayList{"#030_1\r"});
-}
-
-void TstTcpComm::aReceiverMayLeaveOnceConnected()
-{
-    atNext(&TcpComm::TcpConnected, [this] { m_link->Slot_disconnectSocket(); });
-    connectTo();
-    QVERIFY(!m_sock->IsConnected());
-    // It was left, so the next attempt is a first one again.
-    m_sock->connects = false;
-    connectTo();
-    QCOMPARE(m_time->activeTimers(), 0);
-    QCOMPARE(m_log->lines(), QStringList());
-}
-
-void TstTcpComm::aReceiverMayLeaveOnceARetryConnected()
-{
-    connectTo();
-    m_sock->drop();
-    m_log->clear();
-    atNext(&TcpComm::TcpConnected, [this] { m_link->Slot_disconnectSocket(); });
-    m_time->advance(kLong);
-    QCOMPARE(attempts(), 2);
-    QCOMPARE(m_log->lines(), QStringList{kRunning});
-    QCOMPARE(m_time->activeTimers(), 0);
-}
-
-void TstTcpComm::aReceiverMayLeaveOnADrop()
-{
-    connectTo();
-    atNext(&TcpComm::TcpDisconnectd, [this] { m_link->Slot_disconnectSocket(); });
-    m_sock->drop();
-    QCOMPARE(m_time->activeTimers(), 0);
-    m_time->advance(kLong);
-    QCOMPARE(attempts(), 1);
-}
-
-void TstTcpComm::aReceiverMayLeaveOnAFailedRetry()
-{
-    connectTo();
-    m_sock->connects = false;
-    m_sock->drop();
-    atNext(&TcpComm::TcpDisconnectd, [this] { m_link->Slot_disconnectSocket(); });
-    m_time->advance(kLong);
-    QCOMPARE(attempts(), 2);
-    QCOMPARE(m_time->activeTimers(), 0);
-}
-
-void TstTcpComm::aReceiverMayLeaveOnTheFirstFailedAttempt()
-{
-    m_sock->connects = false;
-    atNext(&TcpComm::TcpDisconnectd, [this] { m_link->Slot_disconnectSocket(); });
-    connectTo();
-    connectTo(); // a first one again
-    m_time->advance(kLong);
-    QCOMPARE(attempts(), 2);
-    QCOMPARE(m_log->lines(), QStringList());
-}
-
-void TstTcpComm::aReceiverMayConnectAgainOnADrop()
-{
-    connectTo();
-    atNext(&TcpComm::TcpDisconnectd, [this] { connectTo("192.168.0.99", "9999"); });
-    m_sock->drop();
-    QVERIFY(m_sock->IsConnected());
-    QCOMPARE(connects(), 2);
-    QCOMPARE(m_time->activeTimers(), 0);
-    m_time->advance(kLong);
-    QCOMPARE(attempts(), 2);
-    receive("]----");
-    QCOMPARE(m_bytes, QByteArrayList{"]----"});
-}
-
-void TstTcpComm::aReceiverMayFailToConnectAgainOnADrop()
-{
-    connectTo();
-    m_sock->connects = false;
-    atNext(&TcpComm::TcpDisconnectd, [this] { connectTo("192.168.0.99", "9999"); });
-    m_sock->drop();
-    QCOMPARE(attempts(), 2);
-    QCOMPARE(m_time->activeTimers(), 1);
-    m_sock->connects = true;
-    m_sock->address.clear();
-    m_time->advance(5000);
-    QCOMPARE(m_sock->address, QStringLiteral("192.168.0.99"));
-    QCOMPARE(connects(), 2);
-}
-
-void TstTcpComm::aReceiverMayLeaveOnBytes()
-{
-    connectTo();
-    atNext(&TcpComm::messagePacket, [this] { m_link->Slot_disconnectSocket(); });
-    receive("]----");
-    receive("]----");
-    QCOMPARE(m_bytes.size(), 1);
-    QCOMPARE(m_time->activeTimers(), 0);
-}
-
-void TstTcpComm::destructionTellsNobody()
-{
-    connectTo();
-    int told = 0;
-    connect(m_link.get(), &TcpComm::TcpDisconnectd, this, [&told] { ++told; });
-    m_link.reset(); // the socket tells of its end
-    QCOMPARE(told, 0);
-    QCOMPARE(m_log->lines(), QStringList());
-}
-
-void TstTcpComm::destructionEndsTheRetries()
-{
-    connectTo();
-    m_sock->drop();
-    QCOMPARE(m_time->activeTimers(), 1);
-    m_link.reset();
-    QCOMPARE(m_time->activeTimers(), 0);
-    m_log->clear();
-    m_time->advance(kLong);
-    QCOMPARE(m_log->lines(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TstTcpComm)
