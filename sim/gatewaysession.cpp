@@ -13,7 +13,10 @@ GatewaySession::GatewaySession(Connection &connection, TimeSource &time, std::fu
     , m_timer(time.createTimer(this))
 {
     m_timer->setSingleShot(true);
-    connect(m_timer, &Timer::timeout, this, &GatewaySession::pump);
+    connect(m_timer, &Timer::timeout, this, [this] {
+        m_reached = m_outgoing.front().due;
+        pump();
+    });
     connect(&connection, &Connection::received, this, &GatewaySession::take);
 }
 
@@ -42,7 +45,7 @@ void GatewaySession::endLine()
 
 void GatewaySession::send(const QByteArray &bytes, Milliseconds delay, const Cut &cut)
 {
-    Milliseconds due = m_now() + delay;
+    Milliseconds due = now() + delay;
     for (int at = 0; at < bytes.size(); at += cut.size) {
         enqueue(bytes.mid(at, cut.size), due, false);
         due = m_lastDue + cut.gap;
@@ -53,7 +56,7 @@ void GatewaySession::send(const QByteArray &bytes, Milliseconds delay, const Cut
 void GatewaySession::close(Milliseconds delay)
 {
     m_isClosing = true;
-    enqueue({}, m_now() + delay, true);
+    enqueue({}, now() + delay, true);
     pump();
 }
 
@@ -67,7 +70,7 @@ void GatewaySession::pump()
 {
     if (m_timer->isActive())
         return;
-    if (!m_outgoing.empty() && m_outgoing.front().due <= m_now()) {
+    if (!m_outgoing.empty() && m_outgoing.front().due <= now()) {
         const Outgoing next = m_outgoing.front();
         m_outgoing.pop_front();
         if (next.closes) {
@@ -83,7 +86,7 @@ void GatewaySession::pump()
 void GatewaySession::schedule()
 {
     if (!m_outgoing.empty())
-        m_timer->start(qMax(Milliseconds(0), m_outgoing.front().due - m_now()));
+        m_timer->start(qMax(Milliseconds(0), m_outgoing.front().due - now()));
 }
 
 } // namespace sim

@@ -51,6 +51,7 @@ private:
 
     void take(const QByteArray &bytes);
     void endLine();
+    Milliseconds now() const { return qMax(m_now(), m_reached); }
     void enqueue(const QByteArray &bytes, Milliseconds due, bool closes);
     void pump();
     void schedule();
@@ -63,6 +64,7 @@ private:
     bool m_isClosing = false;
     std::deque<Outgoing> m_outgoing;
     Milliseconds m_lastDue{0};
+    Milliseconds m_reached{0}; ///< by the timer, where the clock stands still
 };
 
 } // namespace sim

@@ -85,14 +85,40 @@ void SystemFixture::usePatientTimeouts()
 void SystemFixture::start()
 {
     const QString mode = m_kind == LinkKind::Tcp ? QStringLiteral("TCP") : QStringLiteral("Serial");
-    QFile file(folder.path() + QStringLiteral("/vxconfig.ini"));
+    QString text = QStringLiteral("MainServer=127.0.0.1:%1\r\nPORT1=%2:115200,E,8,1\r\nMode=%3\r\n")
+                       .arg(m_port)
+                       .arg(kPortName, mode);
+    if (!gatewayAddress.isEmpty())
+        text += QStringLiteral("ZrtGateway=%1\r\n").arg(gatewayAddress);
+    QFile file(settingsFile());
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QStringLiteral("MainServer=127.0.0.1:%1\r\nPORT1=%2:115200,E,8,1\r\nMode=%3\r\n")
-                   .arg(m_port)
-                   .arg(kPortName, mode)
-                   .toUtf8());
+    file.write(text.toUtf8());
     file.close();
+    launch();
+}
 
+void SystemFixture::startAgain()
+{
+    app.reset();
+    launch();
+}
+
+QString SystemFixture::savedSetting(const QString &key) const
+{
+    QFile file(settingsFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QStringLiteral("\r\n"));
+    const QString start = key + QLatin1Char('=');
+    for (const QString &line : lines) {
+        if (line.startsWith(start))
+            return line.mid(start.size());
+    }
+    return {};
+}
+
+void SystemFixture::launch()
+{
     const PortDirectory ports(folder.path());
     const auto createLinks = [this, ports] {
         CommLinks links;

@@ -27,6 +27,7 @@ public:
     CommPeriods periods;
     std::chrono::milliseconds reconnect{150}; ///< as the periods
     std::unique_ptr<sim::Server> device;      ///< null: nobody is there
+    QString gatewayAddress;                   ///< "address:port" of the settings file; empty: it names none
     std::unique_ptr<Framework_Ctrllr> app;
 
     /// Makes the simulated chain of this description answer; over TCP on the port that the first one chose.
@@ -48,6 +49,12 @@ public:
     /// Starts the program with a settings file that names the link.
     void start();
 
+    /// Ends the program and starts it with the settings file that it left.
+    void startAgain();
+
+    /// What the settings file has behind this key.
+    QString savedSetting(const QString &key) const;
+
     /// The connection that the settings file names, as a user would choose it in the dialog.
     model_Namespace::Settings chosenConnection() const;
 
@@ -65,6 +72,8 @@ public:
 
 private:
     void answer(const sim::Chain &chain);
+    void launch();
+    QString settingsFile() const { return folder.path() + QStringLiteral("/vxconfig.ini"); }
 
     LinkKind m_kind;
     quint16 m_port = 0;
