@@ -34,8 +34,9 @@ QStringList clipped(const QWidget &window)
     for (const QWidget *widget : widgets) {
         if (!widget->isVisible())
             continue;
-        // A line edit shows what fits of any text; all else is to be seen whole.
-        const QSize needed = widget->inherits("QLineEdit") ? widget->minimumSizeHint() : widget->sizeHint();
+        // These show what fits of any text; all else is to be seen whole.
+        const bool showsWhatFits = widget->inherits("QLineEdit") || widget->inherits("QAbstractScrollArea");
+        const QSize needed = showsWhatFits ? widget->minimumSizeHint() : widget->sizeHint();
         const bool fits = widget->width() >= needed.width() && widget->height() >= needed.height();
         if (!fits || !widget->parentWidget()->rect().contains(widget->geometry()))
             names.append(widget->objectName());
@@ -55,14 +56,14 @@ QStringList withoutAccessibleName(const QWidget &window)
     return names;
 }
 
-QStringList tabOrder(QWidget &window)
+QStringList tabOrder(QWidget &window, int most)
 {
     QStringList names;
     QWidget *first = window.focusWidget();
     do {
         names.append(window.focusWidget()->objectName());
         QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
-    } while (window.focusWidget() != first && names.size() < 20);
+    } while (window.focusWidget() != first && names.size() < most);
     return names;
 }
 

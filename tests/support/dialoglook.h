@@ -21,7 +21,8 @@ QStringList clipped(const QWidget &window);
 /// Names of the descendants that take part in the operation but have no accessible name.
 QStringList withoutAccessibleName(const QWidget &window);
 
-/// Object names of the widgets that the Tab key visits, from the one with the focus until it comes again.
-QStringList tabOrder(QWidget &window);
+/// Object names of the widgets that the Tab key visits, from the one with the focus until it comes again, or
+/// until there are that many.
+QStringList tabOrder(QWidget &window, int most = 20);
 
 } // namespace dialoglook
