@@ -1,0 +1,171 @@
+#include "gateway/dialogueview.h"
+
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QtTest>
+
+namespace {
+
+constexpr int kManyLines = 100;
+
+void fill(DialogueView &view, int lines)
+{
+    for (int i = 0; i < lines; ++i)
+        view.add(QStringLiteral("line %1\n").arg(i), false);
+}
+
+bool isAtEnd(const DialogueView &view)
+{
+    return view.verticalScrollBar()->value() == view.verticalScrollBar()->maximum();
+}
+
+/// The text of the uppermost line that is seen.
+QString firstSeen(const DialogueView &view)
+{
+    return view.cursorForPosition(QPoint(0, 0)).block().text();
+}
+
+} // namespace
+
+class TstDialogueView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_view.reset(); }
+
+    void textsAreAddedAsTheyAre();
+    void viewAtItsEndFollows();
+    void readerWhoScrolledUpStays();
+    void followGoesToTheEnd();
+    void oldLinesAreDropped();
+    void readerStaysWhileOldLinesAreDropped();
+    void selectionStays_data();
+    void selectionStays();
+    void selectionStaysWhileOldLinesAreDropped();
+    void hiddenViewTakesTextsToo();
+    void tabKeyLeavesTheView();
+
+private:
+    std::unique_ptr<DialogueView> m_view;
+};
+
+void TstDialogueView::init()
+{
+    m_view = std::make_unique<DialogueView>();
+    m_view->resize(300, 120);
+    m_view->show();
+}
+
+void TstDialogueView::textsAreAddedAsTheyAre()
+{
+    m_view->add("#?", false);
+    m_view->add("#S;1;2\n", false);
+    m_view->add("", true);
+    m_view->add("a\n\nb", true);
+    QCOMPARE(m_view->toPlainText(), QStringLiteral("#?#S;1;2\na\n\nb"));
+}
+
+void TstDialogueView::viewAtItsEndFollows()
+{
+    fill(*m_view, kManyLines);
+    QVERIFY(m_view->verticalScrollBar()->maximum() > 0);
+    QVERIFY(isAtEnd(*m_view));
+}
+
+void TstDialogueView::readerWhoScrolledUpStays()
+{
+    fill(*m_view, kManyLines);
+    m_view->verticalScrollBar()->setValue(10);
+    QCOMPARE(firstSeen(*m_view), QStringLiteral("line 10"));
+    fill(*m_view, kManyLines);
+    QCOMPARE(firstSeen(*m_view), QStringLiteral("line 10"));
+}
+
+void TstDialogueView::followGoesToTheEnd()
+{
+    fill(*m_view, kManyLines);
+    m_view->verticalScrollBar()->setValue(10);
+    m_view->add("#000_1\n", true);
+    QVERIFY(isAtEnd(*m_view));
+}
+
+void TstDialogueView::oldLinesAreDropped()
+{
+    fill(*m_view, DialogueView::kLines + 10);
+    QCOMPARE(m_view->blockCount(), 2000);
+    const QString text = m_view->toPlainText();
+    QVERIFY(text.startsWith("line 11\n")); // the empty line at the end counts
+    QVERIFY(text.endsWith("line 2009\n"));
+    QVERIFY(isAtEnd(*m_view));
+}
+
+void TstDialogueView::readerStaysWhileOldLinesAreDropped()
+{
+    fill(*m_view, DialogueView::kLines);
+    m_view->verticalScrollBar()->setValue(500);
+    const QString seen = firstSeen(*m_view);
+    fill(*m_view, kManyLines);
+    QCOMPARE(firstSeen(*m_view), seen);
+}
+
+void TstDialogueView::selectionStays_data()
+{
+    QTest::addColumn<int>("anchor");
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QString>("selected");
+    QTest::newRow("in the middle") << 4 << 7 << "two";
+    QTest::newRow("to the end") << 8 << 13 << "three";
+    QTest::newRow("from the end") << 13 << 8 << "three";
+}
+
+void TstDialogueView::selectionStays()
+{
+    QFETCH(int, anchor);
+    QFETCH(int, position);
+    m_view->add("one two three", false);
+    QTextCursor reader = m_view->textCursor();
+    reader.setPosition(anchor);
+    reader.setPosition(position, QTextCursor::KeepAnchor);
+    m_view->setTextCursor(reader);
+    QTEST(m_view->textCursor().selectedText(), "selected");
+    m_view->add(" four\n", false);
+    m_view->add("#000_1\n", true);
+    QTEST(m_view->textCursor().selectedText(), "selected");
+    QCOMPARE(m_view->textCursor().position(), position);
+}
+
+void TstDialogueView::selectionStaysWhileOldLinesAreDropped()
+{
+    fill(*m_view, DialogueView::kLines);
+    m_view->add("the last", false);
+    QTextCursor reader = m_view->textCursor();
+    reader.movePosition(QTextCursor::End);
+    reader.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
+    m_view->setTextCursor(reader);
+    fill(*m_view, kManyLines);
+    QCOMPARE(m_view->textCursor().selectedText(), QStringLiteral("the last"));
+}
+
+void TstDialogueView::hiddenViewTakesTextsToo()
+{
+    DialogueView view;
+    fill(view, kManyLines);
+    view.resize(300, 120);
+    view.show();
+    view.add("the last", true);
+    QVERIFY(isAtEnd(view));
+    QVERIFY(view.toPlainText().endsWith("the last"));
+}
+
+void TstDialogueView::tabKeyLeavesTheView()
+{
+    m_view->setFocus();
+    QTest::keyClick(m_view.get(), Qt::Key_Tab);
+    QCOMPARE(m_view->toPlainText(), QString());
+    QVERIFY(m_view->tabChangesFocus());
+}
+
+QTEST_MAIN(TstDialogueView)
+#include "tst_dialogueview.moc"
