@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QtTest>
+#include <algorithm>
 
 namespace {
 
@@ -176,12 +177,30 @@ QStringList GatewayFixture::lines() const
     return lines;
 }
 
-void GatewayFixture::nextPoll()
+int GatewayFixture::clockSettings() const
+{
+    const auto &all = gateway->receivedLines();
+    return static_cast<int>(std::count_if(all.cbegin(), all.cend(),
+                                          [](const QByteArray &line) { return line.startsWith("#030_"); }));
+}
+
+QString GatewayFixture::dialogue() const
+{
+    return part<QWidget>("RxBox")->property("plainText").toString();
+}
+
+void GatewayFixture::waitUntilPolled(int clockSettings)
+{
+    WAIT_COMPARE(this->clockSettings(), clockSettings);
+    WAIT_COMPARE(gateway->receivedLines().last(), QByteArray("#?"));
+    WAIT_VERIFY(dialogue().lastIndexOf(QStringLiteral("#S;")) > dialogue().lastIndexOf(QStringLiteral("#?")));
+}
+
+void GatewayFixture::nextPoll(std::chrono::milliseconds by)
 {
     const int requests = statusRequests();
-    const int shown = part<QWidget>("RxBox")->property("plainText").toString().count(QStringLiteral("#S;"));
-    time.skip(std::chrono::seconds(1));
+    const int shown = dialogue().count(QStringLiteral("#S;"));
+    time.skip(by);
     WAIT_COMPARE(statusRequests(), requests + 1);
-    WAIT_VERIFY(part<QWidget>("RxBox")->property("plainText").toString().count(QStringLiteral("#S;")) >
-                shown);
+    WAIT_VERIFY(dialogue().count(QStringLiteral("#S;")) > shown);
 }

@@ -58,12 +58,18 @@ public:
     /// The lines that the gateway got, without "#?" and the setting of its clock.
     QStringList lines() const;
     int statusRequests() const { return gateway->lineCount("#?"); }
+    int clockSettings() const;
 
-    /// A second passes; returns when the gateway was asked for its status, and has answered.
-    void nextPoll();
+    /// Waits until a connection is polled: the clock was set so many times, and the last request answered.
+    void waitUntilPolled(int clockSettings);
+
+    /// A second or more passes, in which the gateway is asked for its status once; returns when it has
+    /// answered. No other request is on its way.
+    void nextPoll(std::chrono::milliseconds by = std::chrono::seconds(1));
 
 private:
     QWidget *panelOrHidden() const;
+    QString dialogue() const;
     QWidget *findPart(const char *name, const QMetaObject *type) const;
 
     quint16 m_gatewayPort = 0;
