@@ -9,7 +9,8 @@ from pathlib import Path
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 LAYERS = re.compile(r"set\(VX_LAYERS\s+([^)]*)\)")
 FOLDER_OF_LAYER = {"base_gui": "base/gui", "records": "protocol/records", "modules_common": "modules/common",
-                   "modules_widgets": "modules/widgets", "modules_channels": "modules/channels"}
+                   "modules_widgets": "modules/widgets", "modules_channels": "modules/channels",
+                   "system_rates": "system/rates"}
 
 
 def layer_folders(root):
