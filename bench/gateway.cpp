@@ -9,6 +9,7 @@
 #include "measuring.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLoggingCategory>
 #include <QPlainTextEdit>
 #include <QTcpServer>
@@ -16,15 +17,18 @@
 #include <QThread>
 #include <cstdio>
 #include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
 constexpr int kRounds = 500;
 constexpr int kFloodBytes = 16 << 20;
 constexpr int kPatienceMs = 30000;
+constexpr int kPieces = 5000;
 constexpr int kAttempts = 7;
 constexpr double kStatusLimitMs = 2;
 constexpr double kGapLimitMs = 30;
+constexpr double kMemoryLimit = 50;
 constexpr double kConnectLimitMs = 60; // the agreed 50 ms of waiting, and what is done around it
 
 /// Differs from that of the round before in every text and in the marked cell.
@@ -157,6 +161,27 @@ void measureFlood()
                 box->document()->characterCount());
 }
 
+double residentMegabytes()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(1).toDouble() * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+void measureMemory()
+{
+    Panel panel;
+    QByteArray piece(1 << 16, 'x');
+    const double before = residentMegabytes();
+    for (int round = 0; round < kPieces; ++round) {
+        panel.window.parseData(piece);
+        QCoreApplication::processEvents();
+    }
+    std::printf("memory that %d pieces of %d characters take: %.1f MB (limit %.0f MB)\n", kPieces,
+                piece.size(), residentMegabytes() - before, kMemoryLimit);
+}
+
 void measureSilence()
 {
     Panel panel;
@@ -180,6 +205,7 @@ int main(int argc, char *argv[])
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     measureStatus();
     measureFlood();
+    measureMemory();
     measureSilence();
     return 0;
 }

@@ -32,7 +32,7 @@ void DialogueView::add(const QString &text, bool follow)
 {
     const bool toEnd = follow || isAtEnd();
     const QTextCursor firstSeen = cursorForPosition(QPoint(0, 0)); // stays with its text
-    insertAtEnd(text);
+    insertAtEnd(isLastLineLong() ? QLatin1Char('\n') + text : text);
     if (toEnd)
         scrollToEnd();
     else
@@ -58,6 +58,11 @@ void DialogueView::insertAtEnd(const QString &text)
     reader.setPosition(anchor);
     reader.setPosition(position, QTextCursor::KeepAnchor);
     setTextCursor(reader);
+}
+
+bool DialogueView::isLastLineLong() const
+{
+    return document()->lastBlock().length() > kLongLine;
 }
 
 bool DialogueView::isAtEnd() const

@@ -10,6 +10,8 @@ class DialogueView : public QPlainTextEdit
 
 public:
     static constexpr int kLines = 2000; ///< older ones are dropped
+    /// Characters after which a line is broken: requests of a status stand on one line until a reply comes.
+    static constexpr int kLongLine = 1024;
 
     explicit DialogueView(QWidget *parent = nullptr);
 
@@ -18,6 +20,7 @@ public:
 
 private:
     void insertAtEnd(const QString &text);
+    bool isLastLineLong() const;
     bool isAtEnd() const;
     void scrollToEnd();
 };

@@ -3,6 +3,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QtTest>
+#include <algorithm>
 
 namespace {
 
@@ -39,6 +40,7 @@ private slots:
     void viewAtItsEndFollows();
     void readerWhoScrolledUpStays();
     void followGoesToTheEnd();
+    void lineOfUnansweredRequestsIsBroken();
     void oldLinesAreDropped();
     void readerStaysWhileOldLinesAreDropped();
     void selectionStays_data();
@@ -89,6 +91,19 @@ void TstDialogueView::followGoesToTheEnd()
     m_view->verticalScrollBar()->setValue(10);
     m_view->add("#000_1\n", true);
     QVERIFY(isAtEnd(*m_view));
+}
+
+void TstDialogueView::lineOfUnansweredRequestsIsBroken()
+{
+    const QString request = QStringLiteral("#?");
+    const int requests = 3 * DialogueView::kLongLine / request.size();
+    for (int i = 0; i < requests; ++i)
+        m_view->add(request, false);
+    int longest = 0;
+    for (QTextBlock line = m_view->document()->begin(); line.isValid(); line = line.next())
+        longest = std::max(longest, line.text().size());
+    QCOMPARE(longest, DialogueView::kLongLine);
+    QCOMPARE(m_view->toPlainText().remove('\n'), request.repeated(requests));
 }
 
 void TstDialogueView::oldLinesAreDropped()
