@@ -33,6 +33,7 @@ void DialogueView::add(const QString &text, bool follow)
     const bool toEnd = follow || isAtEnd();
     const QTextCursor firstSeen = cursorForPosition(QPoint(0, 0)); // stays with its text
     insertAtEnd(isLastLineLong() ? QLatin1Char('\n') + text : text);
+    dropOldLines();
     if (toEnd)
         scrollToEnd();
     else
@@ -58,6 +59,19 @@ void DialogueView::insertAtEnd(const QString &text)
     reader.setPosition(anchor);
     reader.setPosition(position, QTextCursor::KeepAnchor);
     setTextCursor(reader);
+}
+
+/// The view needs some 70 bytes for each character that it keeps.
+void DialogueView::dropOldLines()
+{
+    const int excess = document()->characterCount() - kCharacters;
+    if (excess <= 0)
+        return;
+    QTextCursor old(document());
+    old.setPosition(excess);
+    old.movePosition(QTextCursor::NextBlock);
+    old.movePosition(QTextCursor::Start, QTextCursor::KeepAnchor);
+    old.removeSelectedText();
 }
 
 bool DialogueView::isLastLineLong() const

@@ -9,7 +9,8 @@ class DialogueView : public QPlainTextEdit
     Q_OBJECT
 
 public:
-    static constexpr int kLines = 2000; ///< older ones are dropped
+    static constexpr int kLines = 2000;        ///< older ones are dropped
+    static constexpr int kCharacters = 400000; ///< the same for lines that are very long
     /// Characters after which a line is broken: requests of a status stand on one line until a reply comes.
     static constexpr int kLongLine = 1024;
 
@@ -20,6 +21,7 @@ public:
 
 private:
     void insertAtEnd(const QString &text);
+    void dropOldLines();
     bool isLastLineLong() const;
     bool isAtEnd() const;
     void scrollToEnd();

@@ -3,6 +3,8 @@
 #include "base/timesource.h"
 #include "gateway/gatewaytexts.h"
 
+#include <utility>
+
 namespace {
 
 /// As much of a received text as an operator could read; the rest is counted.
@@ -112,6 +114,7 @@ void GatewayDialogue::setDataProtocol(int index)
 void GatewayDialogue::changeAddress(const QString &address)
 {
     m_settings.pendingAddress = address;
+    m_awaitsNewAddress = !address.isEmpty();
     send(gateway::changeAddress(m_settings));
 }
 
@@ -137,7 +140,8 @@ void GatewayDialogue::takePiece(const QByteArray &piece)
         m_pollTimer->start(m_pollPeriod);
     if (reply.hasPrompt)
         requestStatus();
-    if (reply.hasNewAddress && !m_settings.pendingAddress.isEmpty())
+    // Once: a gateway that goes on telling of it would be connected again and again.
+    if (reply.hasNewAddress && std::exchange(m_awaitsNewAddress, false))
         emit addressChanged(m_settings.pendingAddress);
 }
 

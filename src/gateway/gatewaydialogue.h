@@ -38,8 +38,8 @@ public:
     void setExternalServer(const QString &address, const QString &port);
     void setActiveCom(int index);
     void setPtpMode(int index);
-    void setDataProtocol(int index); ///< an index beyond the list sends the last protocol again
-    void changeAddress(const QString &address);
+    void setDataProtocol(int index);            ///< an index beyond the list sends the last protocol again
+    void changeAddress(const QString &address); ///< the gateway's answer is followed once
 
     /// Sets the gateway's clock to the present time.
     void setClock();
@@ -56,11 +56,12 @@ signals:
     void textToShow(const QString &text, bool follow);
     void statusRead(const gateway::Status &status);
 
-    /// The gateway took the address that it was told to take.
+    /// The gateway took the address that it was told to take; its first answer to that command.
     void addressChanged(const QString &address);
 
 private:
     GatewaySettings m_settings;
+    bool m_awaitsNewAddress = false;
     TimeSource &m_time;
     const std::chrono::milliseconds m_pollPeriod;
     Timer *m_pollTimer; ///< child

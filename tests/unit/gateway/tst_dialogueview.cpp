@@ -42,6 +42,7 @@ private slots:
     void followGoesToTheEnd();
     void lineOfUnansweredRequestsIsBroken();
     void oldLinesAreDropped();
+    void oldLongLinesAreDroppedSooner();
     void readerStaysWhileOldLinesAreDropped();
     void selectionStays_data();
     void selectionStays();
@@ -113,6 +114,20 @@ void TstDialogueView::oldLinesAreDropped()
     const QString text = m_view->toPlainText();
     QVERIFY(text.startsWith("line 11\n")); // the empty line at the end counts
     QVERIFY(text.endsWith("line 2009\n"));
+    QVERIFY(isAtEnd(*m_view));
+}
+
+void TstDialogueView::oldLongLinesAreDroppedSooner()
+{
+    constexpr int kLength = 4000;
+    constexpr int kAdded = 2 * DialogueView::kCharacters / kLength;
+    for (int i = 0; i < kAdded; ++i)
+        m_view->add(QStringLiteral("%1 %2\n").arg(i).arg(QString(kLength, QLatin1Char('x'))), false);
+    const QTextDocument &text = *m_view->document();
+    QVERIFY(text.characterCount() <= DialogueView::kCharacters);
+    QVERIFY(text.characterCount() > DialogueView::kCharacters - 2 * kLength);
+    QVERIFY(text.firstBlock().text().startsWith(QStringLiteral("%1 x").arg(kAdded - text.blockCount() + 1)));
+    QVERIFY(text.lastBlock().previous().text().startsWith(QStringLiteral("%1 x").arg(kAdded - 1)));
     QVERIFY(isAtEnd(*m_view));
 }
 

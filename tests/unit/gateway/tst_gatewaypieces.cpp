@@ -40,6 +40,7 @@ private slots:
     void theNewAddressIsFollowed();
     void theNewAddressIsFollowedAfterThePrompt();
     void noAddressIsFollowedWhereNoneIsPending();
+    void theNewAddressIsFollowedOnceForEachCommand();
     void theNewAddressWithinAStatusIsNotFollowed();
     void anotherPeriodMayBeChosen();
     void destructionEndsThePolling();
@@ -248,6 +249,17 @@ void TstGatewayPieces::noAddressIsFollowedWhereNoneIsPending()
     m_dialogue->changeAddress(QString());
     m_dialogue->takePiece("[NEW IP ADDRESS 10.0.0.1]");
     QCOMPARE(m_addresses, QStringList());
+}
+
+void TstGatewayPieces::theNewAddressIsFollowedOnceForEachCommand()
+{
+    m_dialogue->changeAddress(QStringLiteral("10.0.0.1"));
+    m_dialogue->takePiece("[NEW IP ADDRESS 10.0.0.1]");
+    m_dialogue->takePiece("[NEW IP ADDRESS 10.0.0.1]");
+    QCOMPARE(m_addresses, QStringList{"10.0.0.1"});
+    m_dialogue->changeAddress(QStringLiteral("10.0.0.2"));
+    m_dialogue->takePiece("[NEW IP ADDRESS 10.0.0.2]");
+    QCOMPARE(m_addresses, (QStringList{"10.0.0.1", "10.0.0.2"}));
 }
 
 void TstGatewayPieces::theNewAddressWithinAStatusIsNotFollowed()
