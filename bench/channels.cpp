@@ -4,7 +4,6 @@
 // the painting that follows.
 
 #include "barerows.h"
-#include "base/gui/fonts.h"
 #include "benchapplication.h"
 #include "measuring.h"
 #include "modules/common/displayformat.h"
@@ -15,10 +14,9 @@
 #include "protocol/records/fastmodulestatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/moduletypes.h"
+#include "widgetbench.h"
 
-#include <QApplication>
 #include <QKeyEvent>
-#include <QLoggingCategory>
 #include <QSpinBox>
 #include <QTimer>
 #include <cstdio>
@@ -223,11 +221,8 @@ void measureGesture()
 
 int main(int argc, char *argv[])
 {
-    fonts::installSubstitutions();
-    QApplication application(argc, argv);
-    QApplication::setFont(fonts::text());
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    measureStatuses();
-    measureGesture();
-    return 0;
+    return runWidgetBench(argc, argv, [] {
+        measureStatuses();
+        measureGesture();
+    });
 }

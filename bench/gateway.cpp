@@ -1,16 +1,14 @@
 // What the gateway's panel costs the window: a status line each second, a peer that floods it with bytes
 // without an end, and an address where nobody answers. The peer is a real socket in a thread of its own.
 
-#include "base/gui/fonts.h"
 #include "base/timesource.h"
 #include "gateway/gatewayzrt.h"
 #include "link/tcpsock.h"
 #include "loopgap.h"
 #include "measuring.h"
+#include "widgetbench.h"
 
-#include <QApplication>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QPlainTextEdit>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -199,13 +197,10 @@ void measureSilence()
 
 int main(int argc, char *argv[])
 {
-    fonts::installSubstitutions();
-    QApplication application(argc, argv);
-    QApplication::setFont(fonts::text());
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    measureStatus();
-    measureFlood();
-    measureMemory();
-    measureSilence();
-    return 0;
+    return runWidgetBench(argc, argv, [] {
+        measureStatus();
+        measureFlood();
+        measureMemory();
+        measureSilence();
+    });
 }

@@ -2,15 +2,13 @@
 // event loop is held up while a full chain is polled.
 
 #include "barerows.h"
-#include "base/gui/fonts.h"
 #include "benchapplication.h"
 #include "loopgap.h"
 #include "measuring.h"
 #include "protocol/communication.h"
 #include "simulatedchain.h"
+#include "widgetbench.h"
 
-#include <QApplication>
-#include <QLoggingCategory>
 #include <QTimer>
 #include <cstdio>
 
@@ -88,11 +86,8 @@ void measureGap()
 
 int main(int argc, char *argv[])
 {
-    fonts::installSubstitutions();
-    QApplication application(argc, argv);
-    QApplication::setFont(fonts::text());
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-    measureRows();
-    measureGap();
-    return 0;
+    return runWidgetBench(argc, argv, [] {
+        measureRows();
+        measureGap();
+    });
 }
