@@ -84,6 +84,7 @@ private slots:
     void theWaitForAnAnswerIsTheOneGiven();
     void keepAliveIsOn();
     void keepAliveIsOnAfterConnectingAgain();
+    void unacknowledgedBytesWaitAsLongAsKeepAliveDoes();
     void aKeepAliveThatFailsIsLogged();
     void theReceiveBufferIsSet();
 
@@ -137,6 +138,18 @@ void TstTcpOptions::keepAliveIsOnAfterConnectingAgain()
     expectKeepAlive();
 }
 
+void TstTcpOptions::unacknowledgedBytesWaitAsLongAsKeepAliveDoes()
+{
+    const int plain = ::socket(AF_INET, SOCK_STREAM, 0);
+    const int probes = 4;
+    QCOMPARE(::setsockopt(plain, IPPROTO_TCP, TCP_KEEPCNT, &probes, sizeof probes), 0);
+    enableKeepAlive(plain);
+    const int wait = optionOf(plain, IPPROTO_TCP, TCP_USER_TIMEOUT);
+    ::close(plain);
+    QCOMPARE(wait, 5000); // a second of silence and four probes, one each second
+    QCOMPARE(m_log->lines(QtWarningMsg), QStringList());
+}
+
 void TstTcpOptions::aKeepAliveThatFailsIsLogged()
 {
     enableKeepAlive(-1);
@@ -159,6 +172,9 @@ void TstTcpOptions::expectKeepAlive()
     QCOMPARE(optionOf(descriptor, SOL_SOCKET, SO_KEEPALIVE), 1);
     QCOMPARE(optionOf(descriptor, IPPROTO_TCP, TCP_KEEPIDLE), 1);
     QCOMPARE(optionOf(descriptor, IPPROTO_TCP, TCP_KEEPINTVL), 1);
+    const int probes = optionOf(descriptor, IPPROTO_TCP, TCP_KEEPCNT);
+    QVERIFY(probes > 0);
+    QCOMPARE(optionOf(descriptor, IPPROTO_TCP, TCP_USER_TIMEOUT), (1 + probes) * 1000);
 }
 
 QTEST_GUILESS_MAIN(TstTcpOptions)
