@@ -17,7 +17,7 @@ QTcpSocket *TcpSockTest::socket() const
 void TcpSockTest::init()
 {
     m_server = std::make_unique<QTcpServer>();
-    QVERIFY(m_server->listen(QHostAddress::LocalHost, 0));
+    QVERIFY(m_server->listen(ownLoopback(), 0));
     m_sock = patientSock();
     m_connects = std::make_unique<QSignalSpy>(m_sock.get(), &TcpSock::TcpConnected);
     m_disconnects = std::make_unique<QSignalSpy>(m_sock.get(), &TcpSock::TcpDisconnectd);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/tcpsock.h"
+#include "ownloopback.h"
 #include "support/messagecatcher.h"
 #include "support/virtualtime.h"
 
@@ -22,7 +23,7 @@ protected slots:
     void cleanup();
 
 protected:
-    static QString loopback() { return QStringLiteral("127.0.0.1"); }
+    static QString loopback() { return ownLoopback().toString(); }
 
     /// A link with a wait for the connection that no load of the machine uses up.
     std::unique_ptr<TcpSock> patientSock(HostLookup::Function lookUp = &QHostInfo::fromName);

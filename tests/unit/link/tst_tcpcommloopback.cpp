@@ -1,9 +1,9 @@
 #include "link/tcpcomm.h"
 #include "link/tcpsock.h"
+#include "ownloopback.h"
 #include "support/messagecatcher.h"
 #include "support/virtualtime.h"
 
-#include <QHostAddress>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -32,6 +32,7 @@ private slots:
 private:
     void connectLink();
     QTcpSocket *acceptedPeer();
+    static QString address() { return ownLoopback().toString(); }
     QString port() const { return QString::number(m_port); }
 
     std::unique_ptr<VirtualTime> m_time;
@@ -52,7 +53,7 @@ void TstTcpCommLoopback::init()
     m_time = std::make_unique<VirtualTime>();
     m_log = std::make_unique<MessageCatcher>();
     m_server = std::make_unique<QTcpServer>();
-    QVERIFY(m_server->listen(QHostAddress::LocalHost, 0));
+    QVERIFY(m_server->listen(ownLoopback(), 0));
     m_port = m_server->serverPort();
     auto socket = std::make_unique<TcpSock>(*m_time, nullptr, kPatience);
     m_socket = socket->findChild<QTcpSocket *>();
@@ -82,7 +83,7 @@ QTcpSocket *TstTcpCommLoopback::acceptedPeer()
 
 void TstTcpCommLoopback::connectLink()
 {
-    m_link->Slot_connectToGateway(QStringLiteral("127.0.0.1"), port());
+    m_link->Slot_connectToGateway(address(), port());
     QCOMPARE(m_connects->count(), 1);
     m_peer = acceptedPeer();
     QVERIFY(m_peer);
@@ -112,7 +113,7 @@ void TstTcpCommLoopback::theServerSeesThatTheLinkWasLeft()
 void TstTcpCommLoopback::nobodyListensIsToldAtOnce()
 {
     m_server->close();
-    m_link->Slot_connectToGateway(QStringLiteral("127.0.0.1"), port());
+    m_link->Slot_connectToGateway(address(), port());
     QCOMPARE(m_connects->count(), 0);
     QCOMPARE(m_disconnects->count(), 1);
     QCOMPARE(m_time->activeTimers(), 0);
@@ -142,7 +143,7 @@ void TstTcpCommLoopback::theServerIsFoundAgainOnTheSamePort()
     QTRY_COMPARE(m_disconnects->count(), 1);
     m_time->advance(10000);
     QCOMPARE(m_disconnects->count(), 3);
-    QVERIFY(m_server->listen(QHostAddress::LocalHost, m_port));
+    QVERIFY(m_server->listen(ownLoopback(), m_port));
     m_time->advance(4999);
     QCOMPARE(m_connects->count(), 1);
     m_time->advance(1);
@@ -157,7 +158,7 @@ void TstTcpCommLoopback::theServerIsFoundAgainOnTheSamePort()
 void TstTcpCommLoopback::aReceiverMayConnectAgainWhenTheServerCloses()
 {
     connectLink();
-    const auto again = [this] { m_link->Slot_connectToGateway(QStringLiteral("localhost"), port()); };
+    const auto again = [this] { m_link->Slot_connectToGateway(address(), port()); };
     connect(m_link.get(), &TcpComm::TcpDisconnectd, this, again);
     m_peer->disconnectFromHost();
     QTRY_COMPARE(m_connects->count(), 2);

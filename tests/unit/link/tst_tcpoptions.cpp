@@ -36,7 +36,7 @@ public:
     SilentPort()
     {
         m_sockets.push_back(::socket(AF_INET, SOCK_STREAM, 0));
-        address().sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        address().sin_addr.s_addr = htonl(ownLoopback().toIPv4Address());
         socklen_t size = sizeof m_address;
         if (::bind(m_sockets.front(), generic(), sizeof m_address) != 0 ||
             ::listen(m_sockets.front(), 0) != 0 || ::getsockname(m_sockets.front(), generic(), &size) != 0)
