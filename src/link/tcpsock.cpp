@@ -19,15 +19,21 @@ TcpSock::TcpSock(TimeSource &time, QObject *parent, std::chrono::milliseconds co
     , m_connectTimeout(connectTimeout)
     , m_hosts(std::move(lookUp))
     , m_decoder(new Communication_Aux(time, this))
-    , m_socket(new QTcpSocket(this))
+    , m_socket(makeSocket())
 {
-    connect(m_socket, &QTcpSocket::readyRead, this, &TcpSock::readData);
-    connect(m_socket, &QTcpSocket::disconnected, this, &TcpSock::handleDisconnect);
-    connect(m_socket, &QTcpSocket::stateChanged, this, &TcpSock::Slot_CommStatus);
     connect(m_decoder, &Communication_Aux::Signal_RcvDatagramOk, this, &TcpSock::Slot_RcvDatagramOK);
 }
 
 TcpSock::~TcpSock() = default;
+
+QTcpSocket *TcpSock::makeSocket()
+{
+    auto *socket = new QTcpSocket(this);
+    connect(socket, &QTcpSocket::readyRead, this, &TcpSock::readData);
+    connect(socket, &QTcpSocket::disconnected, this, &TcpSock::handleDisconnect);
+    connect(socket, &QTcpSocket::stateChanged, this, &TcpSock::Slot_CommStatus);
+    return socket;
+}
 
 bool TcpSock::IsConnected() const
 {
@@ -38,8 +44,7 @@ bool TcpSock::connectToServer(QString ipAddr, QString port)
 {
     qDebug() << "Connect Received";
     leaveConnection();
-    // Unsent bytes would keep the old connection, which then refuses to be opened anew.
-    m_socket->abort();
+    replaceSocket();
     if (!reach(ipAddr, port.toUShort())) {
         emit TcpDisconnectd();
         return false;
@@ -50,6 +55,16 @@ bool TcpSock::connectToServer(QString ipAddr, QString port)
     // A receiver may have left the connection again.
     m_connected = m_socket->state() == QAbstractSocket::ConnectedState;
     return m_connected;
+}
+
+/// A receiver may connect anew while the old socket still tells of its end. That socket clears what it knows
+/// of its connection only after it has told, and would clear what belongs to a new one as well.
+void TcpSock::replaceSocket()
+{
+    m_socket->disconnect(this);
+    m_socket->abort(); // unsent bytes would keep the old connection
+    m_socket->deleteLater();
+    m_socket = makeSocket();
 }
 
 /// A short blocking wait on purpose: a device that takes longer counts as failed. The look-up of a name is

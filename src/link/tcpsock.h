@@ -54,12 +54,14 @@ signals:
     void Signal_RcvSerialDatagram(Comm_Type commType, QByteArray &frame);
 
 private:
+    QTcpSocket *makeSocket();
     void leaveConnection();
+    void replaceSocket();
     bool reach(const QString &host, quint16 port);
 
     const std::chrono::milliseconds m_connectTimeout;
     HostLookup m_hosts;
     Communication_Aux *m_decoder; ///< child
-    QTcpSocket *m_socket;         ///< child
+    QTcpSocket *m_socket;         ///< child; a new one for each attempt to connect
     bool m_connected = false;
 };

@@ -11,7 +11,7 @@ std::unique_ptr<TcpSock> TcpSockTest::patientSock(HostLookup::Function lookUp)
 
 QTcpSocket *TcpSockTest::socket() const
 {
-    return m_sock->findChild<QTcpSocket *>();
+    return m_sock->findChildren<QTcpSocket *>().last(); // those before it are to be deleted
 }
 
 void TcpSockTest::init()

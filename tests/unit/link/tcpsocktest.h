@@ -35,7 +35,7 @@ protected:
     bool deliver(const QByteArray &bytes);
 
     QString port() const { return QString::number(m_server->serverPort()); }
-    QTcpSocket *socket() const;
+    QTcpSocket *socket() const; ///< of the link, for its last attempt
 
     std::unique_ptr<QTcpServer> m_server;
     QTcpSocket *m_peer = nullptr; ///< the device's end of the last connection; belongs to the server

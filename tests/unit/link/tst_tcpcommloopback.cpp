@@ -39,8 +39,8 @@ private:
     std::unique_ptr<MessageCatcher> m_log;
     std::unique_ptr<QTcpServer> m_server;
     quint16 m_port = 0;
-    QTcpSocket *m_socket = nullptr; ///< of the link
-    QTcpSocket *m_peer = nullptr;   ///< the gateway's end of the connection; belongs to the server
+    TcpSock *m_sock = nullptr;    ///< of the link
+    QTcpSocket *m_peer = nullptr; ///< the gateway's end of the connection; belongs to the server
     std::unique_ptr<TcpComm> m_link;
     std::unique_ptr<QSignalSpy> m_connects;
     std::unique_ptr<QSignalSpy> m_disconnects;
@@ -56,7 +56,7 @@ void TstTcpCommLoopback::init()
     QVERIFY(m_server->listen(ownLoopback(), 0));
     m_port = m_server->serverPort();
     auto socket = std::make_unique<TcpSock>(*m_time, nullptr, kPatience);
-    m_socket = socket->findChild<QTcpSocket *>();
+    m_sock = socket.get();
     m_link = std::make_unique<TcpComm>(*m_time, std::move(socket));
     m_connects = std::make_unique<QSignalSpy>(m_link.get(), &TcpComm::TcpConnected);
     m_disconnects = std::make_unique<QSignalSpy>(m_link.get(), &TcpComm::TcpDisconnectd);
@@ -158,7 +158,10 @@ void TstTcpCommLoopback::theServerIsFoundAgainOnTheSamePort()
 void TstTcpCommLoopback::aReceiverMayConnectAgainWhenTheServerCloses()
 {
     connectLink();
-    const auto again = [this] { m_link->Slot_connectToGateway(address(), port()); };
+    const auto again = [this] {
+        m_link->Slot_connectToGateway(address(), port());
+        m_link->Write("#?\r");
+    };
     connect(m_link.get(), &TcpComm::TcpDisconnectd, this, again);
     m_peer->disconnectFromHost();
     QTRY_COMPARE(m_connects->count(), 2);
@@ -166,6 +169,9 @@ void TstTcpCommLoopback::aReceiverMayConnectAgainWhenTheServerCloses()
     QCOMPARE(m_time->activeTimers(), 0);
     m_peer = acceptedPeer();
     QVERIFY(m_peer);
+    m_link->Write("#006_1\r");
+    QTRY_COMPARE(m_peer->bytesAvailable(), qint64(10));
+    QCOMPARE(m_peer->readAll(), QByteArray("#?\r#006_1\r"));
     m_peer->write("]----");
     QTRY_COMPARE(m_bytes, QByteArray("]----"));
 }
@@ -186,11 +192,12 @@ void TstTcpCommLoopback::bytesThatComeAfterLeavingAreNotPassedOn()
     m_peer->setReadBufferSize(1);
     m_link->Write(QByteArray(16 * 1024 * 1024, 'x'));
     m_link->Slot_disconnectSocket();
-    QCOMPARE(m_socket->state(), QAbstractSocket::ClosingState);
+    const auto *socket = m_sock->findChildren<QTcpSocket *>().last(); // of the only attempt
+    QCOMPARE(socket->state(), QAbstractSocket::ClosingState);
     m_peer->write("]----");
     QVERIFY(m_peer->waitForBytesWritten(5000));
     m_peer->setReadBufferSize(0);
-    QTRY_COMPARE(m_socket->state(), QAbstractSocket::UnconnectedState);
+    QTRY_COMPARE(socket->state(), QAbstractSocket::UnconnectedState);
     QCOMPARE(m_bytes, QByteArray());
     QCOMPARE(m_disconnects->count(), 0);
 }

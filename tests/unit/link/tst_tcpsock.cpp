@@ -29,6 +29,7 @@ private slots:
     void aPeerThatGoesAwayIsTold();
     void theFlagFollowsTheSignalOfTheEnd();
     void aReceiverOfTheEndMayConnectAgain();
+    void socketsOfEarlierAttemptsDoNotPileUp();
     void leavingEmitsNothing();
     void theSocketMayEndWhileConnected();
     void otherSocketStatesAreIgnored();
@@ -206,11 +207,32 @@ void TstTcpSock::theFlagFollowsTheSignalOfTheEnd()
 
 void TstTcpSock::aReceiverOfTheEndMayConnectAgain()
 {
-    connect(m_sock.get(), &TcpSock::TcpDisconnectd, this, [this] { QVERIFY(connectSocket()); });
+    connect(m_sock.get(), &TcpSock::TcpDisconnectd, this, [this] {
+        QVERIFY(connectSocket());
+        m_sock->Write("at once,");
+    });
     QVERIFY(connectSocket());
     m_peer->close();
     QTRY_COMPARE(m_connects->count(), 2);
     QVERIFY(m_sock->IsConnected());
+    // The new connection is whole, although it was made while the old one was being closed.
+    QVERIFY(socket()->isWritable());
+    m_sock->Write("later");
+    QCOMPARE(m_written->count(), 2);
+    QTRY_COMPARE(m_peer->bytesAvailable(), qint64(13));
+    QCOMPARE(m_peer->readAll(), QByteArray("at once,later"));
+    QVERIFY(deliver(deviceframes::five()));
+    QCOMPARE(m_frames, QByteArrayList{deviceframes::five()});
+    QCOMPARE(m_disconnects->count(), 1);
+}
+
+void TstTcpSock::socketsOfEarlierAttemptsDoNotPileUp()
+{
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(connectSocket());
+    m_server->close();
+    QVERIFY(!m_sock->connectToServer(loopback(), port()));
+    QTRY_COMPARE(m_sock->findChildren<QTcpSocket *>().size(), 1);
 }
 
 void TstTcpSock::leavingEmitsNothing()
