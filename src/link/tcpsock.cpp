@@ -4,6 +4,7 @@
 #include "link/keepalive.h"
 
 #include <QDeadlineTimer>
+#include <QPointer>
 #include <QTcpSocket>
 #include <utility>
 
@@ -104,10 +105,11 @@ void TcpSock::Write(const QByteArray &frame)
 
 void TcpSock::readData()
 {
+    const QPointer<QTcpSocket> source = m_socket;
     const QByteArray bytes = m_socket->readAll();
     QByteArray message = bytes;
     emit messagePacket(message);
-    if (m_connected) // a receiver may have left
+    if (m_connected && source == m_socket) // a receiver may have left or connected anew
         m_decoder->takeRead(bytes);
 }
 

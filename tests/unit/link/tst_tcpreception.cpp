@@ -18,6 +18,7 @@ private slots:
     void lastBytesOfThePeerAreTakenBeforeItsEnd();
     void bytesThatComeAfterLeavingAreIgnored();
     void aReceiverOfTheBytesMayLeave();
+    void aReceiverOfTheBytesMayConnectAgain();
     void aReceiverMayLeaveTheConnection();
     void aReceiverMayConnectAgain();
 };
@@ -100,6 +101,20 @@ void TstTcpReception::aReceiverOfTheBytesMayLeave()
     QVERIFY(deliver(deviceframes::five()));
     QVERIFY(m_frames.isEmpty());
     QVERIFY(!m_sock->IsConnected());
+}
+
+void TstTcpReception::aReceiverOfTheBytesMayConnectAgain()
+{
+    const auto reconnecting =
+        connect(m_sock.get(), &TcpSock::messagePacket, this, [this] { QVERIFY(connectSocket()); });
+    QVERIFY(connectSocket());
+    QVERIFY(deliver(deviceframes::five() + deviceframes::eight().left(10)));
+    disconnect(reconnecting);
+    QVERIFY(m_sock->IsConnected());
+    QVERIFY(m_frames.isEmpty()); // the frame came from the connection before
+    QVERIFY(deliver(deviceframes::eight()));
+    QCOMPARE(m_frames, QByteArrayList{deviceframes::eight()});
+    QCOMPARE(m_disconnects->count(), 0);
 }
 
 void TstTcpReception::aReceiverMayLeaveTheConnection()
