@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace sim {
 
 namespace {
@@ -12,6 +14,7 @@ constexpr int kCodeSize = 5; // "#NNN_"
 constexpr int kPortMaximum = 65535;
 constexpr int kSamplesMaximum = 65535;
 constexpr double kSamplesPerKiloBit = 50;
+constexpr int kClockDigits = 19; // of nanoseconds since 1970, for as long as this will be in use
 
 const QString kDone = QStringLiteral("set");
 const QString kNotObeyed = QStringLiteral("out of range: not obeyed");
@@ -67,11 +70,18 @@ bool setTarget(const QString &value, GatewayState *state)
     return true;
 }
 
+bool hasDigitsAlone(const QString &text)
+{
+    return std::all_of(text.cbegin(), text.cend(),
+                       [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); });
+}
+
+/// A time in a coarser unit has fewer digits; it is refused.
 bool setClock(const QString &value, Milliseconds now, GatewayState *state)
 {
-    bool isNumber = false;
-    const qint64 ns = value.toLongLong(&isNumber);
-    if (!isNumber || ns < 0)
+    bool isInRange = false;
+    const qint64 ns = value.toLongLong(&isInRange);
+    if (!isInRange || value.size() < kClockDigits || !hasDigitsAlone(value))
         return false;
     state->clockNs = ns;
     state->clockSetAt = now;

@@ -149,8 +149,8 @@ void TstSimGateway::settingsShowInTheirFields()
 void TstSimGateway::settingsAreNotAnswered()
 {
     Gateway gateway;
-    for (const char *line :
-         {"#000_1", "#006_1", "#006_9", "#007_1250:32", "#030_5", "#999_1", "hello", "#", "?"})
+    for (const char *line : {"#000_1", "#006_1", "#006_9", "#007_1250:32", "#030_5",
+                             "#030_1700000000123000000", "#999_1", "hello", "#", "?"})
         QCOMPARE(gateway.take(line, 0ms).text, QByteArray());
     QVERIFY(gateway.state().debugging);
 }
@@ -191,6 +191,12 @@ void TstSimGateway::whatIsOutOfRangeChangesNothing_data()
                              "#030_",
                              "#030_x",
                              "#030_-1",
+                             "#030_1700000000123",      // milliseconds
+                             "#030_170000000012300000", // a digit is missing
+                             "#030_+1700000000123000000",
+                             "#030_ 1700000000123000000",
+                             "#030_1700000000123000000 ",
+                             "#030_-000000000000000001",
                              "#032_4",
                              "#032_COM 1",
                              "#034_3",
@@ -223,7 +229,7 @@ void TstSimGateway::whatIsOutOfRangeChangesNothing()
 {
     QFETCH(QByteArray, line);
     Gateway gateway;
-    QVERIFY(gateway.take("#030_5000000000", 0ms).text.isEmpty());
+    QVERIFY(gateway.take("#030_0000000005000000000", 0ms).text.isEmpty());
     const QByteArray before = gateway.statusLine(0ms);
     const GatewayAnswer answer = gateway.take(line, 0ms);
     QCOMPARE(answer.text, QByteArray());
@@ -254,7 +260,7 @@ void TstSimGateway::clockRunsFromItsValue()
     QCOMPARE(field(gateway, 29, 5s), QByteArray("1700000000"));
     QCOMPARE(field(gateway, 29, 5876ms), QByteArray("1700000000"));
     QCOMPARE(field(gateway, 29, 5877ms), QByteArray("1700000001"));
-    gateway.take("#030_1000000000", 6s);
+    gateway.take("#030_0000000001000000000", 6s);
     QCOMPARE(field(gateway, 29, 9s), QByteArray("4"));
 }
 
@@ -355,7 +361,7 @@ void TstSimGateway::badAddressIsIgnored()
 void TstSimGateway::restartKeepsSettingsAndClock()
 {
     Gateway gateway;
-    for (const char *line : {"#009_OFF", "#000_1", "#030_7000000000"})
+    for (const char *line : {"#009_OFF", "#000_1", "#030_0000000007000000000"})
         gateway.take(line, 0ms);
     QVERIFY(gateway.take("restart", 1s).then == Then::Restart);
     gateway.restart();
@@ -367,7 +373,7 @@ void TstSimGateway::restartKeepsSettingsAndClock()
 void TstSimGateway::rebootLosesTheClock()
 {
     Gateway gateway;
-    for (const char *line : {"#009_OFF", "#000_1", "#030_7000000000"})
+    for (const char *line : {"#009_OFF", "#000_1", "#030_0000000007000000000"})
         gateway.take(line, 0ms);
     QVERIFY(gateway.take("reboot", 1s).then == Then::Reboot);
     gateway.reboot(1s);
