@@ -21,13 +21,7 @@ GatewayServer::GatewayServer(TimeSource &time, const GatewayState &description, 
     m_comeBack->setSingleShot(true);
     m_leave->setSingleShot(true);
     connect(m_comeBack, &Timer::timeout, this, &GatewayServer::comeBack);
-    connect(m_leave, &Timer::timeout, this, [this] {
-        for (const auto &session : qAsConst(m_leaving)) {
-            if (session)
-                session->close(Milliseconds(0));
-        }
-        m_leaving.clear();
-    });
+    connect(m_leave, &Timer::timeout, this, &GatewayServer::leave);
     addLink(m_tcp);
 }
 
@@ -160,10 +154,23 @@ void GatewayServer::follow(GatewayAnswer::Then then)
 
 void GatewayServer::move()
 {
-    for (GatewaySession *session : qAsConst(m_sessions))
-        m_leaving.append(session);
-    m_leave->start(kLeaving);
+    for (GatewaySession *session : qAsConst(m_sessions)) {
+        if (!m_leaving.contains(session))
+            m_leaving.append(session);
+    }
+    // A client that goes on telling an address must go all the same.
+    if (!m_leave->isActive())
+        m_leave->start(kLeaving);
     stopListening(state().moveTime);
+}
+
+void GatewayServer::leave()
+{
+    for (const auto &session : qAsConst(m_leaving)) {
+        if (session)
+            session->close(Milliseconds(0));
+    }
+    m_leaving.clear();
 }
 
 void GatewayServer::stopListening(Milliseconds absence)

@@ -84,6 +84,7 @@ private:
     void answer(GatewaySession *session, const QByteArray &text, const GatewayPlan &plan);
     void follow(GatewayAnswer::Then then);
     void move();
+    void leave();
     void stopListening(Milliseconds absence);
     void comeBack();
     std::optional<DataRate> chainRate() const;

@@ -41,6 +41,7 @@ private slots:
     void peerThatGoesBeforeItsAnswer();
     void restartEndsAllConnections();
     void moveEndsTheOldConnectionsALittleLater();
+    void repeatedNewAddressDoesNotPutTheEndOff();
     void linesAreRememberedUpToACap();
     void logTellsBothDirections();
 
@@ -319,6 +320,22 @@ void TstSimGatewayServer::moveEndsTheOldConnectionsALittleLater()
     QCOMPARE(int(first->closedAtMs), 200);
     QCOMPARE(int(second->closedAtMs), 200);
     QCOMPARE(int(later->closedAtMs), -1);
+}
+
+void TstSimGatewayServer::repeatedNewAddressDoesNotPutTheEndOff()
+{
+    FakeConnection *peer = plugIn();
+    FakeConnection *other = nullptr;
+    for (int ms = 0; ms < 200; ms += 20) {
+        peer->write("gateway.addr=10.0.0.1\r");
+        if (!other)
+            other = plugIn(); // behind the first command, so the later ones name it
+        QCOMPARE(int(peer->closedAtMs), -1);
+        m_time->advance(20);
+    }
+    QCOMPARE(int(peer->closedAtMs), 200);
+    QCOMPARE(int(other->closedAtMs), 200);
+    QCOMPARE(peer->pieces.size(), 10);
 }
 
 void TstSimGatewayServer::linesAreRememberedUpToACap()
