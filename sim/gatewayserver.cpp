@@ -81,13 +81,21 @@ void GatewayServer::takeConnection(Connection *connection)
     connect(session, &GatewaySession::lineReceived, this,
             [this, session](const QByteArray &line) { takeLine(session, line); });
     connect(session, &GatewaySession::lineRefused, this,
-            [this, session] { note(session, QStringLiteral("-> refused, the line is too long")); });
+            [this, session](const QString &reason) { refuse(session, reason); });
     connect(session, &QObject::destroyed, this, [this, session] { m_sessions.removeOne(session); });
     connect(connection, &Connection::closed, this, [this, session] {
         if (m_sessions.removeOne(session))
             note(session, QStringLiteral("disconnected"));
     });
     greet(session);
+}
+
+void GatewayServer::refuse(const GatewaySession *session, const QString &reason)
+{
+    m_refusals.append(reason);
+    if (m_refusals.size() > kRememberedLines)
+        m_refusals.removeFirst();
+    note(session, QStringLiteral("-> refused, %1").arg(reason));
 }
 
 void GatewayServer::greet(GatewaySession *session)

@@ -71,6 +71,8 @@ public:
     const QList<QByteArray> &receivedLines() const { return m_lines; }
     int lineCount(const QByteArray &line) const { return m_lines.count(line); }
     void clearLines() { m_lines.clear(); }
+    /// Why lines were not taken at all, the latest last.
+    const QStringList &refusals() const { return m_refusals; }
     int connectionCount() const { return m_sessions.size(); }
 
 signals:
@@ -79,6 +81,7 @@ signals:
 
 private:
     void takeConnection(Connection *connection);
+    void refuse(const GatewaySession *session, const QString &reason);
     void greet(GatewaySession *session);
     void takeLine(GatewaySession *session, const QByteArray &line);
     void answer(GatewaySession *session, const QByteArray &text, const GatewayPlan &plan);
@@ -104,6 +107,7 @@ private:
     QVector<GatewaySession *> m_sessions;
     QVector<QPointer<GatewaySession>> m_leaving; ///< connected to the left address
     QList<QByteArray> m_lines;
+    QStringList m_refusals;
 };
 
 } // namespace sim

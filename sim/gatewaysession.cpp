@@ -27,7 +27,9 @@ void GatewaySession::take(const QByteArray &bytes)
             return;
         if (byte == '\r') {
             endLine();
-        } else if (byte != '\n' && !m_isTooLong) {
+        } else if (byte == '\n') {
+            m_hasLineFeed = true;
+        } else if (!m_isTooLong) {
             m_line.append(byte);
             m_isTooLong = m_line.size() > kLongestLine;
         }
@@ -37,8 +39,12 @@ void GatewaySession::take(const QByteArray &bytes)
 void GatewaySession::endLine()
 {
     const QByteArray line = std::exchange(m_line, QByteArray());
-    if (std::exchange(m_isTooLong, false))
-        emit lineRefused();
+    const bool isTooLong = std::exchange(m_isTooLong, false);
+    const bool hasLineFeed = std::exchange(m_hasLineFeed, false);
+    if (isTooLong)
+        emit lineRefused(QStringLiteral("the line is too long"));
+    else if (hasLineFeed)
+        emit lineRefused(QStringLiteral("the line has an LF"));
     else
         emit lineReceived(line);
 }

@@ -37,9 +37,9 @@ public:
     void close(Milliseconds delay);
 
 signals:
-    /// A line without the CR that closed it. LFs are left out.
+    /// A line without the CR that closed it.
     void lineReceived(const QByteArray &line);
-    void lineRefused();
+    void lineRefused(const QString &reason);
 
 private:
     struct Outgoing
@@ -61,6 +61,7 @@ private:
     Timer *m_timer;
     QByteArray m_line;
     bool m_isTooLong = false;
+    bool m_hasLineFeed = false;
     bool m_isClosing = false;
     std::deque<Outgoing> m_outgoing;
     Milliseconds m_lastDue{0};

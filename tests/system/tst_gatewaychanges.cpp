@@ -56,6 +56,7 @@ void TstGatewayChanges::expectLine(const QString &line)
     fixture().nextPoll();
     WAIT_COMPARE(fixture().differences(), QStringList());
     QCOMPARE(fixture().lines(), QStringList(line));
+    QCOMPARE(fixture().gateway->refusals(), QStringList());
     QCOMPARE(fixture().commands(), QStringList());
 }
 

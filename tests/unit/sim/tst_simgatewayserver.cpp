@@ -24,6 +24,7 @@ private slots:
     void greetsWithThePrompt();
     void statusComesAloneInOnePiece();
     void linesEndWithCr();
+    void lineWithLfIsRefused();
     void linesArePutTogether();
     void longLineIsRefusedAndTheNextTaken();
     void clientsMeetTheSameGateway();
@@ -112,12 +113,25 @@ void TstSimGatewayServer::statusComesAloneInOnePiece()
 void TstSimGatewayServer::linesEndWithCr()
 {
     FakeConnection *peer = plugIn();
-    peer->write("#010_L\n#011_18\n");
+    peer->write("#010_L");
     QCOMPARE(m_server->receivedLines(), QList<QByteArray>());
-    peer->write("\r#009_OFF\r\n\n#?\r");
-    QCOMPARE(m_server->receivedLines(), (QList<QByteArray>{"#010_L#011_18", "#009_OFF", "#?"}));
-    QCOMPARE(m_server->state().mode, QString("OFF"));
-    QCOMPARE(m_server->state().endian, QString("B"));
+    peer->write("\r#009_OFF\r#?\r\r");
+    QCOMPARE(m_server->receivedLines(), (QList<QByteArray>{"#010_L", "#009_OFF", "#?", ""}));
+    QCOMPARE(m_server->refusals(), QStringList());
+}
+
+void TstSimGatewayServer::lineWithLfIsRefused()
+{
+    FakeConnection *peer = plugIn();
+    peer->write("#010_L\r\n#011_18\r\n\r\n#?\r");
+    peer->write("#009_OFF\n\r#037_5\r");
+    QCOMPARE(m_server->receivedLines(), (QList<QByteArray>{"#010_L", "#037_5"}));
+    QCOMPARE(m_server->state().dataLength, QString("16"));
+    QCOMPARE(m_server->state().mode, QString("UDP-B"));
+    QVERIFY(peer->pieces.isEmpty());
+    QCOMPARE(m_server->refusals().count("the line has an LF"), 4);
+    QCOMPARE(m_server->refusals().size(), 4);
+    QCOMPARE(m_lines.filter("fake -- -> refused, the line has an LF").size(), 4);
 }
 
 void TstSimGatewayServer::linesArePutTogether()
@@ -139,6 +153,7 @@ void TstSimGatewayServer::longLineIsRefusedAndTheNextTaken()
     QCOMPARE(m_server->receivedLines().size(), 2);
     QCOMPARE(texts(peer), QVector<QByteArray>{status()});
     QCOMPARE(m_lines.filter("refused, the line is too long").size(), 1);
+    QCOMPARE(m_server->refusals(), QStringList("the line is too long"));
 }
 
 void TstSimGatewayServer::clientsMeetTheSameGateway()
