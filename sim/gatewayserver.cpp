@@ -82,6 +82,11 @@ void GatewayServer::takeConnection(Connection *connection)
             [this, session](const QByteArray &line) { takeLine(session, line); });
     connect(session, &GatewaySession::lineRefused, this,
             [this, session](const QString &reason) { refuse(session, reason); });
+    const auto noteLoss = [this, session](int byteCount) {
+        note(session, QStringLiteral("lost, %1 bytes that the peer does not take").arg(byteCount));
+    };
+    connect(session, &GatewaySession::lost, this, noteLoss);
+    connect(connection, &Connection::lost, this, noteLoss);
     connect(session, &QObject::destroyed, this, [this, session] { m_sessions.removeOne(session); });
     connect(connection, &Connection::closed, this, [this, session] {
         if (m_sessions.removeOne(session))
@@ -132,13 +137,16 @@ void GatewayServer::answer(GatewaySession *session, const QByteArray &text, cons
             stopListening(plan.absence);
         return;
     }
-    const QByteArray bytes = plan.applyTo(text);
-    if (bytes.isEmpty())
+    transmit(session, plan.applyTo(text), {plan.delay, Milliseconds(0), plan.cut}, plan.lose);
+}
+
+void GatewayServer::transmit(GatewaySession *session, const QByteArray &text, const Dispatch &how, bool lose)
+{
+    if (text.isEmpty())
         return;
-    m_log.sentText(elapsed() + plan.delay, session->connection().name(), bytes,
-                   plan.lose ? FrameLog::Fate::Lost : FrameLog::Fate::Sent);
-    if (!plan.lose)
-        session->send(bytes, plan.delay, plan.cut.value_or(Cut{bytes.size(), Milliseconds(0)}));
+    const bool isSent = !lose && session->send(text, how);
+    m_log.sentText(elapsed() + how.delay, session->connection().name(), text,
+                   isSent ? FrameLog::Fate::Sent : FrameLog::Fate::Lost);
 }
 
 void GatewayServer::follow(GatewayAnswer::Then then)

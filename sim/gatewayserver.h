@@ -20,6 +20,7 @@ class Connection;
 class GatewaySession;
 class Link;
 class TcpLink;
+struct Dispatch;
 
 /// A simulated gateway on a TCP port of its own, with faults and log. For a test of the program:
 ///
@@ -85,6 +86,7 @@ private:
     void greet(GatewaySession *session);
     void takeLine(GatewaySession *session, const QByteArray &line);
     void answer(GatewaySession *session, const QByteArray &text, const GatewayPlan &plan);
+    void transmit(GatewaySession *session, const QByteArray &text, const Dispatch &how, bool lose);
     void follow(GatewayAnswer::Then then);
     void move();
     void leave();

@@ -102,11 +102,13 @@ public:
 
     void send(const QByteArray &bytes) override
     {
-        if (m_master < 0 || peerIsGone())
-            return;
         // A full buffer means that the peer does not read: the bytes are lost, as without flow control.
-        const ssize_t written = ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size()));
-        Q_UNUSED(written)
+        ssize_t written = 0;
+        if (m_master >= 0 && !peerIsGone())
+            written = ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size()));
+        const int taken = static_cast<int>(qMax<ssize_t>(0, written));
+        if (taken < bytes.size())
+            emit lost(bytes.size() - taken);
     }
 
     void close(std::chrono::milliseconds absence) override

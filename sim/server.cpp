@@ -123,6 +123,10 @@ void Server::takeConnection(Link *link, Connection *connection)
         *connection, m_time, [this] { return nowNs(); }, m_bytesPerSecond, connection);
     connect(session, &Session::arrived, this,
             [this, link, session](const Reception &reception) { takeReception(link, session, reception); });
+    connect(connection, &Connection::lost, this, [this, connection](int byteCount) {
+        m_log.note(elapsed(), connection->name(),
+                   QStringLiteral("lost, %1 bytes that the peer does not take").arg(byteCount));
+    });
     connect(connection, &Connection::closed, this, [this, connection, session] {
         m_expectedCounters.remove(session);
         if (m_flagCarrier == session)

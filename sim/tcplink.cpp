@@ -18,6 +18,7 @@ public:
         socket->setParent(this);
         socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         connect(socket, &QTcpSocket::readyRead, this, [this] { emit received(m_socket->readAll()); });
+        connect(socket, &QTcpSocket::bytesWritten, this, &Connection::drained);
         connect(socket, &QTcpSocket::disconnected, this, [this] {
             emit closed();
             deleteLater();
@@ -26,12 +27,15 @@ public:
 
     void send(const QByteArray &bytes) override
     {
-        if (m_socket->state() != QAbstractSocket::ConnectedState ||
-            m_socket->bytesToWrite() + bytes.size() > TcpLink::kMaximumUnsent)
+        if (m_socket->state() != QAbstractSocket::ConnectedState || bytes.size() > room()) {
+            emit lost(bytes.size());
             return;
+        }
         m_socket->write(bytes);
         m_socket->flush();
     }
+
+    int room() const override { return TcpLink::kMaximumUnsent - static_cast<int>(m_socket->bytesToWrite()); }
 
     void close(Milliseconds absence) override
     {

@@ -7,6 +7,9 @@
 
 #include <QVector>
 
+#include <functional>
+#include <optional>
+
 /// A peer on virtual time that writes down what reaches it and when, and plays back what the test says.
 class FakeConnection final : public sim::Connection
 {
@@ -25,9 +28,13 @@ public:
     void send(const QByteArray &bytes) override
     {
         pieces.append({m_time.elapsedMs(), bytes});
+        if (limit)
+            *limit -= bytes.size();
         if (onSend)
             onSend();
     }
+
+    int room() const override { return limit.value_or(Connection::room()); }
 
     void close(sim::Milliseconds absence) override
     {
@@ -44,6 +51,13 @@ public:
 
     void write(const QByteArray &bytes) { emit received(bytes); }
 
+    /// Takes what it was sent, so that there is room for so many bytes more.
+    void drain(int byteCount)
+    {
+        limit = limit.value_or(0) + byteCount;
+        emit drained();
+    }
+
     QByteArray bytes() const
     {
         QByteArray all;
@@ -56,6 +70,7 @@ public:
     qint64 closedAtMs = -1;
     sim::Milliseconds closedFor{0};
     std::function<void()> onSend;
+    std::optional<int> limit; ///< bytes that can still be sent; without it there is no limit
 
 private:
     VirtualTime &m_time;

@@ -33,13 +33,17 @@ struct FloodedPeer
         peer.setReadBufferSize(1);
         peer.connectToHost(QHostAddress::LocalHost, link.port());
         QTRY_VERIFY(connection);
-        const QByteArray replies(1 << 16, 'r');
+        QObject::connect(connection, &Connection::lost, &peer, [this](int byteCount) { lost += byteCount; });
+        const QByteArray replies(kReply, 'r');
         for (int i = 0; i < 512; ++i)
             connection->send(replies);
     }
 
+    static constexpr int kReply = 1 << 16;
+
     TcpLink link;
     QTcpSocket peer;
+    qint64 lost = 0;                  // bytes
     Connection *connection = nullptr; // belongs to the link
 };
 
@@ -59,6 +63,7 @@ private slots:
     void closeFaultEndsTheConnection();
     void wholeFastModuleStatusOverTcp();
     void peerThatDoesNotReadCostsLittleMemory();
+    void lossAndRoomAreTold();
     void closeDoesNotWaitForAPeerThatDoesNotRead();
 
 private:
@@ -156,6 +161,22 @@ void TstSimLinks::peerThatDoesNotReadCostsLittleMemory()
     const auto *socket = flooded.connection->findChild<QTcpSocket *>();
     QVERIFY(socket->bytesToWrite() > 0);
     QVERIFY(socket->bytesToWrite() <= TcpLink::kMaximumUnsent);
+}
+
+void TstSimLinks::lossAndRoomAreTold()
+{
+    FloodedPeer flooded;
+    QVERIFY(flooded.connection);
+    QVERIFY(flooded.lost > 0);
+    QCOMPARE(flooded.lost % FloodedPeer::kReply, 0);
+    QVERIFY(flooded.connection->room() < FloodedPeer::kReply);
+    QSignalSpy drained(flooded.connection, &Connection::drained);
+    flooded.peer.setReadBufferSize(0);
+    QTRY_COMPARE(flooded.connection->room(), int(TcpLink::kMaximumUnsent));
+    QVERIFY(!drained.isEmpty());
+    const qint64 before = flooded.lost;
+    flooded.connection->send(QByteArray(TcpLink::kMaximumUnsent, 'r'));
+    QCOMPARE(flooded.lost, before);
 }
 
 void TstSimLinks::closeDoesNotWaitForAPeerThatDoesNotRead()

@@ -41,6 +41,7 @@ private slots:
     void replyThatComesTwiceHasTwoCounters();
     void replyThatComesTwiceCanBeLost();
     void refusalsAreCapped();
+    void lossInTheConnectionIsLogged();
 
 private:
     void load(const char *rules)
@@ -230,6 +231,12 @@ void TstSimMishaps::refusalsAreCapped()
         m_peer->write(damaged);
     QCOMPARE(m_server->refusals().size(), Server::kRememberedRefusals);
     QCOMPARE(m_server->refusals().first(), QString("wrong CRC"));
+}
+
+void TstSimMishaps::lossInTheConnectionIsLogged()
+{
+    emit m_peer->lost(7);
+    QCOMPARE(m_lines.last(), QString("    0.000 fake -- lost, 7 bytes that the peer does not take"));
 }
 
 QTEST_GUILESS_MAIN(TstSimMishaps)
