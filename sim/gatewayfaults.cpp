@@ -14,8 +14,9 @@ const QStringList &actionNames()
 {
     // In the order of GatewayRule::Action.
     static const QStringList names = {
-        QStringLiteral("cut"),   QStringLiteral("merge"), QStringLiteral("silent"), QStringLiteral("lose"),
-        QStringLiteral("close"), QStringLiteral("odd"),   QStringLiteral("flood"),  QStringLiteral("delay")};
+        QStringLiteral("cut"),   QStringLiteral("merge"), QStringLiteral("silent"),
+        QStringLiteral("lose"),  QStringLiteral("close"), QStringLiteral("odd"),
+        QStringLiteral("flood"), QStringLiteral("delay"), QStringLiteral("prompt")};
     return names;
 }
 
@@ -29,6 +30,9 @@ void readParameters(ScriptLine &line, GatewayRule *rule)
         needKey(line, "size");
         rule->cut.size = line.integer(QStringLiteral("size"), 1, 1, kAnyNumber);
         rule->cut.gap = milliseconds(line, "gap");
+        break;
+    case GatewayRule::Action::Prompt:
+        rule->time = milliseconds(line, "gap");
         break;
     case GatewayRule::Action::Delay:
         needKey(line, "ms");
@@ -160,6 +164,9 @@ void GatewayFaults::apply(const GatewayRule &rule, Milliseconds now, GatewayPlan
         break;
     case GatewayRule::Action::Delay:
         plan->delay += rule.time;
+        break;
+    case GatewayRule::Action::Prompt:
+        plan->promptGap = rule.time;
         break;
     }
 }

@@ -17,9 +17,10 @@ struct GatewayPlan
     Milliseconds absence{0}; ///< after `close`: how long nobody can connect
     Milliseconds delay{0};
     std::optional<Cut> cut;
-    QMap<int, QByteArray> oddFields; ///< of a status line, by their numbers
-    QByteArray flood;                ///< comes right before the answer
-    QStringList notes;               ///< names of the rules that matched, for the log
+    std::optional<Milliseconds> promptGap; ///< the prompt comes so long behind the answer, by itself
+    QMap<int, QByteArray> oddFields;       ///< of a status line, by their numbers
+    QByteArray flood;                      ///< comes right before the answer
+    QStringList notes;                     ///< names of the rules that matched, for the log
 
     bool isClean() const { return notes.isEmpty(); }
     /// What is sent in place of an answer.
@@ -29,7 +30,7 @@ struct GatewayPlan
 /// One rule. Of the lines that pass the filters the trigger picks some.
 struct GatewayRule
 {
-    enum class Action { Cut, Merge, Silent, Lose, Close, Odd, Flood, Delay };
+    enum class Action { Cut, Merge, Silent, Lose, Close, Odd, Flood, Delay, Prompt };
 
     Action action = Action::Lose;
     QString name;    ///< keyword and line number, for the log
@@ -37,7 +38,7 @@ struct GatewayRule
     Trigger trigger;
 
     // What the action needs.
-    Milliseconds time{0}; ///< delay, silence after the line that set it off, or absence
+    Milliseconds time{0}; ///< delay, gap, silence after the line that set it off, or absence
     Cut cut;
     int field = 0;
     QByteArray value; ///< of the odd field, or what the flood consists of
@@ -55,6 +56,8 @@ struct GatewayRule
 ///   odd field=N value=TEXT  this field of the status line is replaced
 ///   flood bytes=N [text=T]  N bytes that repeat T ("x") come right before the answer, without a line end
 ///   delay ms=N              the answer comes N ms later
+///   prompt [gap=N]          the prompt comes gap ms behind the answer, as a piece of its own; also behind a
+///                           line that has no answer. It is lost with the answer and not cut with it.
 /// Filters and triggers of every rule:
 ///   line=TEXT               only lines that begin so. What a new connection is greeted with counts as the
 ///                           answer to the line "greeting".

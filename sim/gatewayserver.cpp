@@ -138,6 +138,8 @@ void GatewayServer::answer(GatewaySession *session, const QByteArray &text, cons
         return;
     }
     transmit(session, plan.applyTo(text), {plan.delay, Milliseconds(0), plan.cut}, plan.lose);
+    if (plan.promptGap)
+        transmit(session, Gateway::prompt(), {plan.delay + *plan.promptGap, *plan.promptGap, {}}, plan.lose);
 }
 
 void GatewayServer::transmit(GatewaySession *session, const QByteArray &text, const Dispatch &how, bool lose)

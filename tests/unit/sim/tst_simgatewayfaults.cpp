@@ -78,6 +78,10 @@ void TstSimGatewayFaults::actions()
     QCOMPARE(int(plan("close").absence.count()), 0);
     QCOMPARE(int(plan("close ms=40").absence.count()), 40);
     QCOMPARE(int(plan("delay ms=70").delay.count()), 70);
+    QVERIFY(!plan("delay ms=70").promptGap);
+    QCOMPARE(int(plan("prompt").promptGap->count()), 0);
+    QCOMPARE(int(plan("prompt gap=8").promptGap->count()), 8);
+    QCOMPARE(plan("prompt gap=8").applyTo("#S\r\n"), QByteArray("#S\r\n"));
     QCOMPARE(plan("cut size=3").cut->size, 3);
     QCOMPARE(int(plan("cut size=3").cut->gap.count()), 0);
     QCOMPARE(int(plan("cut size=3 gap=9").cut->gap.count()), 9);

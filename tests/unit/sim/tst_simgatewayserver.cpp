@@ -36,6 +36,9 @@ private slots:
     void silentGatewayTakesNothing();
     void lostAnswerWasCarriedOut();
     void mergedAnswerIsOnePiece();
+    void promptComesByItselfBehindTheAnswer();
+    void promptComesBehindALineWithoutAnAnswer();
+    void promptIsLostWithTheAnswer();
     void floodComesBeforeTheAnswer();
     void closeComesInPlaceOfTheAnswer();
     void linesBehindACloseAreNotTaken();
@@ -263,6 +266,39 @@ void TstSimGatewayServer::mergedAnswerIsOnePiece()
     FakeConnection *peer = plugIn();
     peer->write("#?\r");
     QCOMPARE(texts(peer), QVector<QByteArray>{status() + Gateway::prompt()});
+}
+
+void TstSimGatewayServer::promptComesByItselfBehindTheAnswer()
+{
+    load("prompt gap=30 line=\"#?\"\ncut size=100 gap=50 line=\"#?\"");
+    FakeConnection *peer = plugIn();
+    peer->write("#?\r");
+    m_time->advance(10s);
+    QCOMPARE(texts(peer), (QVector<QByteArray>{status().left(100), status().mid(100), Gateway::prompt()}));
+    QCOMPARE(int(peer->pieces.at(1).atMs), 50);
+    QCOMPARE(int(peer->pieces.at(2).atMs), 80);
+}
+
+void TstSimGatewayServer::promptComesBehindALineWithoutAnAnswer()
+{
+    load("prompt gap=30 line=\"#010_\"\ndelay ms=5 line=\"#010_\"");
+    FakeConnection *peer = plugIn();
+    peer->write("#010_L\r");
+    m_time->advance(34);
+    QVERIFY(peer->pieces.isEmpty());
+    m_time->advance(1);
+    QCOMPARE(texts(peer), QVector<QByteArray>{Gateway::prompt()});
+    QCOMPARE(m_server->state().endian, QString("L"));
+}
+
+void TstSimGatewayServer::promptIsLostWithTheAnswer()
+{
+    load("prompt line=\"#?\"\nlose line=\"#?\"");
+    FakeConnection *peer = plugIn();
+    peer->write("#?\r");
+    m_time->advance(10s);
+    QVERIFY(peer->pieces.isEmpty());
+    QCOMPARE(m_lines.filter("<- lost, ").size(), 2);
 }
 
 void TstSimGatewayServer::floodComesBeforeTheAnswer()
