@@ -14,6 +14,7 @@ private slots:
     void twoFramesInOneReadAreBothPassedOn();
     void framesCutAnywhereArePassedOn();
     void textIsPassedOnAndRefusedByTheDecoder();
+    void linesOfTheGatewayAreNoFrames();
     void aReceiverOfTheBytesMayChangeThem();
     void lastBytesOfThePeerAreTakenBeforeItsEnd();
     void bytesThatComeAfterLeavingAreIgnored();
@@ -59,6 +60,19 @@ void TstTcpReception::textIsPassedOnAndRefusedByTheDecoder()
     QCOMPARE(m_log->lines().last(), QStringLiteral("Rx From VX Stat -1"));
     QVERIFY(m_frames.isEmpty());
     QVERIFY(m_sock->IsConnected());
+}
+
+void TstTcpReception::linesOfTheGatewayAreNoFrames()
+{
+    QVERIFY(connectSocket());
+    QByteArray all;
+    for (int i = 0; i < 50; ++i) {
+        const QByteArray line = "#S;;V" + QByteArray::number(i) + ";2;" + QByteArray(i * 7, 'x') + "\r\n";
+        QVERIFY(deliver(line));
+        all += line;
+    }
+    QCOMPARE(m_bytes, all);
+    QVERIFY(m_frames.isEmpty());
 }
 
 void TstTcpReception::aReceiverOfTheBytesMayChangeThem()
