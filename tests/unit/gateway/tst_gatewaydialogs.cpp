@@ -93,6 +93,7 @@ private slots:
     void shortListOpensNothing_data();
     void shortListOpensNothing();
     void canBeOpenedAgain();
+    void addressDialogStartsEmpty();
     void controlsAreWholeAndNamed_data();
     void controlsAreWholeAndNamed();
     void tabOrderIsReadingOrder();
@@ -147,6 +148,10 @@ void TstGatewayDialogs::okAnswers()
     const Opened server(Kind::Extern);
     server.press("okButton");
     QCOMPARE(server.answers, (QList<QStringList>{{"10.0.0.5", "7000"}}));
+    server.edit("portNo")->clear();
+    qobject_cast<ExternIpAndPort *>(server.dialog.get())->Slot_displayDialog("9.9.9.9", "1");
+    QCOMPARE(server.edit("ipAddress")->text(), QStringLiteral("9.9.9.9")); // opened again
+    QCOMPARE(server.edit("portNo")->text(), QStringLiteral("1"));
     const Opened value(Kind::MinMax);
     QTest::keyClicks(value.edit("valueBox"), "128");
     QTest::keyClick(value.edit("valueBox"), Qt::Key_Return);
@@ -210,6 +215,7 @@ void TstGatewayDialogs::shortListOpensNothing_data()
 {
     QTest::addColumn<QStringList>("items");
     QTest::newRow("none") << QStringList();
+    QTest::newRow("one") << QStringList{"Set Maximum"};
     QTest::newRow("two") << QStringList{"Set Minimum", "5"};
 }
 
@@ -230,6 +236,18 @@ void TstGatewayDialogs::canBeOpenedAgain()
         QCOMPARE(childByName<QLineEdit>(&dialog, "valueBox")->text(), QString(value));
         QCOMPARE(dialog.focusWidget()->objectName(), QStringLiteral("valueBox"));
         QTest::mouseClick(childByName<QPushButton>(&dialog, "cancelButton"), Qt::LeftButton);
+    }
+}
+
+void TstGatewayDialogs::addressDialogStartsEmpty()
+{
+    ChangeGatewayDialog dialog;
+    auto *field = childByName<QLineEdit>(&dialog, "IpAddress");
+    for (const char *button : {"okButton", "cancelButton", "okButton"}) {
+        dialog.ask();
+        QCOMPARE(field->text(), QString());
+        QTest::keyClicks(field, "10.0.0.1");
+        QTest::mouseClick(childByName<QPushButton>(&dialog, button), Qt::LeftButton);
     }
 }
 

@@ -1,228 +1,250 @@
-#include "base/gui/fonts.h"
 #include "gatewaypanel.h"
 #include "link/tcpsock.h"
-#include "modules/widgets/qcomboboxnowheel.h"
+#include "support/messagecatcher.h"
 
-#include <QAbstractItemView>
 #include <QHostAddress>
+#include <QRegularExpression>
+#include <QScrollBar>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QtTest>
+#include <functional>
 
 namespace {
 
-/// Opens the list of a combo box and picks an entry with the mouse.
-void pick(QComboBox *box, int index)
+using Action = std::function<void(GatewayPanel &)>;
+
+Action clicks(const char *button)
 {
-    box->showPopup();
-    QWidget *list = box->view()->viewport();
-    const QRect place = box->view()->visualRect(box->model()->index(index, 0));
-    QTest::mouseMove(list, place.center());
-    // Soon after the opening the list takes a release for the end of the click that opened it.
-    QTest::mousePress(list, Qt::LeftButton, Qt::NoModifier, place.center());
-    QTest::mouseRelease(list, Qt::LeftButton, Qt::NoModifier, place.center());
-    box->hidePopup();
+    return [button](const GatewayPanel &p) { p.click(button); };
+}
+
+Action picks(const char *combo, int entry)
+{
+    return [combo, entry](const GatewayPanel &p) { p.pick(combo, entry); };
+}
+
+/// Presses the box of a sample count, types the value and leaves the dialog by OK.
+Action samples(const char *box, const QString &value)
+{
+    return [box, value](const GatewayPanel &p) {
+        QTest::mousePress(p.child(box), Qt::LeftButton);
+        const auto *dialog = GatewayPanel::openDialog("minMaxDialog");
+        QVERIFY(dialog);
+        GatewayPanel::type(childByName<QLineEdit>(dialog, "valueBox"), value);
+        GatewayPanel::pressOk(dialog);
+    };
+}
+
+Action confirms(const char *button, const char *question)
+{
+    return [button, question](const GatewayPanel &p) {
+        p.click(button);
+        GatewayPanel::answer(question, QMessageBox::Yes);
+    };
+}
+
+void changesAddress(GatewayPanel &p)
+{
+    confirms("ChangeGateway", "addressConfirmation")(p);
+    const auto *dialog = GatewayPanel::openDialog("changeGatewayDialog");
+    QVERIFY(dialog);
+    GatewayPanel::type(childByName<QLineEdit>(dialog, "IpAddress"), "10.1.2.3");
+    GatewayPanel::pressOk(dialog);
+}
+
+void setsTarget(GatewayPanel &p)
+{
+    p.child<QLineEdit>("extIpAddr")->setText("192.168.0.77");
+    p.child<QLineEdit>("extPort")->setText("5001");
+    p.click("setExtAddress");
+    const auto *dialog = GatewayPanel::openDialog("externIpAndPort");
+    QVERIFY(dialog);
+    GatewayPanel::pressOk(dialog);
 }
 
 } // namespace
 
-/// What the operator's clicks and keys send.
+Q_DECLARE_METATYPE(Action)
+
+/// Every line of the dialogue: what the operator does, what goes out, and what is shown of it.
 class TstGatewayZrtCommands : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { fonts::installSubstitutions(); }
-    void clickSendsOneLine_data();
-    void clickSendsOneLine();
-    void checkedChoiceIsSentAgain();
-    void pickSendsOneLine_data();
-    void pickSendsOneLine();
-    void keySendsOneLine_data();
-    void keySendsOneLine();
-    void modeOffRepeatsTheLastMode();
-    void modeOffFromTheStart();
-    void wheelSendsNothing();
-    void controlsSendNothingWithoutALink();
-    void modeDecidesWhichFieldsAreShown_data();
-    void modeDecidesWhichFieldsAreShown();
-    void modeOffLeavesTheFields();
+
+    void actionSendsItsLine_data();
+    void actionSendsItsLine();
+    void offRepeatsTheLastMode();
+    void sameEntryChosenAgainIsSentAgain();
+    void clockIsSetAtEachConnection();
+    void emptyLineIsOnlyACr();
+    void unknownSampleCountSendsAnEmptyLine_data();
+    void unknownSampleCountSendsAnEmptyLine();
+    void settingsAreKeptApart();
+    void closedLinkSwallowsCommandsWithoutAMessage();
     void commandsAreSeenInTheDialogue();
-    void dialogueCannotBeTyped();
+    void commandScrollsToTheEnd();
     void bytesReachAGatewayOnTheNetwork();
 };
 
-void TstGatewayZrtCommands::clickSendsOneLine_data()
+void TstGatewayZrtCommands::actionSendsItsLine_data()
 {
+    QTest::addColumn<Action>("action");
     QTest::addColumn<QByteArray>("line");
-    QTest::newRow("radioLitleEndn") << QByteArray("#010_L\r");
-    QTest::newRow("radioBigEndn") << QByteArray("#010_B\r");
-    QTest::newRow("radio16Bit") << QByteArray("#011_16\r");
-    QTest::newRow("radio18Bit") << QByteArray("#011_18\r");
-    QTest::newRow("unsignedInt") << QByteArray("#014_U\r");
-    QTest::newRow("twoComp") << QByteArray("#014_2\r");
-    QTest::newRow("debugBtn") << QByteArray("#000_1\r");
-    QTest::newRow("16,2500") << QByteArray("#007_2500:16\r"); // bit rate first
-    QTest::newRow("128,10000") << QByteArray("#007_10000:128\r");
+    QTest::addColumn<bool>("isShown");
+    const auto row = [](const char *name, const Action &action, const QByteArray &line, bool isShown = true) {
+        QTest::newRow(name) << action << line << isShown;
+    };
+    row("debug button", clicks("debugBtn"), "#000_1\r");
+    for (int i = 0; i <= 8; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        row("simulation " + number, picks("comboSimultn", i), "#006_" + number + "\r");
+    }
+    row("cell of the table", clicks("32,625"), "#007_625:32\r");
+    row("other cell of the table", clicks("256,10000"), "#007_10000:256\r");
+    const QByteArrayList modes{"UDP-B", "UDP-M", "UDP-U", "TCP-S", "TCP-C"};
+    for (int i = 0; i < modes.size(); ++i)
+        row("mode " + modes[i], picks("comboMode", i), "#009_" + modes[i] + "\r");
+    row("mode off repeats the initial mode", picks("comboMode", 5), "#009_UDP\r");
+    row("little endian", clicks("radioLitleEndn"), "#010_L\r");
+    row("big endian", clicks("radioBigEndn"), "#010_B\r");
+    row("16 bit", clicks("radio16Bit"), "#011_16\r");
+    row("18 bit", clicks("radio18Bit"), "#011_18\r");
+    row("target socket", setsTarget, "#012_192.168.0.77:5001\r");
+    row("unsigned", clicks("unsignedInt"), "#014_U\r");
+    row("two's complement", clicks("twoComp"), "#014_2\r");
+    for (int i = 0; i <= 3; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        row("active COM " + number, picks("comboActivCOM", i), "#032_" + number + "\r");
+    }
+    for (int i = 0; i <= 2; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        row("PTP " + number, picks("comboPTP", i), "#034_" + number + "\r");
+    }
+    row("minimum samples", samples("minBox", "120"), "#037_120\r");
+    row("minimum samples empty", samples("minBox", ""), "#037_\r");
+    row("maximum samples", samples("maxBox", "350"), "#038_350\r");
+    row("maximum samples empty", samples("maxBox", ""), "#038_\r");
+    row("protocol ZRT-1", picks("comboBoxDataPtcl", 0), "#039_ZRT-1\r");
+    row("protocol IENA-1", picks("comboBoxDataPtcl", 1), "#039_IENA-1\r");
+    row("new address is not shown", changesAddress, "gateway.addr=10.1.2.3\r", false);
+    row("reboot is not shown", confirms("rebootBtn", "rebootConfirmation"), "reboot\r", false);
+    row("restart is not shown", confirms("restartBtn", "restartConfirmation"), "restart\r", false);
 }
 
-void TstGatewayZrtCommands::clickSendsOneLine()
+void TstGatewayZrtCommands::actionSendsItsLine()
 {
+    QFETCH(Action, action);
     QFETCH(QByteArray, line);
+    QFETCH(bool, isShown);
     GatewayPanel p;
-    p.click(QTest::currentDataTag());
+    action(p);
     QCOMPARE(p.takeLines(), line);
+    const QString echo = QString::fromLatin1(line).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    QCOMPARE(p.takeShown(), isShown ? echo : QString());
+    p.time.advance(10);
+    QCOMPARE(p.takeLines(), QByteArray());
 }
 
-void TstGatewayZrtCommands::checkedChoiceIsSentAgain()
+void TstGatewayZrtCommands::offRepeatsTheLastMode()
 {
     GatewayPanel p;
+    p.pick("comboMode", 4);
+    p.forget();
+    p.pick("comboMode", 5);
+    QCOMPARE(p.takeLines(), QByteArray("#009_TCP-C\r"));
+    QCOMPARE(p.takeShown(), QStringLiteral("#009_TCP-C\n"));
+    QCOMPARE(p.index("comboMode"), 5);
+}
+
+void TstGatewayZrtCommands::sameEntryChosenAgainIsSentAgain()
+{
+    GatewayPanel p;
+    p.pick("comboSimultn", 3);
+    p.pick("comboSimultn", 3);
+    QCOMPARE(p.takeLines(), QByteArray("#006_3\r#006_3\r"));
     p.click("radio18Bit");
     p.click("radio18Bit");
     QCOMPARE(p.takeLines(), QByteArray("#011_18\r#011_18\r"));
 }
 
-void TstGatewayZrtCommands::pickSendsOneLine_data()
-{
-    QTest::addColumn<QByteArray>("box");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QByteArray>("line");
-    const auto row = [](const char *box, int index, const char *line) {
-        QTest::addRow("%s %d", box, index) << QByteArray(box) << index << QByteArray(line);
-    };
-    for (int i = 0; i < 9; ++i)
-        row("comboSimultn", i, qPrintable(QStringLiteral("#006_%1\r").arg(i)));
-    const char *const modes[] = {"#009_UDP-B\r", "#009_UDP-M\r", "#009_UDP-U\r", "#009_TCP-S\r",
-                                 "#009_TCP-C\r"};
-    for (int i = 0; i < 5; ++i)
-        row("comboMode", i, modes[i]);
-    for (int i = 0; i < 4; ++i)
-        row("comboActivCOM", i, qPrintable(QStringLiteral("#032_%1\r").arg(i)));
-    for (int i = 0; i < 3; ++i)
-        row("comboPTP", i, qPrintable(QStringLiteral("#034_%1\r").arg(i)));
-    row("comboBoxDataPtcl", 0, "#039_ZRT-1\r");
-    row("comboBoxDataPtcl", 1, "#039_IENA-1\r");
-}
-
-void TstGatewayZrtCommands::pickSendsOneLine()
-{
-    QFETCH(QByteArray, box);
-    QFETCH(int, index);
-    QFETCH(QByteArray, line);
-    GatewayPanel p;
-    pick(p.child<QComboBox>(box), index);
-    QCOMPARE(p.takeLines(), line);
-    QCOMPARE(p.child<QComboBox>(box)->currentIndex(), index);
-}
-
-void TstGatewayZrtCommands::keySendsOneLine_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QByteArray>("line");
-    QTest::newRow("down in a list") << QByteArray("comboPTP") << int(Qt::Key_Down) << QByteArray("#034_1\r");
-    QTest::newRow("space on a choice")
-        << QByteArray("radio18Bit") << int(Qt::Key_Space) << QByteArray("#011_18\r");
-    QTest::newRow("up among choices")
-        << QByteArray("radioBigEndn") << int(Qt::Key_Up) << QByteArray("#010_L\r");
-    QTest::newRow("space on a cell") << QByteArray("64,625") << int(Qt::Key_Space)
-                                     << QByteArray("#007_625:64\r");
-    QTest::newRow("space on a command")
-        << QByteArray("debugBtn") << int(Qt::Key_Space) << QByteArray("#000_1\r");
-    QTest::newRow("return on a command") << QByteArray("debugBtn") << int(Qt::Key_Return) << QByteArray();
-    QTest::newRow("return on a cell") << QByteArray("64,625") << int(Qt::Key_Return) << QByteArray();
-}
-
-void TstGatewayZrtCommands::keySendsOneLine()
-{
-    QFETCH(QByteArray, name);
-    QFETCH(int, key);
-    QFETCH(QByteArray, line);
-    GatewayPanel p;
-    p.child(name)->setFocus();
-    QTest::keyClick(p.child(name), Qt::Key(key));
-    QCOMPARE(p.takeLines(), line);
-}
-
-void TstGatewayZrtCommands::modeOffRepeatsTheLastMode()
-{
-    GatewayPanel p;
-    auto *mode = p.child<QComboBox>("comboMode");
-    pick(mode, 4);
-    pick(mode, 5);
-    QCOMPARE(p.takeLines(), QByteArray("#009_TCP-C\r#009_TCP-C\r"));
-}
-
-void TstGatewayZrtCommands::modeOffFromTheStart()
-{
-    GatewayPanel p;
-    pick(p.child<QComboBox>("comboMode"), 5);
-    QCOMPARE(p.takeLines(), QByteArray("#009_UDP\r"));
-}
-
-void TstGatewayZrtCommands::wheelSendsNothing()
-{
-    GatewayPanel p;
-    int boxes = 0;
-    const auto all = p.dialog->findChildren<QComboBox *>();
-    for (QComboBox *box : all) {
-        QVERIFY2(qobject_cast<QComboBoxNoWheel *>(box), qPrintable(box->objectName()));
-        const int before = box->currentIndex();
-        const QPointF middle = box->rect().center();
-        QWheelEvent wheel(middle, box->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(box, &wheel);
-        QCOMPARE(box->currentIndex(), before);
-        ++boxes;
-    }
-    QCOMPARE(boxes, 5);
-    QCOMPARE(p.takeLines(), QByteArray());
-}
-
-void TstGatewayZrtCommands::controlsSendNothingWithoutALink()
+void TstGatewayZrtCommands::clockIsSetAtEachConnection()
 {
     GatewayPanel p(GatewayPanel::Link::Down);
-    for (const char *name : {"16,2500", "radioLitleEndn", "radio18Bit", "twoComp", "debugBtn"})
-        p.click(name);
+    // 2026-03-02 08:30:00 UTC, and 5.25 s later.
+    p.click("tcpConnect_Btn");
+    QCOMPARE(p.takeLines(), QByteArray("#030_1772440200000000000\r"));
+    QCOMPARE(p.takeShown(), QStringLiteral("#030_1772440200000000000\n"));
+    p.click("tcpConnect_Btn");
+    p.time.advance(5250);
     QCOMPARE(p.takeLines(), QByteArray());
-    QCOMPARE(p.dialogue(), QStringLiteral("#000_1\n")); // alive, but swallowed without a word
+    p.click("tcpConnect_Btn");
+    QCOMPARE(p.takeLines(), QByteArray("#030_1772440205250000000\r"));
 }
 
-void TstGatewayZrtCommands::modeDecidesWhichFieldsAreShown_data()
+void TstGatewayZrtCommands::emptyLineIsOnlyACr()
 {
-    QTest::addColumn<int>("index");
-    QTest::addColumn<bool>("server");
-    QTest::newRow("UDP broadcast") << 0 << false;
-    QTest::newRow("UDP multicast") << 1 << false;
-    QTest::newRow("UDP unicast") << 2 << false;
-    QTest::newRow("TCP server") << 3 << true;
-    QTest::newRow("TCP client") << 4 << false;
+    GatewayPanel p;
+    p.dialog->Slot_sendEntr();
+    QCOMPARE(p.takeLines(), QByteArray("\r"));
+    QCOMPARE(p.takeShown(), QStringLiteral("\n"));
 }
 
-void TstGatewayZrtCommands::modeDecidesWhichFieldsAreShown()
+void TstGatewayZrtCommands::unknownSampleCountSendsAnEmptyLine_data()
 {
-    QFETCH(int, index);
-    QFETCH(bool, server);
-    const GatewayPanel p;
-    p.receiveStatus({{8, server ? "UDP-B" : "TCP-S"}}); // the other display before
-    pick(p.child<QComboBox>("comboMode"), index);
-    QCOMPARE(p.text("labelextPort"), server ? QStringLiteral("TCP Port") : QStringLiteral("Ext Port"));
-    QCOMPARE(p.child("TcpPortDefault")->isVisible(), server);
-    for (const char *name : {"extIpAddr", "extPort", "labelExtServrIP", "setExtAddress"})
-        QCOMPARE(p.child(name)->isVisible(), !server);
-    QCOMPARE(p.text("TcpPortDefault"), QStringLiteral("8888"));
+    QTest::addColumn<QStringList>("answer");
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("minimum") << QStringList{"Set Minimum", "7"} << QByteArray("#037_7\r");
+    QTest::newRow("maximum") << QStringList{"Set Maximum", "8"} << QByteArray("#038_8\r");
+    QTest::newRow("another label") << QStringList{"Set Something", "7"} << QByteArray("\r");
+    QTest::newRow("other case") << QStringList{"set minimum", "7"} << QByteArray("\r");
+    QTest::newRow("nothing") << QStringList() << QByteArray("\r");
+    QTest::newRow("empty label") << QStringList{"", "7"} << QByteArray("\r");
 }
 
-void TstGatewayZrtCommands::modeOffLeavesTheFields()
+void TstGatewayZrtCommands::unknownSampleCountSendsAnEmptyLine()
 {
-    const GatewayPanel p;
-    pick(p.child<QComboBox>("comboMode"), 3);
-    pick(p.child<QComboBox>("comboMode"), 5);
-    QVERIFY(p.child("TcpPortDefault")->isVisible());
-    pick(p.child<QComboBox>("comboMode"), 0);
-    pick(p.child<QComboBox>("comboMode"), 5);
-    QVERIFY(!p.child("TcpPortDefault")->isVisible());
-    QCOMPARE(p.text("labelextPort"), QStringLiteral("Ext Port"));
+    QFETCH(QStringList, answer);
+    GatewayPanel p;
+    p.dialog->Slot_DispatchMinMax(answer);
+    QTEST(p.takeLines(), "line");
+}
+
+void TstGatewayZrtCommands::settingsAreKeptApart()
+{
+    GatewayPanel p;
+    p.dialog->Slot_setExtServerCommand("1.2.3.4", "99");
+    QCOMPARE(p.takeLines(), QByteArray("#012_1.2.3.4:99\r"));
+    p.dialog->Slot_ServDetails("5.6.7.8", "11");
+    QCOMPARE(p.takeLines(), QByteArray("#012_5.6.7.8:11\r"));
+    p.dialog->simComboBox(8);
+    p.dialog->Slot_indexActivCom(3);
+    p.dialog->Slot_PTPControl(2);
+    p.dialog->Slot_DataPtclChanged(1);
+    p.dialog->modeComboBox(1);
+    p.dialog->modeComboBox(5);
+    QCOMPARE(p.takeLines(), QByteArray("#006_8\r#032_3\r#034_2\r#039_IENA-1\r#009_UDP-M\r#009_UDP-M\r"));
+}
+
+void TstGatewayZrtCommands::closedLinkSwallowsCommandsWithoutAMessage()
+{
+    GatewayPanel p(GatewayPanel::Link::Down);
+    const MessageCatcher log;
+    p.click("debugBtn");
+    p.pick("comboPTP", 1);
+    p.pick("comboBoxDataPtcl", 1);
+    confirms("rebootBtn", "rebootConfirmation")(p);
+    QCOMPARE(p.dialogue(), QStringLiteral("#000_1\n#034_1\n#039_IENA-1\n")); // as if it had gone out
+    p.time.advance(20000);
+    QCOMPARE(p.takeLines(), QByteArray());
+    QCOMPARE(p.sock->calls, QStringList());
+    // What the platform of the tests cannot do is no word of the program.
+    QCOMPARE(log.lines().filter(QRegularExpression("^(?!This plugin does not support)")), QStringList());
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Connect"));
 }
 
 void TstGatewayZrtCommands::commandsAreSeenInTheDialogue()
@@ -235,23 +257,26 @@ void TstGatewayZrtCommands::commandsAreSeenInTheDialogue()
     QCOMPARE(p.dialogue(), before + "#000_1\n[ZRT GATEWAY]---->\n#?\n");
 }
 
-void TstGatewayZrtCommands::dialogueCannotBeTyped()
+void TstGatewayZrtCommands::commandScrollsToTheEnd()
 {
-    const GatewayPanel p;
-    const QString before = p.dialogue();
-    auto *box = p.child<QPlainTextEdit>("RxBox");
-    QTest::keyClicks(box, "reboot");
-    QTest::keyClick(box, Qt::Key_Return);
-    QTest::keyClick(box, Qt::Key_Backspace);
-    QCOMPARE(p.dialogue(), before);
+    GatewayPanel p;
+    for (int i = 0; i < 200; ++i)
+        p.receive("line " + QByteArray::number(i));
+    auto *bar = p.child<QPlainTextEdit>("RxBox")->verticalScrollBar();
+    QVERIFY(bar->maximum() > 0);
+    bar->setValue(0);
+    p.click("debugBtn");
+    QCOMPARE(bar->value(), bar->maximum());
 }
 
 void TstGatewayZrtCommands::bytesReachAGatewayOnTheNetwork()
 {
     QTcpServer server;
     QVERIFY(server.listen(QHostAddress::LocalHost));
+    constexpr std::chrono::milliseconds kPatience(20000); // no load of the machine uses it up
     VirtualTime time;
-    GatewayZRT panel(time, std::make_unique<TcpComm>(time, std::make_unique<TcpSock>(time)));
+    auto socket = std::make_unique<TcpSock>(time, nullptr, kPatience);
+    GatewayZRT panel(time, std::make_unique<TcpComm>(time, std::move(socket)));
     panel.Slot_loadTcpAddr("127.0.0.1", QString::number(server.serverPort()));
     panel.show();
     QTest::mouseClick(childByName<QPushButton>(&panel, "tcpConnect_Btn"), Qt::LeftButton);

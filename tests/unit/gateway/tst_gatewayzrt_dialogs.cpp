@@ -1,164 +1,85 @@
-#include "base/gui/fonts.h"
 #include "gateway/changegatewaydialog.h"
 #include "gateway/externipandport.h"
 #include "gateway/minmaxdialog.h"
 #include "gatewaypanel.h"
 
 #include <QLabel>
-#include <QMessageBox>
 #include <QtTest>
 
 namespace {
 
-/// Closes the open box in one of the ways that are open to the operator.
-void leave(QDialog *box, const QByteArray &how)
+/// How a dialog is left.
+enum class Leave { Ok, Return, Cancel, Escape, TitleBar };
+
+bool sends(Leave leave)
 {
-    if (how == "escape") {
-        QTest::keyClick(box, Qt::Key_Escape);
-    } else if (how == "close") {
-        box->close();
-    } else if (how == "return") {
-        QTest::keyClick(box, Qt::Key_Return);
-    } else {
-        const auto buttons = box->findChildren<QPushButton *>();
-        for (QPushButton *button : buttons) {
-            if (button->text() == QString::fromLatin1(how)) {
-                QTest::mouseClick(button, Qt::LeftButton);
-                return;
-            }
-        }
-        QFAIL("There is no such button.");
+    return leave == Leave::Ok || leave == Leave::Return;
+}
+
+void leaveBy(Leave leave, QDialog &dialog, QLineEdit *edit)
+{
+    switch (leave) {
+    case Leave::Ok:
+        GatewayPanel::pressOk(&dialog);
+        return;
+    case Leave::Return:
+        edit->setFocus();
+        QTest::keyClick(edit, Qt::Key_Return);
+        return;
+    case Leave::Cancel:
+        GatewayPanel::pressCancel(&dialog);
+        return;
+    case Leave::Escape:
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        return;
+    case Leave::TitleBar:
+        dialog.close();
+        return;
     }
 }
 
-void pressOk(QDialog *dialog)
+void addWays()
 {
-    QTest::mouseClick(childByName<QPushButton>(dialog, "okButton"), Qt::LeftButton);
-}
-
-void pressCancel(QDialog *dialog)
-{
-    QTest::mouseClick(childByName<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
+    QTest::addColumn<Leave>("leave");
+    QTest::newRow("ok") << Leave::Ok;
+    QTest::newRow("return") << Leave::Return;
+    QTest::newRow("cancel") << Leave::Cancel;
+    QTest::newRow("escape") << Leave::Escape;
+    QTest::newRow("title bar") << Leave::TitleBar;
 }
 
 } // namespace
 
-/// The boxes and dialogs that the gateway's panel opens.
+Q_DECLARE_METATYPE(Leave)
+
+/// The dialogs of the panel: what opens them, what they hold and what their answers send.
 class TstGatewayZrtDialogs : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { fonts::installSubstitutions(); }
-    void commandIsConfirmedFirst_data();
-    void commandIsConfirmedFirst();
-    void confirmationLooks_data();
-    void confirmationLooks();
-    void confirmationIsOpenOnce();
-    void confirmationGoesWithThePanel();
+    void cleanup();
+
     void addressIsConfirmedThenAskedThenSent();
-    void addressQuestionLooks();
-    void refusedQuestionAsksForNoAddress_data();
-    void refusedQuestionAsksForNoAddress();
-    void emptyAddressSendsNothing();
-    void cancelledAddressSendsNothing();
-    void addressDialogStartsEmptyEachTime();
     void setButtonOpensTheServerDialog();
-    void cancelledServerSendsNothing();
-    void serverPortOfTcpModeIsOffered();
+    void setOfAServerTakesItsPort();
+    void targetOfAStatusIsNotKept();
     void pressOpensTheValueDialog_data();
     void pressOpensTheValueDialog();
-    void otherKeysOpenNothing();
-    void emptyValueIsSentAsItIs();
-    void cancelledValueSendsNothing();
-    void foreignAnswerSendsAnEmptyLine_data();
-    void foreignAnswerSendsAnEmptyLine();
+    void otherKeysAndPlacesOpenNothing();
+    void valueDialogCanBeUsedForBothInTurn();
+    void doubleClickOpensOneDialog();
+    void statusLeavesAnOpenDialogAlone();
+    void leavingThePanelsDialogs_data() { addWays(); }
+    void leavingThePanelsDialogs();
+    void openDialogGoesWithThePanel();
 };
 
-void TstGatewayZrtDialogs::commandIsConfirmedFirst_data()
+void TstGatewayZrtDialogs::cleanup()
 {
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QByteArray>("box");
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<QByteArray>("sent");
-    const auto rows = [](const char *button, const char *box, const char *line) {
-        QTest::addRow("%s, proceed", button)
-            << QByteArray(button) << QByteArray(box) << QByteArray("Proceed") << QByteArray(line);
-        for (const char *answer : {"Abort", "escape", "close", "return"})
-            QTest::addRow("%s, %s", button, answer)
-                << QByteArray(button) << QByteArray(box) << QByteArray(answer) << QByteArray();
-    };
-    rows("rebootBtn", "rebootConfirmation", "reboot\r");
-    rows("restartBtn", "restartConfirmation", "restart\r");
-}
-
-void TstGatewayZrtDialogs::commandIsConfirmedFirst()
-{
-    QFETCH(QByteArray, button);
-    QFETCH(QByteArray, box);
-    QFETCH(QByteArray, answer);
-    QFETCH(QByteArray, sent);
-    GatewayPanel p;
-    const QString dialogue = p.dialogue();
-    p.click(button);
-    QCOMPARE(p.takeLines(), QByteArray());
-    const QPointer<QMessageBox> open = p.openDialog<QMessageBox>(box);
-    QVERIFY(open);
-    QCOMPARE(QApplication::activeModalWidget(), open.data());
-    leave(open, answer);
-    QCOMPARE(p.takeLines(), sent);
-    QCOMPARE(p.dialogue(), dialogue); // these commands are not shown
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!open);
-    QVERIFY(p.dialog->isVisible());
-}
-
-void TstGatewayZrtDialogs::confirmationLooks_data()
-{
-    QTest::addColumn<QByteArray>("box");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("rebootBtn") << QByteArray("rebootConfirmation") << "Reboot remote device"
-                               << "Do you really want to proceed with rebooting the remote device ?   ";
-    QTest::newRow("restartBtn") << QByteArray("restartConfirmation") << "Restart remote application"
-                                << "Do you really want to restart the remote application ?  ";
-}
-
-void TstGatewayZrtDialogs::confirmationLooks()
-{
-    QFETCH(QByteArray, box);
-    const GatewayPanel p;
-    p.click(QTest::currentDataTag());
-    const auto *open = p.openDialog<QMessageBox>(box);
-    QVERIFY(open);
-    QTEST(open->windowTitle(), "title");
-    QTEST(open->text(), "text");
-    QCOMPARE(open->icon(), QMessageBox::Warning);
-    QVERIFY(open->windowFlags() & Qt::WindowStaysOnTopHint);
-    QCOMPARE(open->button(QMessageBox::Yes)->text(), QStringLiteral("Proceed"));
-    QCOMPARE(open->button(QMessageBox::No)->text(), QStringLiteral("Abort"));
-}
-
-void TstGatewayZrtDialogs::confirmationIsOpenOnce()
-{
-    GatewayPanel p;
-    p.dialog->Slot_Reboot();
-    p.dialog->Slot_Reboot();
-    leave(p.openDialog<QMessageBox>("rebootConfirmation"), "Abort"); // dies if there are two
-    p.dialog->Slot_Reboot(); // the first one is left, but not yet deleted
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    leave(p.openDialog<QMessageBox>("rebootConfirmation"), "Proceed");
-    QCOMPARE(p.takeLines(), QByteArray("reboot\r"));
-}
-
-void TstGatewayZrtDialogs::confirmationGoesWithThePanel()
-{
-    GatewayPanel p;
-    p.click("rebootBtn");
-    const QPointer<QMessageBox> open = p.openDialog<QMessageBox>("rebootConfirmation");
-    p.dialog.reset();
-    QVERIFY(!open);
     QVERIFY(!QApplication::activeModalWidget());
+    QVERIFY(!QApplication::activePopupWidget());
 }
 
 void TstGatewayZrtDialogs::addressIsConfirmedThenAskedThenSent()
@@ -167,75 +88,15 @@ void TstGatewayZrtDialogs::addressIsConfirmedThenAskedThenSent()
     p.click("ChangeGateway");
     auto *dialog = childByName<ChangeGatewayDialog>(p.dialog.get(), "changeGatewayDialog");
     QVERIFY(!dialog->isVisible());
-    auto *box = p.openDialog<QMessageBox>("addressConfirmation");
-    QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+    GatewayPanel::answer("addressConfirmation", QMessageBox::Yes);
     QVERIFY(dialog->isVisible());
     QCOMPARE(QApplication::activeModalWidget(), dialog);
     QTest::keyClicks(childByName<QLineEdit>(dialog, "IpAddress"), "10.0.0.42");
     QCOMPARE(p.takeLines(), QByteArray());
-    pressOk(dialog);
+    GatewayPanel::pressOk(dialog);
     QVERIFY(!dialog->isVisible());
     QCOMPARE(p.takeLines(), QByteArray("gateway.addr=10.0.0.42\r"));
     QVERIFY(!p.dialogue().contains("gateway.addr"));
-}
-
-void TstGatewayZrtDialogs::addressQuestionLooks()
-{
-    const GatewayPanel p;
-    p.click("ChangeGateway");
-    const auto *box = p.openDialog<QMessageBox>("addressConfirmation");
-    QCOMPARE(box->text(),
-             QStringLiteral("This will result in changing the IP Adress for the Gateway permanently.\n"
-                            "Are you sure you want to proceed further?"));
-    QCOMPARE(box->standardButtons(), QMessageBox::Yes | QMessageBox::Cancel);
-    QCOMPARE(box->defaultButton(), box->button(QMessageBox::Cancel));
-}
-
-void TstGatewayZrtDialogs::refusedQuestionAsksForNoAddress_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    for (const char *answer : {"escape", "close", "return"})
-        QTest::newRow(answer) << QByteArray(answer);
-}
-
-void TstGatewayZrtDialogs::refusedQuestionAsksForNoAddress()
-{
-    QFETCH(QByteArray, answer);
-    GatewayPanel p;
-    p.click("ChangeGateway");
-    leave(p.openDialog<QMessageBox>("addressConfirmation"), answer);
-    QVERIFY(!p.openDialog<ChangeGatewayDialog>("changeGatewayDialog"));
-    QCOMPARE(p.takeLines(), QByteArray());
-}
-
-void TstGatewayZrtDialogs::emptyAddressSendsNothing()
-{
-    GatewayPanel p;
-    auto *dialog = childByName<ChangeGatewayDialog>(p.dialog.get(), "changeGatewayDialog");
-    dialog->ask();
-    pressOk(dialog);
-    QCOMPARE(p.takeLines(), QByteArray());
-}
-
-void TstGatewayZrtDialogs::cancelledAddressSendsNothing()
-{
-    GatewayPanel p;
-    auto *dialog = childByName<ChangeGatewayDialog>(p.dialog.get(), "changeGatewayDialog");
-    dialog->ask();
-    QTest::keyClicks(childByName<QLineEdit>(dialog, "IpAddress"), "10.0.0.42");
-    pressCancel(dialog);
-    QCOMPARE(p.takeLines(), QByteArray());
-}
-
-void TstGatewayZrtDialogs::addressDialogStartsEmptyEachTime()
-{
-    const GatewayPanel p;
-    auto *dialog = childByName<ChangeGatewayDialog>(p.dialog.get(), "changeGatewayDialog");
-    dialog->ask();
-    QTest::keyClicks(childByName<QLineEdit>(dialog, "IpAddress"), "10.0.0.42");
-    pressCancel(dialog);
-    dialog->ask();
-    QCOMPARE(childByName<QLineEdit>(dialog, "IpAddress")->text(), QString());
 }
 
 void TstGatewayZrtDialogs::setButtonOpensTheServerDialog()
@@ -254,24 +115,33 @@ void TstGatewayZrtDialogs::setButtonOpensTheServerDialog()
     QCOMPARE(p.takeLines(), QByteArray("#012_10.0.0.5:70001\r"));
 }
 
-void TstGatewayZrtDialogs::cancelledServerSendsNothing()
+void TstGatewayZrtDialogs::setOfAServerTakesItsPort()
 {
     GatewayPanel p;
-    p.click("setExtAddress");
-    auto *dialog = p.openDialog<ExternIpAndPort>("externIpAndPort");
-    QTest::keyClicks(childByName<QLineEdit>(dialog, "ipAddress"), "10.0.0.5");
-    pressCancel(dialog);
-    QCOMPARE(p.takeLines(), QByteArray());
+    p.receiveStatus({{8, "TCP-S"}, {11, "10.0.0.3"}, {12, "5005"}});
+    const QSignalSpy details(p.dialog.get(), &GatewayZRT::Signal_sendIpDetails);
+    p.dialog->Slot_setExtServerAddr();
+    QCOMPARE(details.count(), 1);
+    QCOMPARE(details[0], (QVariantList{"10.0.0.3", "8888"}));
+    QVERIFY(GatewayPanel::openDialog("externIpAndPort"));
+    GatewayPanel::openDialog("externIpAndPort")->reject();
+    // Both shown: neither way is meant.
+    p.child("extPort")->show();
+    p.dialog->Slot_setExtServerAddr();
+    QCOMPARE(details.count(), 1);
 }
 
-void TstGatewayZrtDialogs::serverPortOfTcpModeIsOffered()
+void TstGatewayZrtDialogs::targetOfAStatusIsNotKept()
 {
-    const GatewayPanel p;
-    p.receiveStatus({{8, "TCP-S"}, {11, "10.0.0.5"}, {12, "7000"}});
-    QSignalSpy asked(p.dialog.get(), &GatewayZRT::Signal_sendIpDetails);
-    p.dialog->Slot_setExtServerAddr(); // its button is hidden in this mode
-    QCOMPARE(asked.size(), 1);
-    QCOMPARE(asked.first(), (QVariantList{"10.0.0.5", "8888"}));
+    GatewayPanel p;
+    p.receiveStatus({{11, "10.0.0.3"}, {12, "5005"}});
+    p.click("setExtAddress");
+    auto *dialog = GatewayPanel::openDialog("externIpAndPort");
+    GatewayPanel::type(childByName<QLineEdit>(dialog, "portNo"), "6006");
+    p.receiveStatus({{11, "10.0.0.4"}, {12, "5006"}});
+    GatewayPanel::pressOk(dialog);
+    QCOMPARE(p.takeLines(), QByteArray("#012_10.0.0.3:6006\r"));
+    QCOMPARE(p.text("extIpAddr"), QStringLiteral("10.0.0.4"));
 }
 
 void TstGatewayZrtDialogs::pressOpensTheValueDialog_data()
@@ -295,10 +165,13 @@ void TstGatewayZrtDialogs::pressOpensTheValueDialog()
     QFETCH(QString, label);
     GatewayPanel p;
     p.receiveStatus({{36, "64"}, {37, "64"}});
+    const QSignalSpy asked(p.dialog.get(), &GatewayZRT::Signal_displayMinMax);
     if (key == 0)
         QTest::mousePress(p.child(box), Qt::LeftButton);
     else
         QTest::keyClick(p.child(box), Qt::Key(key));
+    QCOMPARE(asked.size(), 1);
+    QCOMPARE(asked.first().first().toStringList(), (QStringList{label, "64", label}));
     auto *dialog = p.openDialog<MinMaxDialog>("minMaxDialog");
     QVERIFY(dialog);
     QCOMPARE(dialog->windowTitle(), label);
@@ -306,52 +179,102 @@ void TstGatewayZrtDialogs::pressOpensTheValueDialog()
     auto *value = childByName<QLineEdit>(dialog, "valueBox");
     QCOMPARE(value->text(), QStringLiteral("64"));
     QTest::keyClicks(value, "99"); // in place of what is selected
-    pressOk(dialog);
+    GatewayPanel::pressOk(dialog);
     QTEST(p.takeLines(), "line");
     QVERIFY(!dialog->isVisible());
 }
 
-void TstGatewayZrtDialogs::otherKeysOpenNothing()
+void TstGatewayZrtDialogs::otherKeysAndPlacesOpenNothing()
 {
     const GatewayPanel p;
     for (const int key : {int(Qt::Key_Tab), int(Qt::Key_A), int(Qt::Key_Left)})
         QTest::keyClick(p.child("minBox"), Qt::Key(key));
+    QTest::mouseMove(p.child("minBox"));
     QTest::mousePress(p.child("CoreTempBox"), Qt::LeftButton);
     QVERIFY(!p.openDialog<MinMaxDialog>("minMaxDialog"));
 }
 
-void TstGatewayZrtDialogs::emptyValueIsSentAsItIs()
+void TstGatewayZrtDialogs::valueDialogCanBeUsedForBothInTurn()
 {
+    GatewayPanel p;
+    p.receiveStatus({{36, "5"}, {37, "6"}});
+    for (const char *box : {"maxBox", "minBox", "maxBox"}) {
+        QTest::mousePress(p.child(box), Qt::LeftButton);
+        GatewayPanel::pressOk(GatewayPanel::openDialog("minMaxDialog"));
+    }
+    QCOMPARE(p.takeLines(), QByteArray("#038_6\r#037_5\r#038_6\r"));
+}
+
+void TstGatewayZrtDialogs::doubleClickOpensOneDialog()
+{
+    GatewayPanel p;
+    auto *box = p.child<QLineEdit>("maxBox");
+    QTest::mousePress(box, Qt::LeftButton);
+    QTest::mouseRelease(box, Qt::LeftButton);
+    auto *dialog = GatewayPanel::openDialog("minMaxDialog");
+    QVERIFY(dialog);
+    GatewayPanel::type(childByName<QLineEdit>(dialog, "valueBox"), "9");
+    QTest::mouseDClick(box, Qt::LeftButton);
+    QVERIFY(GatewayPanel::openDialog("minMaxDialog"));
+    GatewayPanel::pressOk(GatewayPanel::openDialog("minMaxDialog"));
+    QVERIFY(!GatewayPanel::openDialog("minMaxDialog"));
+    QCOMPARE(p.takeLines().count("#038_"), 1);
+}
+
+void TstGatewayZrtDialogs::statusLeavesAnOpenDialogAlone()
+{
+    GatewayPanel p;
+    p.receiveStatus({{36, "10"}, {37, "20"}});
+    QTest::mousePress(p.child("minBox"), Qt::LeftButton);
+    auto *dialog = GatewayPanel::openDialog("minMaxDialog");
+    QVERIFY(dialog);
+    GatewayPanel::type(childByName<QLineEdit>(dialog, "valueBox"), "77");
+    p.receiveStatus({{36, "11"}, {37, "21"}});
+    QCOMPARE(childByName<QLineEdit>(dialog, "valueBox")->text(), QStringLiteral("77"));
+    QCOMPARE(p.text("minBox"), QStringLiteral("11"));
+    GatewayPanel::pressOk(dialog);
+    QCOMPARE(p.takeLines(), QByteArray("#037_77\r"));
+    QCOMPARE(p.text("minBox"), QStringLiteral("11")); // the gateway's word counts
+}
+
+void TstGatewayZrtDialogs::leavingThePanelsDialogs()
+{
+    QFETCH(Leave, leave);
     GatewayPanel p;
     QTest::mousePress(p.child("minBox"), Qt::LeftButton);
-    pressOk(p.openDialog<MinMaxDialog>("minMaxDialog"));
-    QCOMPARE(p.takeLines(), QByteArray("#037_\r"));
-}
-
-void TstGatewayZrtDialogs::cancelledValueSendsNothing()
-{
-    GatewayPanel p;
-    QTest::mousePress(p.child("maxBox"), Qt::LeftButton);
-    pressCancel(p.openDialog<MinMaxDialog>("minMaxDialog"));
-    QTest::mousePress(p.child("maxBox"), Qt::LeftButton);
-    QTest::keyClick(p.openDialog<MinMaxDialog>("minMaxDialog"), Qt::Key_Escape);
-    QCOMPARE(p.takeLines(), QByteArray());
+    auto *value = GatewayPanel::openDialog("minMaxDialog");
+    QVERIFY(value);
+    leaveBy(leave, *value, childByName<QLineEdit>(value, "valueBox"));
+    QCOMPARE(p.takeLines(), sends(leave) ? QByteArray("#037_\r") : QByteArray());
+    p.click("setExtAddress");
+    auto *target = GatewayPanel::openDialog("externIpAndPort");
+    QVERIFY(target);
+    GatewayPanel::type(childByName<QLineEdit>(target, "ipAddress"), "1.1.1.1");
+    GatewayPanel::type(childByName<QLineEdit>(target, "portNo"), "2");
+    leaveBy(leave, *target, childByName<QLineEdit>(target, "portNo"));
+    QCOMPARE(p.takeLines(), sends(leave) ? QByteArray("#012_1.1.1.1:2\r") : QByteArray());
+    p.click("ChangeGateway");
+    GatewayPanel::answer("addressConfirmation", QMessageBox::Yes);
+    auto *address = GatewayPanel::openDialog("changeGatewayDialog");
+    QVERIFY(address);
+    GatewayPanel::type(childByName<QLineEdit>(address, "IpAddress"), "2.2.2.2");
+    leaveBy(leave, *address, childByName<QLineEdit>(address, "IpAddress"));
+    QCOMPARE(p.takeLines(), sends(leave) ? QByteArray("gateway.addr=2.2.2.2\r") : QByteArray());
     QVERIFY(p.dialog->isVisible());
+    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Disconnect"));
 }
 
-void TstGatewayZrtDialogs::foreignAnswerSendsAnEmptyLine_data()
+void TstGatewayZrtDialogs::openDialogGoesWithThePanel()
 {
-    QTest::addColumn<QStringList>("answer");
-    QTest::newRow("other label") << QStringList{"Set Average", "5"};
-    QTest::newRow("nothing") << QStringList();
-}
-
-void TstGatewayZrtDialogs::foreignAnswerSendsAnEmptyLine()
-{
-    QFETCH(QStringList, answer);
     GatewayPanel p;
-    p.dialog->Slot_DispatchMinMax(answer);
-    QCOMPARE(p.takeLines(), QByteArray("\r"));
+    p.receive("]----");
+    p.click("setExtAddress");
+    const QPointer<ExternIpAndPort> open = p.openDialog<ExternIpAndPort>("externIpAndPort");
+    QVERIFY(open);
+    p.dialog.reset();
+    QVERIFY(!open);
+    p.time.advance(10000);
+    QCOMPARE(p.time.activeTimers(), 0);
 }
 
 QTEST_MAIN(TstGatewayZrtDialogs)

@@ -1,4 +1,3 @@
-#include "base/gui/fonts.h"
 #include "gatewaypanel.h"
 #include "modules/widgets/qcomboboxnowheel.h"
 #include "support/dialoglook.h"
@@ -114,7 +113,8 @@ private slots:
     void captionsAndToolTips();
     void listsHaveTheirEntries_data();
     void listsHaveTheirEntries();
-    void groupsHaveTheirTitles();
+    void groupsHoldTheirControls_data();
+    void groupsHoldTheirControls();
     void controlsHaveAccessibleNames();
     void tabOrderWithoutALink();
     void tabOrderWithALink();
@@ -288,6 +288,8 @@ void TstGatewayZrtLayout::captionsAndToolTips_data()
     row("labelMax", "max.");
     row("debugBtn", "Debug");
     row("labelDataPtcl", "Data Protocol:");
+    row("comboActivCOM", "", "Gateway COM port for VX Configuration");
+    row("RxBox", "", "Data receiving from the ZRT gateway");
 }
 
 void TstGatewayZrtLayout::captionsAndToolTips()
@@ -319,24 +321,34 @@ void TstGatewayZrtLayout::listsHaveTheirEntries()
     for (int i = 0; i < box->count(); ++i)
         entries.append(box->itemText(i));
     QTEST(entries, "entries");
+    QVERIFY(!box->isEditable());
 }
 
-void TstGatewayZrtLayout::groupsHaveTheirTitles()
+void TstGatewayZrtLayout::groupsHoldTheirControls_data()
 {
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QStringList>("controls");
+    QTest::newRow("groupBoxEndian") << "Endian" << QStringList{"radioLitleEndn", "radioBigEndn"};
+    QTest::newRow("groupBoxDataLength") << "Data Length" << QStringList{"radio16Bit", "radio18Bit"};
+    QTest::newRow("groupBoxDataFormat") << "Data Format" << QStringList{"twoComp", "unsignedInt"};
+    QTest::newRow("groupBoxTemperature") << "Temperature" << QStringList{"CoreTempBox", "PCBTempBox"};
+    QTest::newRow("groupBoxSamples") << "Samples in Block" << QStringList{"minBox", "maxBox"};
+}
+
+void TstGatewayZrtLayout::groupsHoldTheirControls()
+{
+    QFETCH(QStringList, controls);
     const GatewayPanel p;
-    QStringList titles;
-    for (const char *name : {"groupBoxEndian", "groupBoxDataLength", "groupBoxDataFormat",
-                             "groupBoxTemperature", "groupBoxSamples"})
-        titles.append(p.child<QGroupBox>(name)->title());
-    QCOMPARE(titles,
-             (QStringList{"Endian", "Data Length", "Data Format", "Temperature", "Samples in Block"}));
-    QCOMPARE(p.child("comboActivCOM")->toolTip(), QStringLiteral("Gateway COM port for VX Configuration"));
-    QCOMPARE(p.child("RxBox")->toolTip(), QStringLiteral("Data receiving from the ZRT gateway"));
+    const auto *group = p.child<QGroupBox>(QTest::currentDataTag());
+    QTEST(group->title(), "title");
+    for (const QString &name : controls)
+        QVERIFY2(group->isAncestorOf(p.child(qPrintable(name))), qPrintable(name));
 }
 
 void TstGatewayZrtLayout::controlsHaveAccessibleNames()
 {
     const GatewayPanel p;
+    QCOMPARE(dialoglook::withoutAccessibleName(*p.dialog), QStringList());
     const auto all = parts(p);
     for (const QWidget *part : all) {
         const bool isNamed = part->inherits("QLabel") || !part->accessibleName().isEmpty();
@@ -368,7 +380,7 @@ void TstGatewayZrtLayout::tabOrderWithALink()
         if (cell->isEnabled())
             expected.append(cell->objectName());
     }
-    // Of a group of choices the toolkit visits one.
+    // Of a group of choices the Tab key visits one: the checked one, if any is.
     expected += QStringList{"radioLitleEndn", "radio16Bit",       "twoComp",       "comboMode",
                             "extIpAddr",      "extPort",          "setExtAddress", "SerialNo",
                             "GtwVersion",     "unixEpochField",   "CoreTempBox",   "PCBTempBox",

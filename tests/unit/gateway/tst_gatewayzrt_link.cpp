@@ -1,14 +1,9 @@
-#include "base/gui/fonts.h"
 #include "gatewaypanel.h"
 #include "support/messagecatcher.h"
 
 #include <QtTest>
 
 namespace {
-
-/// Those that work only while the link is up, the cells of the table aside.
-const char *const kSettings[] = {"groupBoxEndian",      "groupBoxDataLength", "groupBoxDataFormat",
-                                 "groupBoxTemperature", "comboSimultn",       "comboMode"};
 
 const QByteArray kPrompt = "[ZRT GATEWAY]---->";
 
@@ -37,52 +32,48 @@ private:
 
 } // namespace
 
-/// How the panel connects, loses the link and leaves it.
+/// How the panel connects and how it leaves the link.
 class TstGatewayZrtLink : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { fonts::installSubstitutions(); }
+
     void startsWithoutALink();
     void buttonAsksForTheTypedAddress();
     void buttonIsDeadWhileTheAttemptLasts_data();
     void buttonIsDeadWhileTheAttemptLasts();
     void buttonKeepsTheFocusOverTheAttempt();
-    void emptyFieldConnectsNothing_data();
-    void emptyFieldConnectsNothing();
+    void emptyFieldStopsTheButton_data();
+    void emptyFieldStopsTheButton();
     void linkThatIsUpBringsTheControlsToLife();
-    void clockIsSetAtOnce();
     void attemptThatFailsBringsTheButtonBack();
-    void buttonLeavesTheLink();
-    void lostLinkLeavesTheValuesOnScreen();
-    void lostLinkStopsThePolling();
-    void retryBringsTheLinkBack();
+    void buttonLeavesTheConnection();
+    void leftLinkDoesNotComeBack_data();
+    void leftLinkDoesNotComeBack();
     void openingConnectsUnlessItIsUp();
     void openingDoesNotAskForFields();
     void escapeLeavesTheLink();
     void escapeAndOpeningConnectAgain();
+    void escapeWhileClosed();
     void titleBarHidesAndLeavesThePollingRunning();
     void returnKeyPressesNoButton();
     void savedAddressIsShown_data();
     void savedAddressIsShown();
-    void newAddressIsFollowed();
+    void lampsTellTheirStateInWords();
     void connectedPanelDiesInPeace();
 };
 
 void TstGatewayZrtLink::startsWithoutALink()
 {
-    const GatewayPanel p(GatewayPanel::Link::Down);
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Connect"));
+    GatewayPanel p(GatewayPanel::Link::Down);
+    p.checkClosed();
     QCOMPARE(p.text("ipAddrBox"), QStringLiteral("192.168.0.234"));
     QCOMPARE(p.text("portNo"), QStringLiteral("9999"));
-    QCOMPARE(p.lamp("tcpLed"), QColor(Qt::gray));
-    QCOMPARE(p.lamp("PCM_Led"), QColor(Qt::gray));
-    QVERIFY(p.isEnabled("ipAddrBox") && p.isEnabled("portNo"));
-    for (const char *name : kSettings)
-        QVERIFY2(!p.isEnabled(name), name);
-    QCOMPARE(p.dead().size(), 48);
+    p.time.advance(20000);
     QCOMPARE(p.sock->calls, QStringList());
+    QCOMPARE(p.dialogue(), QString());
 }
 
 void TstGatewayZrtLink::buttonAsksForTheTypedAddress()
@@ -132,43 +123,41 @@ void TstGatewayZrtLink::buttonKeepsTheFocusOverTheAttempt()
     QCOMPARE(p.takeLines(), QByteArray());
 }
 
-void TstGatewayZrtLink::emptyFieldConnectsNothing_data()
+void TstGatewayZrtLink::emptyFieldStopsTheButton_data()
 {
-    QTest::addColumn<QByteArray>("field");
-    QTest::newRow("address") << QByteArray("ipAddrBox");
-    QTest::newRow("port") << QByteArray("portNo");
+    QTest::addColumn<QString>("empty");
+    QTest::addColumn<bool>("isUp");
+    for (const char *field : {"ipAddrBox", "portNo"}) {
+        QTest::newRow(qPrintable(QString(field) + " closed")) << QString(field) << false;
+        QTest::newRow(qPrintable(QString(field) + " connected")) << QString(field) << true;
+    }
 }
 
-void TstGatewayZrtLink::emptyFieldConnectsNothing()
+void TstGatewayZrtLink::emptyFieldStopsTheButton()
 {
-    QFETCH(QByteArray, field);
-    const GatewayPanel p(GatewayPanel::Link::Down);
-    p.child<QLineEdit>(field)->clear();
+    QFETCH(QString, empty);
+    QFETCH(bool, isUp);
+    GatewayPanel p(isUp ? GatewayPanel::Link::Up : GatewayPanel::Link::Down);
+    p.child<QLineEdit>(empty.toLatin1())->clear();
+    p.sock->calls.clear();
+    const QSignalSpy connects(p.dialog.get(), &GatewayZRT::connectToGateway);
+    const QSignalSpy leaves(p.dialog.get(), &GatewayZRT::disconnctTCP);
+    const MessageCatcher log;
     p.click("tcpConnect_Btn");
+    QVERIFY(log.contains("HandleTcpConnect"));
+    QCOMPARE(connects.count() + leaves.count(), 0);
     QCOMPARE(p.sock->calls, QStringList());
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Connect"));
-    QVERIFY(p.isEnabled("tcpConnect_Btn"));
+    if (isUp)
+        p.checkConnected();
+    else
+        p.checkClosed();
 }
 
 void TstGatewayZrtLink::linkThatIsUpBringsTheControlsToLife()
 {
     const GatewayPanel p;
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Disconnect"));
-    QVERIFY(p.isEnabled("tcpConnect_Btn"));
-    QCOMPARE(p.lamp("tcpLed"), QColor(Qt::green));
+    p.checkConnected();
     QCOMPARE(p.child("tcpLed")->accessibleDescription(), QStringLiteral("Connected"));
-    QVERIFY(!p.isEnabled("ipAddrBox") && !p.isEnabled("portNo"));
-    for (const char *name : kSettings)
-        QVERIFY2(p.isEnabled(name), name);
-    QCOMPARE(p.dead(), (QStringList{"2,10000", "4,10000", "2,5000", "256,625", "128,312", "256,312"}));
-}
-
-void TstGatewayZrtLink::clockIsSetAtOnce()
-{
-    GatewayPanel p(GatewayPanel::Link::Down);
-    p.click("tcpConnect_Btn");
-    const QByteArray milliseconds = QByteArray::number(p.time.now().toMSecsSinceEpoch());
-    QCOMPARE(p.takeLines(), "#030_" + milliseconds + "000000\r");
 }
 
 void TstGatewayZrtLink::attemptThatFailsBringsTheButtonBack()
@@ -176,66 +165,52 @@ void TstGatewayZrtLink::attemptThatFailsBringsTheButtonBack()
     GatewayPanel p(GatewayPanel::Link::Down);
     p.sock->connects = false;
     p.click("tcpConnect_Btn");
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Connect"));
-    QVERIFY(p.isEnabled("tcpConnect_Btn") && p.isEnabled("ipAddrBox"));
-    QCOMPARE(p.lamp("tcpLed"), QColor(Qt::gray));
+    p.checkClosed();
     QCOMPARE(p.takeLines(), QByteArray());
-}
-
-void TstGatewayZrtLink::buttonLeavesTheLink()
-{
-    GatewayPanel p;
-    p.receive(kPrompt);
-    QSignalSpy left(p.dialog.get(), &GatewayZRT::disconnctTCP);
+    QCOMPARE(p.dialogue(), QString());
+    p.time.advance(20000);
+    QCOMPARE(p.sock->calls, QStringList{"connect"}); // the first attempt is not repeated
+    p.sock->connects = true;
     p.click("tcpConnect_Btn");
-    QCOMPARE(left.size(), 1);
-    QCOMPARE(p.sock->calls, (QStringList{"connect", "disconnect"}));
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Connect"));
-    QCOMPARE(p.lamp("tcpLed"), QColor(Qt::gray));
-    p.time.advance(60000);
-    QCOMPARE(p.sock->calls, (QStringList{"connect", "disconnect"})); // no retry
+    p.checkConnected();
 }
 
-void TstGatewayZrtLink::lostLinkLeavesTheValuesOnScreen()
+void TstGatewayZrtLink::buttonLeavesTheConnection()
 {
-    const GatewayPanel p;
-    p.receiveStatus(
-        {{2, "7.8"}, {6, "2500"}, {7, "16"}, {11, "10.0.0.9"}, {18, "55"}, {32, "1"}, {36, "12"}});
+    GatewayPanel p;
+    p.receiveStatus({{6, "2500"}, {7, "16"}, {32, "1"}});
     QCOMPARE(p.marked(), QStringLiteral("16,2500"));
-    QCOMPARE(p.lamp("PCM_Led"), QColor(Qt::green));
-    p.sock->drop();
-    QCOMPARE(p.lamp("tcpLed"), QColor(Qt::gray));
-    QCOMPARE(p.lamp("PCM_Led"), QColor(Qt::gray));
-    QCOMPARE(p.marked(), QString());
-    QCOMPARE(p.dead().size(), 48);
-    for (const char *name : kSettings)
-        QVERIFY2(!p.isEnabled(name), name);
-    QCOMPARE(p.text("GtwVersion"), QStringLiteral("7.8"));
-    QCOMPARE(p.text("extIpAddr"), QStringLiteral("10.0.0.9"));
-    QCOMPARE(p.text("CoreTempBox"), QStringLiteral("55"));
-    QCOMPARE(p.text("minBox"), QStringLiteral("12"));
+    p.receive("]----");
+    p.sock->calls.clear();
+    const QSignalSpy leaves(p.dialog.get(), &GatewayZRT::disconnctTCP);
+    p.click("tcpConnect_Btn");
+    QCOMPARE(leaves.count(), 1);
+    QCOMPARE(p.sock->calls, QStringList{"disconnect"});
+    p.checkClosed();
+    QCOMPARE(p.time.activeTimers(), 0);
+    QVERIFY(p.dialog->isVisible());
 }
 
-void TstGatewayZrtLink::lostLinkStopsThePolling()
+void TstGatewayZrtLink::leftLinkDoesNotComeBack_data()
 {
-    GatewayPanel p;
-    p.receive(kPrompt);
-    p.time.advance(1000);
-    QCOMPARE(p.takeLines(), QByteArray("#?\r#?\r"));
-    p.sock->drop();
-    const QString shown = p.dialogue();
-    p.time.advance(4000);
-    QCOMPARE(p.dialogue(), shown);
+    QTest::addColumn<bool>("byEscape");
+    QTest::newRow("button") << false;
+    QTest::newRow("escape") << true;
 }
 
-void TstGatewayZrtLink::retryBringsTheLinkBack()
+void TstGatewayZrtLink::leftLinkDoesNotComeBack()
 {
+    QFETCH(bool, byEscape);
     GatewayPanel p;
-    p.sock->drop();
-    p.time.advance(5000);
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Disconnect"));
-    QCOMPARE(p.lamp("tcpLed"), QColor(Qt::green));
-    QVERIFY(p.takeLines().startsWith("#030_"));
+    p.sock->calls.clear();
+    if (byEscape)
+        QTest::keyClick(p.dialog.get(), Qt::Key_Escape);
+    else
+        p.click("tcpConnect_Btn");
+    emit p.sock->TcpDisconnectd(); // a socket that tells of its end late
+    p.time.advance(20000);
+    QCOMPARE(p.sock->calls.count("connect"), 0);
+    p.checkClosed();
 }
 
 void TstGatewayZrtLink::openingConnectsUnlessItIsUp()
@@ -243,6 +218,8 @@ void TstGatewayZrtLink::openingConnectsUnlessItIsUp()
     const GatewayPanel p(GatewayPanel::Link::Down);
     p.dialog->connectToTcp();
     QCOMPARE(p.sock->calls, QStringList{"connect"});
+    QCOMPARE(p.sock->address, QStringLiteral("192.168.0.234"));
+    QCOMPARE(p.sock->port, QStringLiteral("9999"));
     const MessageCatcher log;
     p.dialog->connectToTcp();
     QVERIFY(log.contains("Already Connected"));
@@ -278,13 +255,23 @@ void TstGatewayZrtLink::escapeAndOpeningConnectAgain()
     QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Disconnect"));
 }
 
+void TstGatewayZrtLink::escapeWhileClosed()
+{
+    GatewayPanel p(GatewayPanel::Link::Down);
+    const QSignalSpy leaves(p.dialog.get(), &GatewayZRT::disconnctTCP);
+    QTest::keyClick(p.dialog.get(), Qt::Key_Escape);
+    QVERIFY(!p.dialog->isVisible());
+    QCOMPARE(leaves.count(), 1);
+    p.checkClosed();
+}
+
 void TstGatewayZrtLink::titleBarHidesAndLeavesThePollingRunning()
 {
     GatewayPanel p;
     p.receive(kPrompt);
     p.takeLines();
     QSignalSpy left(p.dialog.get(), &GatewayZRT::disconnctTCP);
-    QVERIFY(!p.dialog->close()); // what the title bar's button does; refused
+    p.dialog->close(); // what the title bar's button does
     QVERIFY(!p.dialog->isVisible());
     p.time.advance(3000);
     QCOMPARE(p.takeLines(), QByteArray("#?\r#?\r#?\r"));
@@ -295,8 +282,10 @@ void TstGatewayZrtLink::titleBarHidesAndLeavesThePollingRunning()
 void TstGatewayZrtLink::returnKeyPressesNoButton()
 {
     GatewayPanel p(GatewayPanel::Link::Down);
-    for (const char *name : {"ipAddrBox", "portNo", "comboPTP", "RxBox"})
+    for (const char *name : {"ipAddrBox", "portNo", "comboPTP", "RxBox"}) {
         QTest::keyClick(p.child(name), Qt::Key_Return);
+        QTest::keyClick(p.child(name), Qt::Key_Enter);
+    }
     QCOMPARE(p.sock->calls, QStringList());
     QVERIFY(p.dialog->isVisible());
     QVERIFY(!QApplication::activeModalWidget());
@@ -332,21 +321,33 @@ void TstGatewayZrtLink::savedAddressIsShown()
     QFETCH(QString, port);
     const GatewayPanel p(GatewayPanel::Link::Down);
     p.dialog->Slot_loadTcpAddr(address, port);
+    QCOMPARE(p.sock->calls, QStringList());
     QTEST(p.text("ipAddrBox") + ':' + p.text("portNo"), "shown");
+    p.click("tcpConnect_Btn");
+    QTEST(p.sock->address + ':' + p.sock->port, "shown");
 }
 
-void TstGatewayZrtLink::newAddressIsFollowed()
+void TstGatewayZrtLink::lampsTellTheirStateInWords()
 {
     GatewayPanel p;
-    p.dialog->changeGatewayAddr("10.0.0.77");
-    QCOMPARE(p.takeLines(), QByteArray("gateway.addr=10.0.0.77\r"));
-    QSignalSpy asked(p.dialog.get(), &GatewayZRT::connectToGateway);
-    p.receive("[NEW IP ADDRESS 10.0.0.77]");
-    QCOMPARE(p.text("ipAddrBox"), QStringLiteral("10.0.0.77"));
-    QCOMPARE(asked.size(), 1);
-    QCOMPARE(asked.first(), (QVariantList{"10.0.0.77", "9999"}));
-    QCOMPARE(p.sock->address, QStringLiteral("10.0.0.77"));
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Disconnect"));
+    QStringList words;
+    for (const char *value : {"X", "0", "1"}) {
+        p.receiveStatus({{32, value}});
+        const auto *lamp = p.child("PCM_Led");
+        QVERIFY(!lamp->accessibleDescription().isEmpty());
+        QCOMPARE(lamp->toolTip(), lamp->accessibleDescription());
+        words.append(lamp->toolTip());
+    }
+    QCOMPARE(words.removeDuplicates(), 0);
+    const QString up = p.child("tcpLed")->accessibleDescription();
+    p.sock->drop();
+    const QString down = p.child("tcpLed")->accessibleDescription();
+    QVERIFY(!up.isEmpty() && !down.isEmpty() && up != down);
+    for (const char *name : {"tcpLed", "PCM_Led"}) {
+        QVERIFY(p.child<QLineEdit>(name)->isReadOnly());
+        QCOMPARE(p.child<QLineEdit>(name)->focusPolicy(), Qt::NoFocus);
+        QCOMPARE(p.text(name), QString());
+    }
 }
 
 void TstGatewayZrtLink::connectedPanelDiesInPeace()

@@ -1,11 +1,6 @@
-#include "base/gui/fonts.h"
 #include "gatewaypanel.h"
 #include "support/messagecatcher.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QComboBox>
-#include <QScrollBar>
 #include <QtTest>
 
 namespace {
@@ -18,16 +13,6 @@ GatewayPanel::Fields fullStatus()
             {34, "SLAVE"}, {35, "-17"},      {36, "64"},         {37, "512"},   {38, "IENA-1"}};
 }
 
-bool isChecked(const GatewayPanel &p, const char *name)
-{
-    return p.child<QAbstractButton>(name)->isChecked();
-}
-
-int index(const GatewayPanel &p, const char *name)
-{
-    return p.child<QComboBox>(name)->currentIndex();
-}
-
 } // namespace
 
 /// What the panel shows of the gateway's status lines.
@@ -37,19 +22,24 @@ class TstGatewayZrtStatus : public QObject
 
 private slots:
     void initTestCase() { fonts::installSubstitutions(); }
+
     void choicesOfTheForm();
     void statusIsShownAndSendsNothing();
     void guardDecides_data();
     void guardDecides();
     void unknownTextsLeaveTheControls();
     void indexBeyondTheListShowsNoEntry();
+    void modeChangesTheFieldsOfTheTarget_data();
+    void modeChangesTheFieldsOfTheTarget();
     void lampFollowsThePcmState_data();
     void lampFollowsThePcmState();
     void emptyFieldsEmptyTheTexts();
     void statusIsLogged();
     void settingsAreNotTakenFromTheStatus();
     void operatorIsNotDisturbed();
-    void openListStaysOpen();
+    void statusLeavesAnOpenListAlone();
+    void statusResetsAControlTheGatewayIgnored();
+    void statusIsAppliedWhileThePanelIsHidden();
     void fieldsCannotBeTyped();
     void promptAsksForTheStatus();
     void textsFromTheGatewayAreNoMarkup();
@@ -58,14 +48,20 @@ private slots:
 void TstGatewayZrtStatus::choicesOfTheForm()
 {
     const GatewayPanel p(GatewayPanel::Link::Down);
-    QVERIFY(isChecked(p, "radioBigEndn") && !isChecked(p, "radioLitleEndn"));
-    QVERIFY(isChecked(p, "radio16Bit") && !isChecked(p, "radio18Bit"));
-    QVERIFY(!isChecked(p, "twoComp") && !isChecked(p, "unsignedInt"));
+    QVERIFY(p.isChecked("radioBigEndn") && !p.isChecked("radioLitleEndn"));
+    QVERIFY(p.isChecked("radio16Bit") && !p.isChecked("radio18Bit"));
+    QVERIFY(!p.isChecked("twoComp") && !p.isChecked("unsignedInt"));
+    QVERIFY(!p.isShown("TcpPortDefault"));
+    QVERIFY(p.isShown("extIpAddr") && p.isShown("extPort") && p.isShown("setExtAddress"));
 }
 
 void TstGatewayZrtStatus::statusIsShownAndSendsNothing()
 {
     GatewayPanel p;
+    const QSignalSpy rate(p.dialog.get(), &GatewayZRT::Signal_SetVXsamplingRate);
+    const QSignalSpy samples(p.dialog.get(), &GatewayZRT::Signal_displayMinMax);
+    const QSignalSpy server(p.dialog.get(), &GatewayZRT::Signal_sendIpDetails);
+    const QSignalSpy connects(p.dialog.get(), &GatewayZRT::connectToGateway);
     p.receiveStatus(fullStatus());
     QCOMPARE(p.text("GtwVersion"), QStringLiteral("1.2.3"));
     QCOMPARE(p.text("SerialNo"), QStringLiteral("000123"));
@@ -78,20 +74,23 @@ void TstGatewayZrtStatus::statusIsShownAndSendsNothing()
     QCOMPARE(p.text("accuracyPTP"), QStringLiteral("-17"));
     QCOMPARE(p.text("minBox"), QStringLiteral("64"));
     QCOMPARE(p.text("maxBox"), QStringLiteral("512"));
-    QCOMPARE(index(p, "comboSimultn"), 3);
-    QCOMPARE(index(p, "comboMode"), 4);
-    QCOMPARE(index(p, "comboActivCOM"), 3);
-    QCOMPARE(index(p, "comboPTP"), 2);
-    QCOMPARE(index(p, "comboBoxDataPtcl"), 1);
-    QVERIFY(isChecked(p, "radioLitleEndn") && isChecked(p, "radio18Bit") && isChecked(p, "twoComp"));
+    QCOMPARE(p.index("comboSimultn"), 3);
+    QCOMPARE(p.index("comboMode"), 4);
+    QCOMPARE(p.index("comboActivCOM"), 3);
+    QCOMPARE(p.index("comboPTP"), 2);
+    QCOMPARE(p.index("comboBoxDataPtcl"), 1);
+    QVERIFY(p.isChecked("radioLitleEndn") && p.isChecked("radio18Bit") && p.isChecked("twoComp"));
     QCOMPARE(p.marked(), QStringLiteral("32,1250"));
     QCOMPARE(p.lamp("PCM_Led"), QColor(Qt::green));
     QCOMPARE(p.takeLines(), QByteArray());
     p.receiveStatus({{8, "OFF"}, {9, "B"}, {10, "16"}, {13, "U"}, {38, "ZRT-1"}});
-    QVERIFY(isChecked(p, "radioBigEndn") && isChecked(p, "radio16Bit") && isChecked(p, "unsignedInt"));
-    QCOMPARE(index(p, "comboMode"), 5);
-    QCOMPARE(index(p, "comboBoxDataPtcl"), 0);
+    QVERIFY(p.isChecked("radioBigEndn") && p.isChecked("radio16Bit") && p.isChecked("unsignedInt"));
+    QCOMPARE(p.index("comboMode"), 5);
+    QCOMPARE(p.index("comboBoxDataPtcl"), 0);
+    p.time.advance(5000);
     QCOMPARE(p.takeLines(), QByteArray());
+    QCOMPARE(rate.size() + samples.size() + server.size() + connects.size(), 0);
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 void TstGatewayZrtStatus::guardDecides_data()
@@ -116,21 +115,49 @@ void TstGatewayZrtStatus::unknownTextsLeaveTheControls()
     const GatewayPanel p;
     p.receiveStatus(fullStatus());
     p.receiveStatus({{8, "SCTP"}, {9, "M"}, {10, "24"}, {13, "float"}, {32, "?"}, {38, "ZRT-2"}});
-    QCOMPARE(index(p, "comboMode"), 4);
-    QVERIFY(isChecked(p, "radioLitleEndn") && isChecked(p, "radio18Bit") && isChecked(p, "twoComp"));
+    QCOMPARE(p.index("comboMode"), 4);
+    QVERIFY(p.isChecked("radioLitleEndn") && p.isChecked("radio18Bit") && p.isChecked("twoComp"));
     QCOMPARE(p.lamp("PCM_Led"), QColor(Qt::green));
-    QCOMPARE(index(p, "comboBoxDataPtcl"), 1);
+    QCOMPARE(p.index("comboBoxDataPtcl"), 1);
 }
 
 void TstGatewayZrtStatus::indexBeyondTheListShowsNoEntry()
 {
     const GatewayPanel p;
     p.receiveStatus({{5, "9"}, {31, "4"}});
-    QCOMPARE(index(p, "comboSimultn"), -1);
-    QCOMPARE(index(p, "comboActivCOM"), -1);
+    QCOMPARE(p.index("comboSimultn"), -1);
+    QCOMPARE(p.index("comboActivCOM"), -1);
     p.receiveStatus({{5, "-2"}, {31, "x"}});
-    QCOMPARE(index(p, "comboSimultn"), -1);
-    QCOMPARE(index(p, "comboActivCOM"), 0);
+    QCOMPARE(p.index("comboSimultn"), -1);
+    QCOMPARE(p.index("comboActivCOM"), 0);
+}
+
+void TstGatewayZrtStatus::modeChangesTheFieldsOfTheTarget_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<bool>("isServer");
+    for (const char *mode : {"UDP-B", "UDP-M", "UDP-U", "TCP-C"})
+        QTest::newRow(mode) << QByteArray("TCP-S") << QByteArray(mode) << false;
+    QTest::newRow("TCP-S") << QByteArray("UDP-B") << QByteArray("TCP-S") << true;
+    QTest::newRow("off after a target") << QByteArray("UDP-U") << QByteArray("OFF") << false;
+    QTest::newRow("off after the server") << QByteArray("TCP-S") << QByteArray("OFF") << true;
+    QTest::newRow("unknown after the server") << QByteArray("TCP-S") << QByteArray("UDP-Q") << true;
+}
+
+void TstGatewayZrtStatus::modeChangesTheFieldsOfTheTarget()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, mode);
+    QFETCH(bool, isServer);
+    GatewayPanel p;
+    p.receiveStatus({{8, before}});
+    p.receiveStatus({{8, mode}});
+    QCOMPARE(p.isShown("TcpPortDefault"), isServer);
+    QCOMPARE(p.text("labelextPort"), isServer ? QStringLiteral("TCP Port") : QStringLiteral("Ext Port"));
+    for (const char *name : {"extIpAddr", "extPort", "labelExtServrIP", "setExtAddress"})
+        QCOMPARE(p.isShown(name), !isServer);
+    QVERIFY(p.isShown("labelextPort"));
 }
 
 void TstGatewayZrtStatus::lampFollowsThePcmState_data()
@@ -150,9 +177,7 @@ void TstGatewayZrtStatus::lampFollowsThePcmState()
     p.receiveStatus({{32, state == "0" ? "1" : "0"}}); // another one before
     const QString before = p.child("PCM_Led")->accessibleDescription();
     p.receiveStatus({{32, state}});
-    const QPalette palette = p.child("PCM_Led")->palette();
-    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-        QCOMPARE(palette.color(group, QPalette::Base), colour);
+    QCOMPARE(p.lamp("PCM_Led"), colour);
     QVERIFY(p.child("PCM_Led")->accessibleDescription() != before);
     QCOMPARE(p.child("PCM_Led")->toolTip(), p.child("PCM_Led")->accessibleDescription());
 }
@@ -202,17 +227,42 @@ void TstGatewayZrtStatus::operatorIsNotDisturbed()
     QCOMPARE(choices.size(), 0);
 }
 
-void TstGatewayZrtStatus::openListStaysOpen()
+void TstGatewayZrtStatus::statusLeavesAnOpenListAlone()
+{
+    GatewayPanel p;
+    p.receiveStatus({{5, "2"}});
+    auto *box = p.child<QComboBox>("comboSimultn");
+    p.openList("comboSimultn");
+    QTest::keyClick(box->view(), Qt::Key_Down);
+    p.receiveStatus({{5, "2"}});
+    QVERIFY(box->view()->isVisible());
+    QTest::keyClick(box->view(), Qt::Key_Return);
+    QTRY_VERIFY(!box->view()->isVisible());
+    QCOMPARE(p.takeLines(), QByteArray("#006_3\r"));
+}
+
+void TstGatewayZrtStatus::statusResetsAControlTheGatewayIgnored()
 {
     const GatewayPanel p;
+    const GatewayPanel::Fields fields{{5, "3"}, {6, "2500"}, {7, "16"}, {10, "16"}};
+    p.receiveStatus(fields);
+    p.pick("comboSimultn", 7);
+    p.click("radio18Bit");
+    p.click("8,5000");
+    QCOMPARE(p.marked(), QStringLiteral("8,5000"));
+    p.receiveStatus(fields);
+    QCOMPARE(p.index("comboSimultn"), 3);
+    QVERIFY(p.isChecked("radio16Bit"));
+    QCOMPARE(p.marked(), QStringLiteral("16,2500"));
+}
+
+void TstGatewayZrtStatus::statusIsAppliedWhileThePanelIsHidden()
+{
+    GatewayPanel p;
+    p.dialog->close();
     p.receiveStatus(fullStatus());
-    auto *box = p.child<QComboBox>("comboSimultn");
-    box->showPopup();
-    box->view()->setCurrentIndex(box->model()->index(7, 0));
-    p.receiveStatus(fullStatus());
-    QVERIFY(box->view()->isVisible());
-    QCOMPARE(box->view()->currentIndex().row(), 7);
-    box->hidePopup();
+    QCOMPARE(p.text("GtwVersion"), QStringLiteral("1.2.3"));
+    QCOMPARE(p.index("comboMode"), 4);
 }
 
 void TstGatewayZrtStatus::fieldsCannotBeTyped()
