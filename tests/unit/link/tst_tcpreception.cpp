@@ -66,8 +66,8 @@ void TstTcpReception::linesOfTheGatewayAreNoFrames()
 {
     QVERIFY(connectSocket());
     QByteArray all;
-    for (int i = 0; i < 50; ++i) {
-        const QByteArray line = "#S;;V" + QByteArray::number(i) + ";2;" + QByteArray(i * 7, 'x') + "\r\n";
+    for (int i = 0; i < 10; ++i) {
+        const QByteArray line = "#S;;V" + QByteArray::number(i) + ";2;" + QByteArray(i * 35, 'x') + "\r\n";
         QVERIFY(deliver(line));
         all += line;
     }
