@@ -1,6 +1,7 @@
 #include "settings/portlister.h"
 
 #include "base/gui/fonts.h"
+#include "base/gui/heldkeys.h"
 #include "base/timesource.h"
 #include "settings/comconfigbox.h"
 #include "settings/portgrid.h"
@@ -8,7 +9,6 @@
 #include "ui_portlister.h"
 
 #include <QDebug>
-#include <QKeyEvent>
 #include <QRegularExpressionValidator>
 #include <algorithm>
 #include <chrono>
@@ -35,12 +35,6 @@ bool isKeyPress(const QEvent &event, std::initializer_list<Qt::Key> keys)
         return false;
     const int key = static_cast<const QKeyEvent &>(event).key();
     return std::any_of(keys.begin(), keys.end(), [key](Qt::Key wanted) { return key == wanted; });
-}
-
-/// A key held down repeats, also from before this dialog had the focus. Repeats decide nothing here.
-bool isRepeat(const QEvent &event)
-{
-    return event.type() == QEvent::KeyPress && static_cast<const QKeyEvent &>(event).isAutoRepeat();
 }
 
 } // namespace
@@ -223,7 +217,7 @@ bool PortLister::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_ui->portConfigBox && m_ui->portConfigBox->isEnabled()) {
         if (event->type() == QEvent::MouseButtonPress || isKeyPress(*event, {Qt::Key_Space})) {
-            if (!isRepeat(*event))
+            if (!isKeyRepeat(*event))
                 portConfig();
             return true;
         }
@@ -231,7 +225,7 @@ bool PortLister::eventFilter(QObject *watched, QEvent *event)
     // Handled here and not by the field, which swallows the key while its text is not acceptable; and not
     // left to the default button, so that it confirms once.
     if (watched == m_ui->comBox && isKeyPress(*event, {Qt::Key_Return, Qt::Key_Enter})) {
-        if (!isRepeat(*event))
+        if (!isKeyRepeat(*event))
             m_ui->openBtn->click();
         return true;
     }
@@ -240,7 +234,7 @@ bool PortLister::eventFilter(QObject *watched, QEvent *event)
 
 void PortLister::keyPressEvent(QKeyEvent *event)
 {
-    if (isRepeat(*event))
+    if (isKeyRepeat(*event))
         return;
     if (event->key() == Qt::Key_Escape)
         hide();
