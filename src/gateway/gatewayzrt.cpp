@@ -2,6 +2,7 @@
 
 #include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
+#include "base/gui/heldkeys.h"
 #include "gateway/changegatewaydialog.h"
 #include "gateway/confirmation.h"
 #include "gateway/externipandport.h"
@@ -40,7 +41,7 @@ QString maximumLabel()
 
 bool pressesButton(const QEvent &event)
 {
-    if (event.type() != QEvent::KeyPress)
+    if (event.type() != QEvent::KeyPress || isKeyRepeat(event))
         return false;
     const auto &key = static_cast<const QKeyEvent &>(event);
     return isReturn(key) || key.key() == Qt::Key_Space;
@@ -249,6 +250,12 @@ void GatewayZRT::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     hide();
+}
+
+void GatewayZRT::keyPressEvent(QKeyEvent *event)
+{
+    if (!isKeyRepeat(*event)) // the Escape key may have closed a box and may still be down
+        QDialog::keyPressEvent(event);
 }
 
 void GatewayZRT::parseData(QByteArray &bytes)

@@ -101,6 +101,9 @@ protected:
     /// Hides the panel; the link stays up.
     void closeEvent(QCloseEvent *event) override;
 
+    /// Ignores keys that are held down.
+    void keyPressEvent(QKeyEvent *event) override;
+
     /// Of the two sample counts: a mouse press, or the keys that press a button, open the value dialog.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
