@@ -9,6 +9,7 @@
 #include "gateway/gatewaydialogue.h"
 #include "gateway/gatewaylamp.h"
 #include "gateway/gatewayrates.h"
+#include "gateway/inputfilters.h"
 #include "gateway/minmaxdialog.h"
 #include "gateway/reportedvalues.h"
 #include "modules/common/gestures.h"
@@ -115,6 +116,9 @@ void GatewayZRT::connectControls()
     connect(m_ui->restartBtn, &QPushButton::clicked, this, &GatewayZRT::Slot_Restart);
     m_ui->minBox->installEventFilter(this);
     m_ui->maxBox->installEventFilter(this);
+    for (QComboBox *list :
+         {m_ui->comboMode, m_ui->comboSimultn, m_ui->comboActivCOM, m_ui->comboPTP, m_ui->comboBoxDataPtcl})
+        gateway::ignoreWheel(*list);
 }
 
 void GatewayZRT::connectDialogs()
@@ -407,7 +411,7 @@ bool GatewayZRT::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isMinimum = watched == m_ui->minBox;
     const bool isBox = isMinimum || watched == m_ui->maxBox;
-    if (!isBox || !(isMousePress(*event) || pressesButton(*event)))
+    if (!isBox || !(event->type() == QEvent::MouseButtonPress || pressesButton(*event)))
         return QDialog::eventFilter(watched, event);
     const QString label = isMinimum ? minimumLabel() : maximumLabel();
     emit Signal_displayMinMax({label, static_cast<QLineEdit *>(watched)->text(), label});
