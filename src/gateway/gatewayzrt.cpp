@@ -17,6 +17,7 @@
 
 #include <QCloseEvent>
 #include <QDebug>
+#include <QGuiApplication>
 #include <utility>
 
 namespace {
@@ -124,6 +125,8 @@ void GatewayZRT::connectControls()
 void GatewayZRT::connectDialogs()
 {
     connect(this, &QDialog::rejected, this, &GatewayZRT::leaveConnection);
+    // A window that is shown then and does not close would stop the end of the session.
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &GatewayZRT::hide, Qt::DirectConnection);
     connect(this, &GatewayZRT::Signal_displayMinMax, m_minMaxDialog, &MinMaxDialog::Slot_Execute);
     connect(m_minMaxDialog, &MinMaxDialog::Signal_setMinMaxValue, this, &GatewayZRT::Slot_DispatchMinMax);
     connect(this, &GatewayZRT::Signal_sendIpDetails, m_externalServerDialog,

@@ -98,7 +98,7 @@ signals:
     void Signal_sendIpDetails(QString ipAddr, QString port);
 
 protected:
-    /// Hides the panel; the link stays up.
+    /// Refuses, and hides the panel; the link stays up. The end of the session hides it before.
     void closeEvent(QCloseEvent *event) override;
 
     /// Ignores keys that are held down.
