@@ -3,6 +3,7 @@
 #include "base/gui/dialogs.h"
 
 #include <QPushButton>
+#include <algorithm>
 
 namespace {
 
@@ -12,10 +13,13 @@ bool isOpen(const QString &name, const QWidget &parent)
     return std::any_of(boxes.begin(), boxes.end(), [](const QMessageBox *box) { return box->isVisible(); });
 }
 
-void setTextIfAny(QAbstractButton &button, const QString &text)
+/// An empty text leaves the usual one.
+void label(QAbstractButton &button, const QString &name, const QString &text)
 {
     if (!text.isEmpty())
         button.setText(text);
+    button.setObjectName(name);
+    button.setAccessibleName(button.text().remove(QLatin1Char('&')));
 }
 
 } // namespace
@@ -29,8 +33,8 @@ void confirm(const Confirmation &confirmation, QWidget &parent, const std::funct
     box->setWindowFlags(dialogFlags()); // a message box would add some of its own
     box->setObjectName(confirmation.name);
     box->setTextFormat(Qt::PlainText);
-    setTextIfAny(*box->button(QMessageBox::Yes), confirmation.proceedText);
-    setTextIfAny(*box->button(confirmation.refusal), confirmation.refusalText);
+    label(*box->button(QMessageBox::Yes), QStringLiteral("proceedButton"), confirmation.proceedText);
+    label(*box->button(confirmation.refusal), QStringLiteral("refusalButton"), confirmation.refusalText);
     box->setDefaultButton(confirmation.refusal);
     box->setEscapeButton(confirmation.refusal);
     QObject::connect(box, &QDialog::finished, &parent, [box, proceed] {

@@ -3,7 +3,8 @@
 #include <QMessageBox>
 #include <functional>
 
-/// A question that stands before something that cannot be taken back.
+/// A question that stands before something that cannot be taken back. The box's buttons are named
+/// "proceedButton" and "refusalButton".
 struct Confirmation
 {
     QString name; ///< object name of the box

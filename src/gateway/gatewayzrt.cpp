@@ -81,8 +81,7 @@ void GatewayZRT::useSmallLabels()
 {
     const auto labels = findChildren<QLabel *>();
     for (QLabel *label : labels) {
-        const bool isOfPanel = label->window() == this && !m_ui->rateTable->isAncestorOf(label);
-        if (isOfPanel)
+        if (label->window() == this)
             label->setFont(fonts::small());
     }
 }
