@@ -40,6 +40,14 @@ void DialogueView::add(const QString &text, bool follow)
         verticalScrollBar()->setValue(lineOf(firstSeen));
 }
 
+void DialogueView::resizeEvent(QResizeEvent *event)
+{
+    const bool wasAtEnd = isAtEnd();
+    QPlainTextEdit::resizeEvent(event);
+    if (wasAtEnd)
+        scrollToEnd();
+}
+
 void DialogueView::insertAtEnd(const QString &text)
 {
     QTextCursor end(document());

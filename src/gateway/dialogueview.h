@@ -19,6 +19,10 @@ public:
     /// Adds a text at the end. The view goes to its end if it stood there, or if `follow` is set.
     void add(const QString &text, bool follow);
 
+protected:
+    /// A view that stood at its end stands there afterwards.
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void insertAtEnd(const QString &text);
     void dropOldLines();
