@@ -11,6 +11,7 @@
 #include "gateway/gatewayrates.h"
 #include "gateway/inputfilters.h"
 #include "gateway/minmaxdialog.h"
+#include "gateway/panelfocus.h"
 #include "gateway/reportedvalues.h"
 #include "modules/common/gestures.h"
 #include "ui_gatewayzrt.h"
@@ -119,6 +120,8 @@ void GatewayZRT::connectControls()
     for (QComboBox *list :
          {m_ui->comboMode, m_ui->comboSimultn, m_ui->comboActivCOM, m_ui->comboPTP, m_ui->comboBoxDataPtcl})
         gateway::ignoreWheel(*list);
+    for (QButtonGroup *group : {m_ui->endianGroup, m_ui->dataLengthGroup, m_ui->dataFormatGroup})
+        gateway::tabToChecked(*group);
 }
 
 void GatewayZRT::connectDialogs()
@@ -152,6 +155,7 @@ void GatewayZRT::setLinkState(LinkState state)
     m_ui->tcpConnect_Btn->setEnabled(state != LinkState::Connecting);
     if (state == LinkState::Connecting)
         return; // the rest follows the outcome
+    const gateway::FocusKeeper focus(*this, *m_ui->tcpConnect_Btn);
     const bool isConnected = state == LinkState::Connected;
     m_ui->tcpConnect_Btn->setText(isConnected ? tr("Disconnect") : tr("Connect"));
     m_ui->ipAddrBox->setEnabled(!isConnected);
@@ -224,12 +228,10 @@ void GatewayZRT::connectToTcp()
 
 void GatewayZRT::requestConnection()
 {
-    const bool hadFocus = m_ui->tcpConnect_Btn->hasFocus();
+    const gateway::FocusKeeper focus(*this, *m_ui->tcpConnect_Btn);
     setLinkState(LinkState::Connecting);
     repaint(); // the attempt may take a moment
     emit connectToGateway(m_ui->ipAddrBox->text(), m_ui->portNo->text());
-    if (hadFocus)
-        m_ui->tcpConnect_Btn->setFocus(); // a disabled button hands it on, and Space would press another one
 }
 
 void GatewayZRT::leaveConnection()
@@ -314,6 +316,7 @@ void GatewayZRT::limitRates(const std::optional<double> &highestRate)
 {
     if (!highestRate)
         return;
+    const gateway::FocusKeeper focus(*this, *m_ui->RxBox);
     m_ui->rateTable->disable(gateway::cellsAbove(*highestRate));
     const QPushButton *marked = m_ui->rateTable->selected();
     if (marked && !marked->isEnabled())

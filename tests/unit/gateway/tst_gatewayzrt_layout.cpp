@@ -381,12 +381,12 @@ void TstGatewayZrtLayout::tabOrderWithALink()
             expected.append(cell->objectName());
     }
     // Of a group of choices the Tab key visits one: the checked one, if any is.
-    expected += QStringList{"radioLitleEndn", "radio16Bit",       "twoComp",       "comboMode",
-                            "extIpAddr",      "extPort",          "setExtAddress", "SerialNo",
-                            "GtwVersion",     "unixEpochField",   "CoreTempBox",   "PCBTempBox",
-                            "comboPTP",       "PTPStateLineEdit", "accuracyPTP",   "comboSimultn",
-                            "comboActivCOM",  "comboBoxDataPtcl", "minBox",        "maxBox",
-                            "debugBtn",       "restartBtn",       "rebootBtn",     "RxBox"};
+    expected += QStringList{"radioBigEndn",  "radio16Bit",       "twoComp",       "comboMode",
+                            "extIpAddr",     "extPort",          "setExtAddress", "SerialNo",
+                            "GtwVersion",    "unixEpochField",   "CoreTempBox",   "PCBTempBox",
+                            "comboPTP",      "PTPStateLineEdit", "accuracyPTP",   "comboSimultn",
+                            "comboActivCOM", "comboBoxDataPtcl", "minBox",        "maxBox",
+                            "debugBtn",      "restartBtn",       "rebootBtn",     "RxBox"};
     QCOMPARE(dialoglook::tabOrder(*p.dialog, 100), expected);
 }
 

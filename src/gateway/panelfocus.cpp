@@ -1,0 +1,47 @@
+#include "gateway/panelfocus.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+
+namespace gateway {
+
+namespace {
+
+void letTabVisit(const QButtonGroup &group, const QAbstractButton &checked)
+{
+    const auto buttons = group.buttons();
+    for (QAbstractButton *button : buttons) {
+        const int policy = button->focusPolicy();
+        const int visited = button == &checked ? policy | Qt::TabFocus : policy & ~Qt::TabFocus;
+        button->setFocusPolicy(static_cast<Qt::FocusPolicy>(visited));
+    }
+}
+
+} // namespace
+
+FocusKeeper::FocusKeeper(const QWidget &window, QWidget &refuge)
+    : m_window(window)
+    , m_refuge(refuge)
+    , m_focused(window.focusWidget())
+{}
+
+FocusKeeper::~FocusKeeper()
+{
+    if (!m_focused || m_window.focusWidget() == m_focused)
+        return;
+    QWidget &heir = m_focused->isEnabled() ? *m_focused : m_refuge;
+    heir.setFocus();
+}
+
+void tabToChecked(QButtonGroup &group)
+{
+    QObject::connect(&group, qOverload<QAbstractButton *, bool>(&QButtonGroup::buttonToggled), &group,
+                     [&group](const QAbstractButton *button, bool checked) {
+                         if (checked)
+                             letTabVisit(group, *button);
+                     });
+    if (const QAbstractButton *checked = group.checkedButton())
+        letTabVisit(group, *checked);
+}
+
+} // namespace gateway
