@@ -5,8 +5,6 @@
 
 namespace {
 
-const QByteArray kPrompt = "[ZRT GATEWAY]---->";
-
 /// What a widget was each time that it was enabled or disabled.
 class EnabledChanges : public QObject
 {
@@ -57,7 +55,6 @@ private slots:
     void escapeLeavesTheLink();
     void escapeAndOpeningConnectAgain();
     void escapeWhileClosed();
-    void titleBarHidesAndLeavesThePollingRunning();
     void returnKeyPressesNoButton();
     void savedAddressIsShown_data();
     void savedAddressIsShown();
@@ -265,20 +262,6 @@ void TstGatewayZrtLink::escapeWhileClosed()
     p.checkClosed();
 }
 
-void TstGatewayZrtLink::titleBarHidesAndLeavesThePollingRunning()
-{
-    GatewayPanel p;
-    p.receive(kPrompt);
-    p.takeLines();
-    QSignalSpy left(p.dialog.get(), &GatewayZRT::disconnctTCP);
-    p.dialog->close(); // what the title bar's button does
-    QVERIFY(!p.dialog->isVisible());
-    p.time.advance(3000);
-    QCOMPARE(p.takeLines(), QByteArray("#?\r#?\r#?\r"));
-    QCOMPARE(left.size(), 0);
-    QCOMPARE(p.text("tcpConnect_Btn"), QStringLiteral("Disconnect"));
-}
-
 void TstGatewayZrtLink::returnKeyPressesNoButton()
 {
     GatewayPanel p(GatewayPanel::Link::Down);
@@ -353,7 +336,7 @@ void TstGatewayZrtLink::lampsTellTheirStateInWords()
 void TstGatewayZrtLink::connectedPanelDiesInPeace()
 {
     GatewayPanel p;
-    p.receive(kPrompt);
+    p.receive("[ZRT GATEWAY]---->");
     QSignalSpy left(p.dialog.get(), &GatewayZRT::disconnctTCP);
     p.dialog.reset(); // its socket tells of the end of the link while it dies
     QCOMPARE(left.size(), 0);
