@@ -17,13 +17,6 @@ RateChoice choiceOf(const Cell &cell)
     return {QString::number(cell.bitRate), QString::number(cell.channels)};
 }
 
-/// Samples per second and channel, which the gateway's limit is compared with.
-double rateOf(const Cell &cell)
-{
-    constexpr double kRatePerBitRate = 50;
-    return cell.bitRate * kRatePerBitRate / cell.channels;
-}
-
 } // namespace
 
 QList<RateChoice> deadCells()
@@ -36,14 +29,21 @@ QList<RateChoice> deadCells()
     return cells;
 }
 
+bool isAbove(const RateChoice &choice, double highestRate)
+{
+    constexpr double kRatePerBitRate = 50;
+    const double channels = choice.channels.toDouble();
+    return channels > 0 && choice.bitRate.toDouble() * kRatePerBitRate / channels > highestRate;
+}
+
 QList<RateChoice> cellsAbove(double highestRate)
 {
     QList<RateChoice> cells;
     for (const int bitRate : rates::tableBitRates()) {
         for (const int channels : rates::tableChannelCounts()) {
-            const Cell cell{channels, bitRate};
-            if (rateOf(cell) > highestRate)
-                cells.append(choiceOf(cell));
+            const RateChoice choice = choiceOf({channels, bitRate});
+            if (isAbove(choice, highestRate))
+                cells.append(choice);
         }
     }
     return cells;

@@ -8,7 +8,10 @@ namespace gateway {
 /// The pairs that it never runs.
 QList<RateChoice> deadCells();
 
-/// The cells that are above `highestRate`: bit rate x 50 / channels is greater than it.
+/// Whether bit rate x 50 / channels is greater than `highestRate`. False if the texts are no numbers.
+bool isAbove(const RateChoice &choice, double highestRate);
+
+/// The cells that are above `highestRate`.
 QList<RateChoice> cellsAbove(double highestRate);
 
 } // namespace gateway

@@ -1,19 +1,20 @@
 #include "gateway/gatewayzrt.h"
 
+#include "base/gui/buttonkeys.h"
 #include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
 #include "base/gui/heldkeys.h"
 #include "gateway/changegatewaydialog.h"
 #include "gateway/confirmation.h"
 #include "gateway/externipandport.h"
+#include "gateway/focuskeeper.h"
 #include "gateway/gatewaydialogue.h"
 #include "gateway/gatewaylamp.h"
 #include "gateway/gatewayrates.h"
-#include "gateway/inputfilters.h"
 #include "gateway/minmaxdialog.h"
-#include "gateway/panelfocus.h"
 #include "gateway/reportedvalues.h"
-#include "modules/common/gestures.h"
+#include "gateway/tabtochecked.h"
+#include "modules/widgets/ignorewheel.h"
 #include "ui_gatewayzrt.h"
 
 #include <QCloseEvent>
@@ -44,10 +45,8 @@ QString maximumLabel()
 
 bool pressesButton(const QEvent &event)
 {
-    if (event.type() != QEvent::KeyPress || isKeyRepeat(event))
-        return false;
-    const auto &key = static_cast<const QKeyEvent &>(event);
-    return isReturn(key) || key.key() == Qt::Key_Space;
+    return event.type() == QEvent::KeyPress && !isKeyRepeat(event) &&
+           isButtonKey(static_cast<const QKeyEvent &>(event));
 }
 
 } // namespace
@@ -119,7 +118,7 @@ void GatewayZRT::connectControls()
     m_ui->maxBox->installEventFilter(this);
     for (QComboBox *list :
          {m_ui->comboMode, m_ui->comboSimultn, m_ui->comboActivCOM, m_ui->comboPTP, m_ui->comboBoxDataPtcl})
-        gateway::ignoreWheel(*list);
+        ignoreWheel(*list); // with the focus too: the list that was used last would take it
     for (QButtonGroup *group : {m_ui->endianGroup, m_ui->dataLengthGroup, m_ui->dataFormatGroup})
         gateway::tabToChecked(*group);
 }
@@ -155,8 +154,8 @@ void GatewayZRT::setLinkState(LinkState state)
     m_ui->tcpConnect_Btn->setEnabled(state != LinkState::Connecting);
     if (state == LinkState::Connecting)
         return; // the rest follows the outcome
-    const gateway::FocusKeeper focus(*this, *m_ui->tcpConnect_Btn);
     const bool isConnected = state == LinkState::Connected;
+    const gateway::FocusKeeper focus(*this, isConnected ? harmlessControl() : *m_ui->tcpConnect_Btn);
     m_ui->tcpConnect_Btn->setText(isConnected ? tr("Disconnect") : tr("Connect"));
     m_ui->ipAddrBox->setEnabled(!isConnected);
     m_ui->portNo->setEnabled(!isConnected);
@@ -167,6 +166,11 @@ void GatewayZRT::setLinkState(LinkState state)
         gateway::showPcmSync(*m_ui->PCM_Led, gateway::PcmSync::Unknown);
     }
     enableSettings(isConnected);
+}
+
+QWidget &GatewayZRT::harmlessControl() const
+{
+    return *m_ui->RxBox;
 }
 
 void GatewayZRT::enableSettings(bool enabled)
@@ -228,7 +232,7 @@ void GatewayZRT::connectToTcp()
 
 void GatewayZRT::requestConnection()
 {
-    const gateway::FocusKeeper focus(*this, *m_ui->tcpConnect_Btn);
+    const gateway::FocusKeeper focus(*this, harmlessControl());
     setLinkState(LinkState::Connecting);
     repaint(); // the attempt may take a moment
     emit connectToGateway(m_ui->ipAddrBox->text(), m_ui->portNo->text());
@@ -278,7 +282,7 @@ void GatewayZRT::showStatus(const gateway::Status &status)
     gateway::showChoice(status.sampleWidth, gateway::SampleWidth::Bits16, *m_ui->radio16Bit,
                         *m_ui->radio18Bit);
     gateway::showText(*m_ui->SerialNo, status.serialNumber);
-    showRate(status.bitRate, status.channelCount);
+    showReportedRate(status);
     gateway::showText(*m_ui->CoreTempBox, status.coreTemperature);
     gateway::showText(*m_ui->PCBTempBox, status.pcbTemperature);
     gateway::showText(*m_ui->extIpAddr, status.extAddress);
@@ -312,15 +316,22 @@ void GatewayZRT::showRate(const QString &bitRate, const QString &channels)
         m_ui->rateTable->markSelected(cell); // which takes the focus
 }
 
+void GatewayZRT::showReportedRate(const gateway::Status &status)
+{
+    const RateChoice rate{status.bitRate, status.channelCount};
+    // A cell that the limit of the same status kills is not marked before: the mark takes the focus.
+    if (status.highestRate && gateway::isAbove(rate, *status.highestRate))
+        m_ui->rateTable->clearSelection();
+    else
+        showRate(rate.bitRate, rate.channels);
+}
+
 void GatewayZRT::limitRates(const std::optional<double> &highestRate)
 {
     if (!highestRate)
         return;
-    const gateway::FocusKeeper focus(*this, *m_ui->RxBox);
+    const gateway::FocusKeeper focus(*this, harmlessControl());
     m_ui->rateTable->disable(gateway::cellsAbove(*highestRate));
-    const QPushButton *marked = m_ui->rateTable->selected();
-    if (marked && !marked->isEnabled())
-        m_ui->rateTable->clearSelection();
 }
 
 void GatewayZRT::handleBtnClick()

@@ -101,7 +101,7 @@ protected:
     /// Refuses, and hides the panel; the link stays up. The end of the session hides it before.
     void closeEvent(QCloseEvent *event) override;
 
-    /// Ignores keys that are held down.
+    /// Ignores the repeats of a key that is held down.
     void keyPressEvent(QKeyEvent *event) override;
 
     /// Of the two sample counts: a mouse press, or the keys that press a button, open the value dialog.
@@ -116,6 +116,7 @@ private:
     void connectDialogs();
     void setLinkState(LinkState state);
     void enableSettings(bool enabled);
+    QWidget &harmlessControl() const; ///< no key does anything in it
     void requestConnection();
     void leaveConnection();
     void followAddress(const QString &address);
@@ -123,6 +124,7 @@ private:
 
     /// Marks the rate in the table; one that it does not have, or whose cell is dead, leaves no mark.
     void showRate(const QString &bitRate, const QString &channels);
+    void showReportedRate(const gateway::Status &status);
     void limitRates(const std::optional<double> &highestRate);
 
     /// Sends the command if the operator says so.

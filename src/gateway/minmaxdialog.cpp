@@ -2,7 +2,7 @@
 
 #include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
-#include "gateway/inputfilters.h"
+#include "base/gui/heldkeys.h"
 #include "modules/widgets/buttonnames.h"
 #include "ui_minmaxdialog.h"
 
@@ -23,7 +23,7 @@ MinMaxDialog::MinMaxDialog(QWidget *parent)
     setFont(fonts::text());
     m_ui->setupUi(this);
     nameButtons(*m_ui->buttonBox);
-    gateway::ignoreHeldKeys(*this);
+    ignoreHeldKeys(*this);
     setObjectName(QStringLiteral("minMaxDialog"));
     connect(m_ui->buttonBox, &QDialogButtonBox::accepted, this, &MinMaxDialog::Slot_AcceptValue);
 }

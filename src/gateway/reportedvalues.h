@@ -21,7 +21,8 @@ void showIndex(QComboBox &box, int index);
 /// Without an index the box stays as it is.
 void showIndex(QComboBox &box, const std::optional<int> &index);
 
-/// Checks the first button for this value, the second one for the other value, and none without a value.
+/// Checks the first button for this value, the second one for the other value. Without a value both stay as
+/// they are.
 template <typename Value>
 void showChoice(const std::optional<Value> &value, Value first, QAbstractButton &firstButton,
                 QAbstractButton &secondButton)

@@ -21,14 +21,14 @@ bool setOption(int socket, int level, int option, int value)
 
 /// The system sends no probes while sent bytes are unacknowledged; it repeats these for about a quarter of an
 /// hour instead. Bytes go out each second, so a peer that died would hardly ever be found by the probes.
-bool limitUnacknowledged(int socket)
+void limitUnacknowledged(int socket)
 {
     int probes = 0; // before the system gives up; its own setting
     socklen_t size = sizeof probes;
-    if (::getsockopt(socket, IPPROTO_TCP, TCP_KEEPCNT, &probes, &size) != 0)
-        return false;
+    const bool isKnown = ::getsockopt(socket, IPPROTO_TCP, TCP_KEEPCNT, &probes, &size) == 0;
     const int milliseconds = (kIdleSeconds + probes * kIntervalSeconds) * kMsPerSecond;
-    return setOption(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, milliseconds);
+    if (!isKnown || !setOption(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, milliseconds))
+        qWarning("The wait for unacknowledged bytes could not be set: %s", std::strerror(errno));
 }
 
 } // namespace
@@ -38,7 +38,8 @@ void enableKeepAlive(qintptr socketDescriptor)
     const int socket = static_cast<int>(socketDescriptor);
     if (setOption(socket, SOL_SOCKET, SO_KEEPALIVE, 1) &&
         setOption(socket, IPPROTO_TCP, TCP_KEEPIDLE, kIdleSeconds) &&
-        setOption(socket, IPPROTO_TCP, TCP_KEEPINTVL, kIntervalSeconds) && limitUnacknowledged(socket))
-        return;
-    qWarning("TCP keep-alive could not be set: %s", std::strerror(errno));
+        setOption(socket, IPPROTO_TCP, TCP_KEEPINTVL, kIntervalSeconds))
+        limitUnacknowledged(socket);
+    else
+        qWarning("TCP keep-alive could not be set: %s", std::strerror(errno));
 }

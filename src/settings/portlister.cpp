@@ -9,6 +9,7 @@
 #include "ui_portlister.h"
 
 #include <QDebug>
+#include <QKeyEvent>
 #include <QRegularExpressionValidator>
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 
 /// Whether the event is a press of any mouse button. The second press of a quick pair is one too.
@@ -19,10 +18,4 @@ inline bool isPressOf(const QEvent &event, Qt::MouseButton button)
 inline bool isPressWith(const QEvent &event, Qt::KeyboardModifiers keys)
 {
     return isPressOf(event, Qt::LeftButton) && static_cast<const QMouseEvent &>(event).modifiers() == keys;
-}
-
-/// Whether the key is Return or the Enter of a keypad.
-inline bool isReturn(const QKeyEvent &event)
-{
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }

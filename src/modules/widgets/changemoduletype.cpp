@@ -1,7 +1,9 @@
 #include "modules/widgets/changemoduletype.h"
 
+#include "base/gui/buttonkeys.h"
 #include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
+#include "base/gui/heldkeys.h"
 #include "modules/common/channelfunction.h"
 #include "modules/common/gestures.h"
 #include "modules/widgets/voltagecode.h"
@@ -92,10 +94,10 @@ bool ChangeModuleType::eventFilter(QObject *watched, QEvent *event)
 
 bool ChangeModuleType::filterOkKey(const QKeyEvent &event)
 {
-    if (!isReturn(event) && event.key() != Qt::Key_Space && event.key() != Qt::Key_Select)
+    if (!isButtonKey(event))
         return false;
     // The key that opened the dialog may still be down and repeat.
-    if (!event.isAutoRepeat()) {
+    if (!isKeyRepeat(event)) {
         const bool toAll = (event.modifiers() & ~Qt::KeypadModifier) == Qt::ShiftModifier;
         confirm(toAll ? Reach::AllUniversal : Reach::Channel);
     }
@@ -110,7 +112,7 @@ void ChangeModuleType::keyPressEvent(QKeyEvent *event)
     }
     // The dialog would click the default button, and a click of the Ok button does nothing.
     const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    if (isPlain && !event->isAutoRepeat())
+    if (isPlain && !isKeyRepeat(*event))
         confirm(Reach::Channel);
 }
 

@@ -1,8 +1,9 @@
 #include "modules/widgets/filterspinbox.h"
 
+#include "base/gui/buttonkeys.h"
+#include "base/gui/heldkeys.h"
 #include "base/timesource.h"
 #include "modules/common/channelstyles.h"
-#include "modules/common/gestures.h"
 #include "modules/common/widgetstyle.h"
 #include "modules/widgets/boundedvalue.h"
 
@@ -51,7 +52,7 @@ void FilterSpinBox::Slot_Timeout()
 
 void FilterSpinBox::keyPressEvent(QKeyEvent *event)
 {
-    const bool isRepeat = isReturn(*event) && event->isAutoRepeat();
+    const bool isRepeat = isReturn(*event) && isKeyRepeat(*event);
     const bool isShiftReturn = isReturn(*event) && event->modifiers().testFlag(Qt::ShiftModifier);
     if (!isRepeat && !isShiftReturn) {
         QSpinBox::keyPressEvent(event);

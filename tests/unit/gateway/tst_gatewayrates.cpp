@@ -16,6 +16,7 @@ private slots:
     void cellsAboveALimit();
     void aRateEqualToTheLimitIsAllowed();
     void aFractionCounts();
+    void textsThatAreNoNumbersAreNotAbove();
     void countOfCellsAboveALimit_data();
     void countOfCellsAboveALimit();
 
@@ -73,6 +74,14 @@ void TstGatewayRates::aRateEqualToTheLimitIsAllowed()
     // 2500 x 50 / 2 = 62500
     QVERIFY(!names(gateway::cellsAbove(62500)).contains(QStringLiteral("2,2500")));
     QVERIFY(names(gateway::cellsAbove(62499.9)).contains(QStringLiteral("2,2500")));
+}
+
+void TstGatewayRates::textsThatAreNoNumbersAreNotAbove()
+{
+    QVERIFY(gateway::isAbove({QStringLiteral("2500"), QStringLiteral("2")}, 0));
+    QVERIFY(!gateway::isAbove({QStringLiteral("fast"), QStringLiteral("2")}, 0));
+    QVERIFY(!gateway::isAbove({QStringLiteral("2500"), QString()}, 0));
+    QVERIFY(!gateway::isAbove({QStringLiteral("2500"), QStringLiteral("0")}, 0));
 }
 
 void TstGatewayRates::aFractionCounts()

@@ -35,6 +35,8 @@ private slots:
     void limitTakesTheFocusFromACell();
     void limitTakesTheFocusOfAHiddenPanel();
     void limitLeavesTheFocusOfOthers();
+    void reportedRateAboveItsLimitTakesNoFocus();
+    void linkThatComesUpPutsNoButtonUnderTheKeys();
     void lostLinkGivesTheFocusToTheConnectButton_data() { addSettings(); }
     void lostLinkGivesTheFocusToTheConnectButton();
     void lostLinkOfAHiddenPanelDoesTheSame_data() { addSettings(); }
@@ -76,6 +78,32 @@ void TstGatewayZrtFocus::limitLeavesTheFocusOfOthers()
         p.receiveStatus(kLimit);
         QCOMPARE(focused(p), QString(name));
     }
+}
+
+void TstGatewayZrtFocus::reportedRateAboveItsLimitTakesNoFocus()
+{
+    const GatewayPanel p;
+    p.child("minBox")->setFocus();
+    GatewayPanel::Fields fields = kLimit;
+    fields[6] = "2500";
+    fields[7] = "2";
+    p.receiveStatus(fields);
+    QVERIFY(p.dead().contains(kLimited));
+    QCOMPARE(focused(p), QStringLiteral("minBox"));
+}
+
+void TstGatewayZrtFocus::linkThatComesUpPutsNoButtonUnderTheKeys()
+{
+    const GatewayPanel p;
+    p.dialog->Slot_tcpDisconnected();
+    p.child("ipAddrBox")->setFocus();
+    p.dialog->Slot_tcpConnected();
+    QVERIFY(!p.isEnabled("ipAddrBox"));
+    QCOMPARE(focused(p), QStringLiteral("RxBox"));
+    p.dialog->Slot_tcpDisconnected();
+    p.child("ipAddrBox")->setFocus();
+    p.dialog->connectToTcp();
+    QCOMPARE(focused(p), QStringLiteral("RxBox"));
 }
 
 void TstGatewayZrtFocus::lostLinkGivesTheFocusToTheConnectButton()

@@ -1,4 +1,4 @@
-#include "gateway/panelfocus.h"
+#include "gateway/tabtochecked.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -18,20 +18,6 @@ void letTabVisit(const QButtonGroup &group, const QAbstractButton &checked)
 }
 
 } // namespace
-
-FocusKeeper::FocusKeeper(const QWidget &window, QWidget &refuge)
-    : m_window(window)
-    , m_refuge(refuge)
-    , m_focused(window.focusWidget())
-{}
-
-FocusKeeper::~FocusKeeper()
-{
-    if (!m_focused || m_window.focusWidget() == m_focused)
-        return;
-    QWidget &heir = m_focused->isEnabled() ? *m_focused : m_refuge;
-    heir.setFocus();
-}
 
 void tabToChecked(QButtonGroup &group)
 {
