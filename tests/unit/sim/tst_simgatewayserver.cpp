@@ -1,9 +1,5 @@
-#include "fakelink.h"
-
-#include "sim/gatewayserver.h"
 #include "sim/gatewaysession.h"
-
-#include <QtTest>
+#include "simgatewaytest.h"
 
 using namespace std::chrono_literals;
 using sim::DataRate;
@@ -13,14 +9,11 @@ using sim::GatewaySession;
 using sim::GatewayState;
 
 /// What the gateway makes of the bytes of its peers, on virtual time.
-class TstSimGatewayServer : public QObject
+class TstSimGatewayServer : public SimGatewayTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void greetsWithThePrompt();
     void statusComesAloneInOnePiece();
     void linesEndWithCr();
@@ -50,19 +43,6 @@ private slots:
     void logTellsBothDirections();
 
 private:
-    void load(const char *rules)
-    {
-        QString error;
-        QVERIFY2(m_server->faults().parse(QString::fromLatin1(rules), &error), qPrintable(error));
-    }
-    /// A peer whose greeting is over.
-    FakeConnection *plugIn()
-    {
-        FakeConnection *peer = m_link->plugIn();
-        m_time->advance(0);
-        peer->pieces.clear();
-        return peer;
-    }
     static QVector<QByteArray> texts(const FakeConnection *peer)
     {
         QVector<QByteArray> all;
@@ -70,30 +50,7 @@ private:
             all.append(piece.bytes);
         return all;
     }
-    QByteArray status() const { return m_server->gateway().statusLine(0ms); }
-
-    std::unique_ptr<VirtualTime> m_time;
-    std::unique_ptr<GatewayServer> m_server;
-    std::unique_ptr<FakeLink> m_link;
-    QStringList m_lines;
 };
-
-void TstSimGatewayServer::init()
-{
-    m_time = std::make_unique<VirtualTime>();
-    m_server = std::make_unique<GatewayServer>(*m_time);
-    m_link = std::make_unique<FakeLink>(*m_time);
-    m_server->addLink(m_link.get());
-    m_lines.clear();
-    m_server->log().setSink([this](const QString &line) { m_lines.append(line); });
-}
-
-void TstSimGatewayServer::cleanup()
-{
-    m_link.reset();
-    m_server.reset();
-    m_time.reset();
-}
 
 void TstSimGatewayServer::greetsWithThePrompt()
 {

@@ -1,9 +1,5 @@
-#include "fakelink.h"
-
-#include "sim/gatewayserver.h"
 #include "sim/gatewaysession.h"
-
-#include <QtTest>
+#include "simgatewaytest.h"
 
 using namespace std::chrono_literals;
 using sim::Cut;
@@ -11,14 +7,11 @@ using sim::GatewayServer;
 using sim::GatewaySession;
 
 /// What the gateway sends to a peer that takes its time.
-class TstSimGatewaySession : public QObject
+class TstSimGatewaySession : public SimGatewayTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void longTextComesAsThePeerTakesIt();
     void answerBehindAFloodIsWrittenAtAStroke_data();
     void answerBehindAFloodIsWrittenAtAStroke();
@@ -33,44 +26,14 @@ private slots:
     void lossInTheConnectionIsLogged();
 
 private:
-    void load(const char *rules)
-    {
-        QString error;
-        QVERIFY2(m_server->faults().parse(QString::fromLatin1(rules), &error), qPrintable(error));
-    }
     /// A peer whose greeting is over, and which takes so many bytes.
     FakeConnection *plugIn(int room)
     {
-        FakeConnection *peer = m_link->plugIn();
-        m_time->advance(0);
-        peer->pieces.clear();
+        FakeConnection *peer = SimGatewayTest::plugIn();
         peer->limit = room;
         return peer;
     }
-    QByteArray status() const { return m_server->gateway().statusLine(0ms); }
-
-    std::unique_ptr<VirtualTime> m_time;
-    std::unique_ptr<GatewayServer> m_server;
-    std::unique_ptr<FakeLink> m_link;
-    QStringList m_lines;
 };
-
-void TstSimGatewaySession::init()
-{
-    m_time = std::make_unique<VirtualTime>();
-    m_server = std::make_unique<GatewayServer>(*m_time);
-    m_link = std::make_unique<FakeLink>(*m_time);
-    m_server->addLink(m_link.get());
-    m_lines.clear();
-    m_server->log().setSink([this](const QString &line) { m_lines.append(line); });
-}
-
-void TstSimGatewaySession::cleanup()
-{
-    m_link.reset();
-    m_server.reset();
-    m_time.reset();
-}
 
 void TstSimGatewaySession::longTextComesAsThePeerTakesIt()
 {
