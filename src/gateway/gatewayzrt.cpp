@@ -200,6 +200,8 @@ void GatewayZRT::Slot_disableAllBtns()
 
 void GatewayZRT::Slot_tcpConnected()
 {
+    // A retry connects to the last address, whatever the operator typed meanwhile.
+    Slot_loadTcpAddr(m_link->address(), m_link->port());
     setLinkState(LinkState::Connected);
     repaint();
     m_dialogue->setClock();

@@ -57,7 +57,7 @@ public slots:
     /// The value dialog's answer: its label, which tells minimum from maximum, and the value.
     void Slot_DispatchMinMax(QStringList answer);
 
-    /// The gateway's address of the settings file; an empty part leaves the default.
+    /// Shows an address, such as that of the settings file; an empty part leaves what is shown.
     void Slot_loadTcpAddr(QString address, QString port);
     void BtngrpData(QAbstractButton *btn);
     void BtngrpEndian(QAbstractButton *btn);

@@ -25,6 +25,10 @@ public:
             std::chrono::milliseconds retryPeriod = kRetryPeriod);
     ~TcpComm() override;
 
+    /// Those of the last connection that was asked for, up or not; empty before the first.
+    QString address() const { return m_address; }
+    QString port() const { return m_port; }
+
     /// Writes the bytes as they are; without a connection they are dropped without a word.
     void Write(const QByteArray &bytes);
 

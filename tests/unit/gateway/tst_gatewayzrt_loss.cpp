@@ -13,6 +13,7 @@ private slots:
     void lostLinkLeavesTheValuesOnScreen();
     void lostLinkComesBackByItself();
     void buttonConnectsWhileTheRetriesRun();
+    void retryThatWorksShowsItsAddress();
     void pollingStopsWithTheConnection_data();
     void pollingStopsWithTheConnection();
     void eachConnectionGreetsAnew();
@@ -78,6 +79,21 @@ void TstGatewayZrtLoss::buttonConnectsWhileTheRetriesRun()
     p.time.advance(30000); // no retry cuts the fresh link
     QCOMPARE(p.sock->calls, QStringList());
     QCOMPARE(p.sock->address, QStringLiteral("10.0.0.44"));
+}
+
+void TstGatewayZrtLoss::retryThatWorksShowsItsAddress()
+{
+    GatewayPanel p;
+    const QString address = p.sock->address;
+    const QString port = p.sock->port;
+    p.sock->drop();
+    p.type(p.child<QLineEdit>("ipAddrBox"), "10.0.0.44"); // and the button is not pressed
+    p.type(p.child<QLineEdit>("portNo"), "1");
+    p.time.advance(5000);
+    p.checkConnected();
+    QCOMPARE(p.sock->address, address);
+    QCOMPARE(p.text("ipAddrBox"), address);
+    QCOMPARE(p.text("portNo"), port);
 }
 
 void TstGatewayZrtLoss::pollingStopsWithTheConnection_data()
