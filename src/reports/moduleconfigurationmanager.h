@@ -1,0 +1,94 @@
+#pragma once
+
+#include "reports/reporthead.h"
+#include "reports/statusstore.h"
+
+#include <QObject>
+#include <QVariant>
+#include <functional>
+#include <memory>
+
+class QIODevice;
+class SystemReport;
+class TimeSource;
+enum class PdfFlow;
+
+/// What reports need of the world around them.
+struct ReportEnvironment
+{
+    TimeSource &time; ///< must outlive the manager
+    QString productVersion;
+    QString osVersion;
+    QString desktopFolder; ///< where the text file goes; no slash at its end
+};
+
+/// The memory behind all reports: keeps the last status of every module, owns the report dialog and makes
+/// the reports that it asks for. A report can be made at any moment, the device is asked nothing. The names
+/// of its operations are agreed. Nothing in it waits for the user: dialogs come up and answer by signals.
+class ModuleConfigurationManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ModuleConfigurationManager(ReportEnvironment environment, QObject *parent = nullptr);
+    ~ModuleConfigurationManager() override;
+
+    const StatusStore &store() const { return m_store; }
+
+    /// The dialog; it belongs to this object.
+    SystemReport *reportDialog() const { return m_reportDialog.get(); }
+
+public slots:
+    // Each files the record that the variant holds; a variant of another type counts as an empty record.
+    void Slot_SaveSystemStatus(const QVariant &data);
+    void Slot_SaveFastSystemStatus(const QVariant &data);
+
+    /// Also offers the module to the dialog, which takes it if it does not know its address.
+    void Slot_SaveStaticModuleStatus(const QVariant &data);
+
+    /// A vector of Fast_Module_Status.
+    void Slot_SaveFastModuleStatus(const QVariant &data);
+    void Slot_SaveModuleEepromStatus(const QString &data, int module);
+
+    /// Empties the dialog's table; the records stay.
+    void clearList();
+
+    /// The folder that the next save dialog begins with.
+    void setPath(const QString &path);
+
+    /// Shows the dialog; does not block.
+    void displaySystemReport();
+
+    // Reports of one module, by its address.
+    void setClipboard(uchar address);
+    void openNotepad(uchar address);
+    void printModule(uchar address);
+    void printPDF(uchar address);
+
+    // Reports of the system.
+    void savePdfAll();
+    void createXlsxFile();
+
+signals:
+    /// The user chose a folder for reports by saving one there.
+    void DefltLctn(const QString &path);
+    void debugMessage(const QString &error);
+
+private:
+    struct SaveDialog;
+
+    void connectDialog();
+    void chooseFile(const SaveDialog &wish, const std::function<void(const QString &)> &save);
+    QString systemProposal() const;
+    bool savePdf(const QString &path, const QString &html, PdfFlow flow);
+    void openPdf(const QString &path, bool isSaved);
+    void saveWorkbook(const QString &path);
+    void rememberFolder(const QString &path);
+    ReportHead headFor(const QString &path) const;
+    ModuleFilter chosenModules() const;
+
+    ReportEnvironment m_environment;
+    StatusStore m_store;
+    QString m_savePath;
+    std::unique_ptr<SystemReport> m_reportDialog;
+};

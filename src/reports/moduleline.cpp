@@ -1,0 +1,6 @@
+#include "reports/moduleline.h"
+
+QString moduleLine(const StatusStore &, int)
+{
+    return {};
+}

@@ -1,0 +1,6 @@
+#include "reports/workbook.h"
+
+QByteArray workbook(const ReportSheet &)
+{
+    return {};
+}
