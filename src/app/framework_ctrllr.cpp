@@ -4,13 +4,17 @@
 #include "app/framework_view.h"
 #include "app/initmodulenotfound_view.h"
 #include "app/lamps.h"
+#include "app/productversion.h"
 #include "app/wiring.h"
 #include "base/log.h"
 #include "base/timesource.h"
 #include "protocol/communication.h"
+#include "reports/moduleconfigurationmanager.h"
 #include "settings/appconfigurationmanager.h"
 #include "system/modulesyssettings_ctrllr.h"
 #include "system/modulesyssettings_view.h"
+
+#include <QSysInfo>
 
 namespace {
 
@@ -23,6 +27,12 @@ model_Namespace::Settings builtInSettings()
     return settings;
 }
 
+ReportEnvironment reportEnvironment(const AppEnvironment &environment)
+{
+    return {environment.time, productVersion(), QSysInfo::prettyProductName(),
+            environment.configPaths.desktopFolder};
+}
+
 } // namespace
 
 Framework_Ctrllr::Framework_Ctrllr(const AppEnvironment &environment, QObject *parent)
@@ -31,12 +41,13 @@ Framework_Ctrllr::Framework_Ctrllr(const AppEnvironment &environment, QObject *p
     , m_retryTimer(environment.time.createTimer(this))
     , m_settings(builtInSettings())
     , m_appConfig(std::make_unique<AppConfigurationManager>(environment.configPaths))
+    , m_moduleConfig(std::make_unique<ModuleConfigurationManager>(reportEnvironment(environment)))
     , m_communication(std::make_unique<Communication>(environment.time, environment.createLinks(),
                                                       environment.commPeriods))
 {
     createWindow();
     wireApplication({this, m_view.get(), m_view->portLister(), m_communication.get(), m_appConfig.get(),
-                     m_sysSettings.get(), m_retryTimer});
+                     m_moduleConfig.get(), m_sysSettings.get(), m_retryTimer});
     createPlaceholders();
     loadSettings();
     m_isConstructed = true;
@@ -47,6 +58,7 @@ Framework_Ctrllr::~Framework_Ctrllr()
     // The order is agreed. Rows that are still there go with this object's children.
     m_communication.reset();
     m_appConfig.reset();
+    m_moduleConfig.reset();
     delete m_modulesFrame;
     m_sysSettings.reset();
     m_view.reset();

@@ -16,6 +16,7 @@ class Communication;
 class DynamicModulesFrame_View;
 class Framework_View;
 class InitModuleNotFound_View;
+class ModuleConfigurationManager;
 class ModuleController_Ctrllr;
 class ModuleDevice_Ctrllr;
 class ModuleSysSettings_Ctrllr;
@@ -51,6 +52,9 @@ public:
 
     /// The keeper of the settings file; it belongs to this object.
     AppConfigurationManager *appConfig() const { return m_appConfig.get(); }
+
+    /// The memory behind the reports; it belongs to this object.
+    ModuleConfigurationManager *moduleConfig() const { return m_moduleConfig.get(); }
 
     /// Opens the link of the current settings; the only way to a link. Tells the outcome in the status
     /// line and by the connection lamp, and disables the sampling rates until a system status comes.
@@ -114,6 +118,7 @@ private:
     Timer *m_retryTimer; // child of this object
     model_Namespace::Settings m_settings;
     std::unique_ptr<AppConfigurationManager> m_appConfig;
+    std::unique_ptr<ModuleConfigurationManager> m_moduleConfig;
     std::unique_ptr<Communication> m_communication;
     std::unique_ptr<Framework_View> m_view;
     std::unique_ptr<ModuleSysSettings_Ctrllr> m_sysSettings;

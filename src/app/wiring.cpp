@@ -4,6 +4,7 @@
 #include "app/framework_view.h"
 #include "base/timesource.h"
 #include "protocol/communication.h"
+#include "reports/moduleconfigurationmanager.h"
 #include "settings/appconfigurationmanager.h"
 #include "settings/portlister.h"
 #include "system/modulesyssettings_ctrllr.h"
@@ -30,7 +31,13 @@ void wireSession(const ApplicationParts &p)
 
 void wireSettings(const ApplicationParts &p)
 {
+    QObject::connect(p.moduleConfig, &ModuleConfigurationManager::DefltLctn, p.appConfig,
+                     &AppConfigurationManager::HandleDefltPath);
+    QObject::connect(p.appConfig, &AppConfigurationManager::updatePath, p.moduleConfig,
+                     &ModuleConfigurationManager::setPath);
     QObject::connect(p.appConfig, &AppConfigurationManager::debugMessage, p.view,
+                     &Framework_View::Signal_DebugMessage);
+    QObject::connect(p.moduleConfig, &ModuleConfigurationManager::debugMessage, p.view,
                      &Framework_View::Signal_DebugMessage);
     QObject::connect(p.sysSettings, &ModuleSysSettings_Ctrllr::debugMessage, p.view,
                      &Framework_View::Signal_DebugMessage);
@@ -41,6 +48,8 @@ void wireSettings(const ApplicationParts &p)
     QObject::connect(p.controller, &Framework_Ctrllr::statusAvailbl, p.view,
                      &Framework_View::SetAvailableStatus);
     QObject::connect(p.controller, &Framework_Ctrllr::statusBusy, p.view, &Framework_View::SetBusyStatus);
+    QObject::connect(p.view, &Framework_View::Signal_SystemList, p.moduleConfig,
+                     &ModuleConfigurationManager::displaySystemReport);
     QObject::connect(p.sysSettings, &ModuleSysSettings_Ctrllr::Signal_ZRTGateway, p.appConfig,
                      &AppConfigurationManager::Slot_ZrtGateway);
     QObject::connect(p.appConfig, &AppConfigurationManager::serverInfo, p.view,
@@ -75,12 +84,24 @@ void wireCommands(const ApplicationParts &p)
 
 void wireStatus(const ApplicationParts &p)
 {
+    QObject::connect(p.communication, &Communication::Signal_SystemStatus, p.moduleConfig,
+                     &ModuleConfigurationManager::Slot_SaveSystemStatus);
+    QObject::connect(p.communication, &Communication::Signal_FastSystemStatus, p.moduleConfig,
+                     &ModuleConfigurationManager::Slot_SaveFastSystemStatus);
     QObject::connect(p.communication, &Communication::Signal_FastSystemStatus, p.view,
                      &Framework_View::Signal_FastSystemStatus);
+    QObject::connect(p.communication, &Communication::Signal_StaticModuleStatus, p.moduleConfig,
+                     &ModuleConfigurationManager::Slot_SaveStaticModuleStatus);
+    QObject::connect(p.communication, &Communication::Signal_FastModuleStatus, p.moduleConfig,
+                     &ModuleConfigurationManager::Slot_SaveFastModuleStatus);
+    QObject::connect(p.communication, &Communication::Signal_ModuleEepromStatus, p.moduleConfig,
+                     &ModuleConfigurationManager::Slot_SaveModuleEepromStatus, Qt::DirectConnection);
     QObject::connect(p.communication, &Communication::statusAvailbl, p.controller,
                      &Framework_Ctrllr::statusAvailbl);
     QObject::connect(p.communication, &Communication::statusBusy, p.controller,
                      &Framework_Ctrllr::statusBusy);
+    QObject::connect(p.communication, &Communication::Signal_CleanSlateProtocol, p.moduleConfig,
+                     &ModuleConfigurationManager::clearList);
     QObject::connect(p.communication, &Communication::packetRecvd, p.view, &Framework_View::setRxLed);
     QObject::connect(p.communication, &Communication::packetSent, p.view, &Framework_View::setTxLed);
     QObject::connect(p.communication, &Communication::Signal_DebugMsg, p.view,

@@ -4,6 +4,7 @@ class AppConfigurationManager;
 class Communication;
 class Framework_Ctrllr;
 class Framework_View;
+class ModuleConfigurationManager;
 class ModuleSysSettings_Ctrllr;
 class PortLister;
 class Timer;
@@ -16,10 +17,12 @@ struct ApplicationParts
     PortLister *portLister;
     Communication *communication;
     AppConfigurationManager *appConfig;
+    ModuleConfigurationManager *moduleConfig;
     ModuleSysSettings_Ctrllr *sysSettings;
     Timer *retryTimer;
 };
 
 /// Joins the long-lived objects. Where several objects take one signal, the order of the connections is
-/// the order in which they hear of it, and it matters: rows are built before the counter is shown.
+/// the order in which they hear of it, and it matters: rows are built before the counter is shown,
+/// and both come before the store of the reports.
 void wireApplication(const ApplicationParts &parts);

@@ -1,6 +1,7 @@
 #include "app/dynamicmodulesframe_view.h"
 #include "app/initmodulenotfound_view.h"
 #include "protocol/communication.h"
+#include "reports/moduleconfigurationmanager.h"
 #include "settings/appconfigurationmanager.h"
 #include "support/appfixture.h"
 #include "system/modulesyssettings_ctrllr.h"
@@ -68,11 +69,12 @@ void TstLifetime::partsEndInTheirOrder()
     watch(m_fixture->app->sysSettings(), QStringLiteral("sysSettings"));
     watch(m_fixture->window()->findChild<DynamicModulesFrame_View *>(), QStringLiteral("modulesFrame"));
     watch(m_fixture->app->appConfig(), QStringLiteral("appConfig"));
+    watch(m_fixture->app->moduleConfig(), QStringLiteral("moduleConfig"));
     watch(m_fixture->app->communication(), QStringLiteral("communication"));
     m_fixture->app.reset();
     QCOMPARE(ended, (QStringList{QStringLiteral("communication"), QStringLiteral("appConfig"),
-                                 QStringLiteral("modulesFrame"), QStringLiteral("sysSettings"),
-                                 QStringLiteral("view")}));
+                                 QStringLiteral("moduleConfig"), QStringLiteral("modulesFrame"),
+                                 QStringLiteral("sysSettings"), QStringLiteral("view")}));
 }
 
 QTEST_MAIN(TstLifetime)
