@@ -1,0 +1,265 @@
+#include "systemfixture.h"
+
+#include "reports/moduleconfigurationmanager.h"
+#include "reports/systemreport.h"
+#include "support/reportreaders.h"
+#include "waiting.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QtTest>
+
+namespace {
+
+const QString kChain = QStringLiteral(
+    "system bitrate=2500 channels=32 mode=PCM\n"
+    "controller serial=\"CT 11\" hw=2.1 fw1=1.4.2 fw2=1.07\n"
+    "power serial=PW-1\n"
+    "module type=1 serial=SG- hw=1.0 fw1=1.4.2 fw2=2.05 bridgeA=1 rangeB=3\n"
+    "module type=9 serial=UN- functionA=2 functionB=4 sensors=\"DC$AC$#Type K$\" ranges=\"1$5$#0...100$\"\n"
+    "module type=2 serial=\"<b> & $5\" sensors=\"A<B$C&D$\" ranges=\"1$2$\"\n"
+    "module type=4 serial=TH-\n");
+
+QString fileName(const QString &suffix)
+{
+    return QStringLiteral("Prüfung \"A\" 'nord'.%1").arg(suffix);
+}
+
+} // namespace
+
+/// An operator reads a simulated chain, and makes every report of it through the dialog. Files are read back
+/// by other programs.
+class TstReports : public QObject
+{
+    Q_OBJECT
+
+public slots:
+    /// Stands for the viewer of the desktop.
+    void view(const QUrl &url) { m_viewed.append(url.toLocalFile()); }
+
+private slots:
+    void initTestCase() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "view"); }
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    void init();
+    void cleanup() { m_fixture.reset(); }
+
+    void overviewOfAllModules();
+    void overviewWithoutAnUntickedModule();
+    void protocolOfAModule();
+    void completeReportAsSpreadsheet();
+    void lineInClipboardAndTextFile();
+    void folderOutlivesTheProgram();
+    void reportIsMadeOfALostChain();
+    void fullChainIsReportedWhole();
+
+private:
+    void read(const QString &chain);
+    void openDialog();
+    void choose(const char *kind) { click<QCheckBox>(kind); }
+    void clickRow(int row);
+
+    /// Presses the button and saves under this name in the folder of the fixture. Returns the path.
+    QString saveBy(const char *button, const QString &name);
+
+    template <typename T>
+    void click(const char *name)
+    {
+        auto *widget = dialog()->findChild<T *>(QString::fromLatin1(name));
+        QVERIFY(widget && widget->isEnabled());
+        QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, QPoint(8, widget->height() / 2));
+    }
+    SystemReport *dialog() const { return m_fixture->app->moduleConfig()->reportDialog(); }
+
+    std::unique_ptr<SystemFixture> m_fixture;
+    QStringList m_viewed; ///< files that the viewer was asked to show
+};
+
+void TstReports::init()
+{
+    m_viewed.clear();
+    m_fixture = std::make_unique<SystemFixture>(SystemFixture::LinkKind::Tcp);
+    m_fixture->useProductTimeouts();
+    QVERIFY(QDir(m_fixture->folder.path()).mkpath(QStringLiteral("desktop")));
+    QVERIFY(QDir(m_fixture->folder.path()).mkpath(QStringLiteral("Berichte & mehr")));
+}
+
+void TstReports::read(const QString &chain)
+{
+    m_fixture->plug(chain);
+    m_fixture->start();
+    WAIT_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->app->moduleConfig()->store().isFull());
+}
+
+void TstReports::openDialog()
+{
+    QTest::mouseClick(m_fixture->window()->findChild<QPushButton *>(QStringLiteral("systemReportButton")),
+                      Qt::LeftButton);
+    QVERIFY(QTest::qWaitForWindowActive(dialog()));
+}
+
+void TstReports::clickRow(int row)
+{
+    auto *table = dialog()->findChild<QTableView *>(QStringLiteral("tableView"));
+    const QModelIndex index = table->model()->index(row, 1);
+    table->scrollTo(index);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, table->visualRect(index).center());
+}
+
+QString TstReports::saveBy(const char *button, const QString &name)
+{
+    click<QPushButton>(button);
+    auto *chooser = dialog()->findChild<QFileDialog *>(QStringLiteral("saveDialog"));
+    if (!chooser)
+        return {};
+    const QString path = m_fixture->folder.path() + QStringLiteral("/Berichte & mehr/") + name;
+    chooser->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
+    QTest::mouseClick(chooser->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save),
+                      Qt::LeftButton);
+    return path;
+}
+
+void TstReports::overviewOfAllModules()
+{
+    read(kChain);
+    openDialog();
+    const QString path = saveBy("saveAllPdf", fileName(QStringLiteral("pdf")));
+    const QString text = readers::pdfText(path);
+    for (const char *part : {"00000CT11", "0SG-0001", "0UN-0002", "<b>&$5", "0TH-0004", "A<B", "±5 V",
+                             "Prüfung \"A\" 'nord'.pdf", "Channels: 32"})
+        QVERIFY2(text.contains(QString::fromUtf8(part)), qPrintable(QString::fromUtf8(part) + text));
+    QCOMPARE(m_viewed, QStringList(path));
+    QCOMPARE(m_fixture->savedSetting(QStringLiteral("FILE_DIR")),
+             m_fixture->folder.path() + QStringLiteral("/Berichte & mehr"));
+}
+
+void TstReports::overviewWithoutAnUntickedModule()
+{
+    read(kChain);
+    openDialog();
+    clickRow(2); // the controller is row 0
+    const QString text = readers::pdfText(saveBy("saveAllPdf", fileName(QStringLiteral("pdf"))));
+    QVERIFY(text.contains(QStringLiteral("SG-0001")));
+    QVERIFY(!text.contains(QStringLiteral("UN-0002")));
+    QVERIFY(text.contains(QStringLiteral("TH-0004")));
+}
+
+void TstReports::protocolOfAModule()
+{
+    read(kChain);
+    openDialog();
+    choose("oneModuleCheckbox");
+    clickRow(2);
+    const QString path = saveBy("savePDF", QStringLiteral("modul")); // without a suffix
+    const QString text = readers::pdfText(path + QStringLiteral(".pdf"));
+    for (const char *part :
+         {"Module: Analog", "Serial Number: 0UN-0002", "Range Types Channel A: 1 / 5",
+          "Bridge Type Channel B: Type K", "Ch.B Range setting: 0...100", "Selftest Message: O.K"})
+        QVERIFY2(text.contains(QString::fromUtf8(part)), qPrintable(QString::fromUtf8(part) + text));
+    QCOMPARE(m_viewed, QStringList(path + QStringLiteral(".pdf")));
+}
+
+void TstReports::completeReportAsSpreadsheet()
+{
+    read(kChain);
+    openDialog();
+    choose("systemExcelCheckbox");
+    clickRow(2); // changes nothing
+    const QString path = saveBy("saveCsvBtn", fileName(QStringLiteral("xlsx")));
+    const readers::Sheet sheet = readers::sheet(path);
+    QVERIFY(sheet.cell(1, 1).toString().startsWith(fileName(QStringLiteral("xlsx"))));
+    QCOMPARE(sheet.cell(3, 2).toString(), QStringLiteral("Controller"));
+    QCOMPARE(sheet.cell(3, 3).toString(), QStringLiteral("CT 11"));
+    QCOMPARE(sheet.cell(4, 1).toInt(), 1);
+    QCOMPARE(sheet.cell(5, 3).toString(), QStringLiteral("UN-0002"));
+    QCOMPARE(sheet.cell(6, 3).toString(), QStringLiteral("<b> & $5"));
+    QCOMPARE(sheet.cell(6, 25).toString(), QStringLiteral("A<B$C&D$"));
+    QCOMPARE(sheet.cell(7, 2).toString(), QStringLiteral("Thermo"));
+    QCOMPARE(sheet.rowCount(), 7);
+    QCOMPARE(m_viewed, QStringList());
+    QCOMPARE(m_fixture->savedSetting(QStringLiteral("FILE_DIR")),
+             m_fixture->folder.path() + QStringLiteral("/Berichte & mehr"));
+}
+
+void TstReports::lineInClipboardAndTextFile()
+{
+    read(kChain);
+    openDialog();
+    choose("oneModuleCheckbox");
+    clickRow(1);
+    click<QPushButton>("toClipbrdBtn");
+    const QString line = QGuiApplication::clipboard()->text();
+    QVERIFY2(line.startsWith(QStringLiteral("  1  Strain Gauge  SG-0001  1.0  1.4.2  2.05  ")),
+             qPrintable(line));
+    QVERIFY(line.endsWith(QStringLiteral("$.\n")));
+
+    click<QPushButton>("openInFile");
+    const QString path = m_fixture->folder.path() + QStringLiteral("/desktop/temp.txt");
+    QCOMPARE(m_viewed, QStringList(path));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(QString::fromUtf8(file.readAll()).startsWith(QStringLiteral("  1  Strain Gauge  SG-0001  ")));
+}
+
+void TstReports::folderOutlivesTheProgram()
+{
+    read(kChain);
+    openDialog();
+    QVERIFY(QFile::exists(saveBy("saveAllPdf", fileName(QStringLiteral("pdf")))));
+    m_fixture->startAgain();
+    openDialog();
+    click<QPushButton>("saveAllPdf");
+    const auto *chooser = dialog()->findChild<QFileDialog *>(QStringLiteral("saveDialog"));
+    QCOMPARE(chooser->directory().absolutePath(),
+             m_fixture->folder.path() + QStringLiteral("/Berichte & mehr"));
+}
+
+/// The chain goes while the operator still looks for a name.
+void TstReports::reportIsMadeOfALostChain()
+{
+    read(kChain);
+    openDialog();
+    choose("oneModuleCheckbox");
+    clickRow(1);
+    click<QPushButton>("savePDF");
+    auto *chooser = dialog()->findChild<QFileDialog *>(QStringLiteral("saveDialog"));
+    m_fixture->unplug();
+    WAIT_COMPARE(m_fixture->rowCount(), 0);
+    QVERIFY(!dialog()->isKnown(1));
+    const QString path = m_fixture->folder.path() + QStringLiteral("/lost.pdf");
+    chooser->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
+    QTest::mouseClick(chooser->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save),
+                      Qt::LeftButton);
+    QVERIFY(readers::pdfText(path).contains(QStringLiteral("0SG-0001")));
+}
+
+void TstReports::fullChainIsReportedWhole()
+{
+    m_fixture->plugFile(QStringLiteral("full128.chain"));
+    m_fixture->start();
+    WAIT_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->app->moduleConfig()->store().isFull());
+    openDialog();
+    const QString text = readers::pdfText(saveBy("saveAllPdf", fileName(QStringLiteral("pdf"))));
+    choose("systemExcelCheckbox");
+    const readers::Sheet sheet = readers::sheet(saveBy("saveCsvBtn", fileName(QStringLiteral("xlsx"))));
+    QCOMPARE(sheet.rowCount(), 131);
+    for (int address = 1; address <= 128; ++address) {
+        const QString serial = m_fixture->device->chain().module(address).identity.serial;
+        QVERIFY2(text.contains(serial), qPrintable(serial));
+        QCOMPARE(sheet.cell(3 + address, 1).toInt(), address);
+        QCOMPARE(sheet.cell(3 + address, 3).toString(), serial);
+    }
+}
+
+QTEST_MAIN(TstReports)
+
+#include "tst_reports.moc"
