@@ -15,11 +15,16 @@ QStringList moduleListItems(const QString &text)
     return items;
 }
 
-ChannelLists channelLists(const QString &text)
+ChannelTexts channelListTexts(const QString &text)
 {
     const QStringList parts = text.split(kChannelSeparator);
     if (parts.size() == kChannels)
-        return {moduleListItems(parts.first()), moduleListItems(parts.last())};
-    const QStringList items = moduleListItems(text);
-    return {items, items};
+        return {parts.first(), parts.last()};
+    return {text, text};
+}
+
+ChannelLists channelLists(const QString &text)
+{
+    const ChannelTexts texts = channelListTexts(text);
+    return {moduleListItems(texts.a), moduleListItems(texts.b)};
 }

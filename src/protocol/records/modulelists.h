@@ -7,6 +7,17 @@
 /// a text without one has no items.
 QStringList moduleListItems(const QString &text);
 
+/// The list text of each channel of a module.
+struct ChannelTexts
+{
+    QString a;
+    QString b;
+};
+
+/// The list texts of a universal module: two of them joined by one "#", that of channel A first; any other
+/// text is the list text of both channels.
+ChannelTexts channelListTexts(const QString &text);
+
 /// What the two channels of a module offer.
 struct ChannelLists
 {
@@ -14,6 +25,5 @@ struct ChannelLists
     QStringList b;
 };
 
-/// The lists of a universal module: two of them joined by one "#", that of channel A first; any other text
-/// is one list for both channels.
+/// The items of a universal module's list texts.
 ChannelLists channelLists(const QString &text);

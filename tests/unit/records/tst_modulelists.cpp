@@ -12,6 +12,8 @@ private slots:
     void itemsOfAList();
     void listsOfBothChannels_data();
     void listsOfBothChannels();
+    void textsOfBothChannels_data();
+    void textsOfBothChannels();
 };
 
 void TstModuleLists::itemsOfAList_data()
@@ -55,6 +57,36 @@ void TstModuleLists::listsOfBothChannels()
     const ChannelLists lists = channelLists(text);
     QTEST(lists.a, "a");
     QTEST(lists.b, "b");
+}
+
+void TstModuleLists::textsOfBothChannels_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("b");
+    QTest::newRow("two texts") << "a$b$#c$"
+                               << "a$b$"
+                               << "c$";
+    QTest::newRow("one text for both") << "a$b$"
+                                       << "a$b$"
+                                       << "a$b$";
+    QTest::newRow("empty text") << ""
+                                << ""
+                                << "";
+    QTest::newRow("three parts are one text") << "a$#b$#c$"
+                                              << "a$#b$#c$"
+                                              << "a$#b$#c$";
+    QTest::newRow("what no end mark closes stays") << "a$x#y"
+                                                   << "a$x"
+                                                   << "y";
+}
+
+void TstModuleLists::textsOfBothChannels()
+{
+    QFETCH(QString, text);
+    const ChannelTexts texts = channelListTexts(text);
+    QTEST(texts.a, "a");
+    QTEST(texts.b, "b");
 }
 
 QTEST_GUILESS_MAIN(TstModuleLists)
