@@ -1,42 +1,117 @@
 #include "reports/moduletexts.h"
 
+#include "protocol/records/moduletypes.h"
+#include "protocol/records/units.h"
+
 namespace moduletexts {
 
-QString shortTypeName(quint8)
+namespace {
+
+// Transmitters have codes of their own, but no row in the chain: only reports name them.
+constexpr quint8 kInductiveTransmitter = 130;
+constexpr quint8 kRadioTransmitter = 140;
+constexpr quint8 kBluetooth = 150;
+
+constexpr int kSerialNumberLength = 9;
+constexpr int kShortDigits = 6;
+
+struct TypeNames
 {
-    return {};
+    quint8 code;
+    const char *shortName;
+    const char *longName;
+};
+
+// All names as agreed, spelling included.
+constexpr TypeNames kTypeNames[] = {
+    {wireCode(ModuleType::StrainGauge), "STGX", "Strain Gauge"},
+    {wireCode(ModuleType::Voltage), "VOLT", "Voltage"},
+    {wireCode(ModuleType::Iepe), "IEPE_ICP", "IEPE_ICP"},
+    {wireCode(ModuleType::Thermo), "THERMO", "Thermo"},
+    {wireCode(ModuleType::Xvdt), "XVDT", "XVDT"},
+    {wireCode(ModuleType::Potentiometer), "Potentiometer", "Potentiometer"},
+    {wireCode(ModuleType::CurrentLoop), "4_20", "4_20"},
+    {wireCode(ModuleType::Auxiliary), "Auxilary", "Auxilary"},
+    {wireCode(ModuleType::Universal), "Analog", "Analog"},
+    {wireCode(ModuleType::Controller), "CONT", "Controller"},
+    {wireCode(ModuleType::Power), "POWER", "Power"},
+    {kInductiveTransmitter, "INDUC_TSMTR", "Inductive Transmitter"},
+    {kRadioTransmitter, "RDIO_TSMTR", "Radio Transmitter"},
+    {kBluetooth, "BLUTOTH", "Bluetooth"},
+};
+
+QString typeName(quint8 code, const char *TypeNames::*form, const char *unknown)
+{
+    for (const TypeNames &names : kTypeNames) {
+        if (names.code == code)
+            return QString::fromLatin1(names.*form);
+    }
+    return QString::fromLatin1(unknown) + QString::number(code);
 }
-QString longTypeName(quint8)
+
+} // namespace
+
+QString shortTypeName(quint8 code)
 {
-    return {};
+    return typeName(code, &TypeNames::shortName, "UNKNWN");
 }
-QString nineDigits(const QString &)
+
+QString longTypeName(quint8 code)
 {
-    return {};
+    return typeName(code, &TypeNames::longName, "unknown");
 }
-QString selfTest(quint8)
+
+QString nineDigits(const QString &serialNumber)
 {
-    return {};
+    return QString(serialNumber).remove(u' ').rightJustified(kSerialNumberLength, u'0');
 }
-QString rangeWithUnit(const QString &, quint8)
+
+QString selfTest(quint8 failureFlag)
 {
-    return {};
+    return failureFlag != 0 ? QStringLiteral("Failure") : QStringLiteral("O.K");
 }
-QString shortVolts(quint16)
+
+QString rangeWithUnit(const QString &value, quint8 functionCode)
 {
-    return {};
+    switch (static_cast<ModuleType>(functionCode)) {
+    case ModuleType::StrainGauge:
+        return QStringLiteral("±") + value + QStringLiteral(" mV/V");
+    case ModuleType::Voltage:
+    case ModuleType::Iepe:
+    case ModuleType::Potentiometer:
+    case ModuleType::Auxiliary:
+        return QStringLiteral("±") + value + QStringLiteral(" V");
+    case ModuleType::Thermo:
+        return value + QStringLiteral(" °C");
+    case ModuleType::Unknown:
+    case ModuleType::Xvdt:
+    case ModuleType::CurrentLoop:
+    case ModuleType::Universal:
+    case ModuleType::Controller:
+    case ModuleType::Power:
+        break;
+    }
+    return value;
 }
-QString shortCelsius(quint16)
+
+QString shortVolts(quint16 raw)
 {
-    return {};
+    return QString::number(units::voltsFromRaw(raw), 'g', kShortDigits);
 }
-QString volts(quint16, int)
+
+QString shortCelsius(quint16 raw)
 {
-    return {};
+    return QString::number(units::celsiusFromRaw(raw), 'g', kShortDigits);
 }
-QString celsius(quint16, int)
+
+QString volts(quint16 raw, int decimals)
 {
-    return {};
+    return QString::number(units::voltsFromRaw(raw), 'f', decimals);
+}
+
+QString celsius(quint16 raw, int decimals)
+{
+    return QString::number(units::celsiusFromRaw(raw), 'f', decimals);
 }
 
 } // namespace moduletexts
