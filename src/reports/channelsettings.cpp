@@ -1,11 +1,42 @@
 #include "reports/channelsettings.h"
 
-ModuleSettings moduleSettings(const Module_Status &)
+#include "protocol/records/modulelists.h"
+#include "protocol/records/modulestatus.h"
+#include "protocol/records/moduletypes.h"
+
+namespace {
+
+ChannelLists listsOf(const QString &text, quint8 moduleType)
 {
-    return {};
+    if (moduleType == wireCode(ModuleType::Universal))
+        return channelLists(text);
+    const QStringList items = moduleListItems(text);
+    return {items, items};
 }
 
-QString joinedItems(const QString &)
+std::optional<QString> itemAt(const QStringList &items, int index)
 {
-    return {};
+    if (index >= items.size())
+        return std::nullopt;
+    return items.at(index);
+}
+
+} // namespace
+
+ModuleSettings moduleSettings(const Module_Status &module)
+{
+    const ChannelLists sensors = listsOf(module.sensorList, module.moduleType);
+    const ChannelLists ranges = listsOf(module.rangeList, module.moduleType);
+    return {{sensors.a, ranges.a, itemAt(sensors.a, module.bridgeIndexA),
+             itemAt(ranges.a, module.rangeIndexA), module.functionCodeA},
+            {sensors.b, ranges.b, itemAt(sensors.b, module.bridgeIndexB),
+             itemAt(ranges.b, module.rangeIndexB), module.functionCodeB}};
+}
+
+QString joinedItems(const QString &listText)
+{
+    QStringList items = listText.split(u'$');
+    if (items.last().isEmpty())
+        items.removeLast();
+    return items.join(QStringLiteral(" / "));
 }
