@@ -1,18 +1,51 @@
 #include "reports/reportfilename.h"
 
+#include "reports/moduletexts.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QRegularExpression>
+#include <algorithm>
+
 namespace reportfilename {
 
-QString systemProposal(const QString &, const QDateTime &)
+namespace {
+
+bool isForbiddenInFileName(QChar c)
 {
-    return {};
+    return QStringLiteral("\\/:*?\"<>|").contains(c) || c.category() == QChar::Other_Control;
 }
-QString moduleProposal(const QString &, const QDateTime &, const QString &, quint8)
+
+QString fileNamePart(QString text)
 {
-    return {};
+    std::replace_if(text.begin(), text.end(), isForbiddenInFileName, QChar(u'_'));
+    return text;
 }
-QString baseName(const QString &)
+
+QString timedProposal(const QString &folder, const QDateTime &now)
 {
-    return {};
+    const QString time = QLocale::c().toString(now, QStringLiteral("yyyyMMddHHmmss"));
+    return folder.isEmpty() ? time : folder + u'/' + time;
+}
+
+} // namespace
+
+QString systemProposal(const QString &folder, const QDateTime &now)
+{
+    return timedProposal(folder, now) + QStringLiteral("_VX_SystemReport_");
+}
+
+QString moduleProposal(const QString &folder, const QDateTime &now, const QString &serialNumber,
+                       quint8 typeCode)
+{
+    return timedProposal(folder, now) + u'_' + fileNamePart(moduletexts::nineDigits(serialNumber)) +
+           QStringLiteral("_VX_") + moduletexts::shortTypeName(typeCode) + u'_';
+}
+
+QString baseName(const QString &path)
+{
+    static const QRegularExpression kSeparator(QStringLiteral("/|''"));
+    return path.split(kSeparator).last();
 }
 
 } // namespace reportfilename
