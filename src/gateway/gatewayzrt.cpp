@@ -4,6 +4,7 @@
 #include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
 #include "base/gui/heldkeys.h"
+#include "base/gui/tabtochecked.h"
 #include "gateway/changegatewaydialog.h"
 #include "gateway/confirmation.h"
 #include "gateway/externipandport.h"
@@ -13,7 +14,6 @@
 #include "gateway/gatewayrates.h"
 #include "gateway/minmaxdialog.h"
 #include "gateway/reportedvalues.h"
-#include "gateway/tabtochecked.h"
 #include "modules/widgets/ignorewheel.h"
 #include "ui_gatewayzrt.h"
 
@@ -120,7 +120,7 @@ void GatewayZRT::connectControls()
          {m_ui->comboMode, m_ui->comboSimultn, m_ui->comboActivCOM, m_ui->comboPTP, m_ui->comboBoxDataPtcl})
         ignoreWheel(*list); // with the focus too: the list that was used last would take it
     for (QButtonGroup *group : {m_ui->endianGroup, m_ui->dataLengthGroup, m_ui->dataFormatGroup})
-        gateway::tabToChecked(*group);
+        tabToChecked(*group);
 }
 
 void GatewayZRT::connectDialogs()

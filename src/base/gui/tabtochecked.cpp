@@ -1,9 +1,7 @@
-#include "gateway/tabtochecked.h"
+#include "base/gui/tabtochecked.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
-
-namespace gateway {
 
 namespace {
 
@@ -29,5 +27,3 @@ void tabToChecked(QButtonGroup &group)
     if (const QAbstractButton *checked = group.checkedButton())
         letTabVisit(group, *checked);
 }
-
-} // namespace gateway
