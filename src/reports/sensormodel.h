@@ -3,6 +3,7 @@
 #include "reports/sensorinf.h"
 
 #include <QAbstractTableModel>
+#include <functional>
 #include <vector>
 
 /// What a report covers; the values are agreed.
@@ -66,6 +67,11 @@ signals:
     void MultipleModsChecked(); ///< after a change of marks more than one is marked; name as agreed
 
 private:
+    bool isCell(const QModelIndex &index) const; ///< false also for cells of another model
+    void toggle(const QModelIndex &clicked);
+    void checkOnly(int row);
+    void setMarks(const std::function<Qt::CheckState(int row)> &markOf);
+
     std::vector<SensorInf> m_modules;
     ReportKind m_kind = ReportKind::Concise;
 };

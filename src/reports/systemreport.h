@@ -7,6 +7,7 @@
 
 class QAbstractButton;
 class SensorModel;
+enum class ReportKind;
 
 namespace Ui {
 class SystemReport;
@@ -44,6 +45,7 @@ signals:
     void savePDF(uchar address);
 
 public slots:
+    /// Marks all modules, or none, as "Select All" says. Does nothing in the kinds of report that hide it.
     void handleSelectCB();
     void on_saveCsvBtn_clicked();
     void on_printBtn_clicked();
@@ -51,9 +53,18 @@ public slots:
     void on_openInFile_clicked();
     void on_savePDF_clicked();
     void on_saveAllPdf_clicked();
+
+    /// The kind of report was chosen by its button; its default marks are set, also if it is chosen already.
     void reportType_clicked(QAbstractButton *button);
 
 private:
+    void setFonts();
+    void setUpTable();
+    void setUpKinds();
+    void makeConnections();
+    void setKind(ReportKind kind);
+    void showSelection();
+
     std::unique_ptr<Ui::SystemReport> m_ui;
-    SensorModel *m_model; // child of this dialog
+    SensorModel *m_model; ///< child of this dialog
 };
