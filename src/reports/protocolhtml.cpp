@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr QLatin1String kGap("&nbsp;&nbsp;&nbsp;");
+constexpr char kGap[] = "&nbsp;&nbsp;&nbsp;";
 
 /// A line with what is ours as HTML and what is the module's as plain text. `name` ends with its colon.
 QString line(const char *name, const QString &value, const QString &product = QString())
 {
-    return QStringLiteral("<br>") + QLatin1String(name) + kGap + product + htmlText(value);
+    return QStringLiteral("<br>") + QLatin1String(name) + QLatin1String(kGap) + product + htmlText(value);
 }
 
 QString listLine(const char *name, const QString &listText)

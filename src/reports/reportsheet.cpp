@@ -21,7 +21,7 @@ constexpr int kFromFirstFunctionToSensors = 17;
 constexpr int kFromCurrentToSamplingRate = 6;
 
 constexpr int kDecimals = 2;
-constexpr QLatin1String kZero("0");
+constexpr char kZero[] = "0";
 
 QStringList emptyCells(int count)
 {
