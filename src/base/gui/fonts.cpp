@@ -15,6 +15,11 @@ QString family()
     return QStringLiteral("Segoe UI");
 }
 
+QString reportFamily()
+{
+    return QStringLiteral("arial narrow");
+}
+
 } // namespace
 
 QFont text(const QFont &base)
@@ -65,10 +70,21 @@ QFont console()
     return font;
 }
 
+QFont report()
+{
+    QFont font(reportFamily());
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
 void installSubstitutions()
 {
     QFont::insertSubstitutions(
         family(), {QStringLiteral("Open Sans"), QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans")});
+    QFont::insertSubstitutions(
+        reportFamily(), {QStringLiteral("Liberation Sans Narrow"), QStringLiteral("Nimbus Sans Narrow"),
+                         QStringLiteral("Open Sans Condensed"), QStringLiteral("Open Sans"),
+                         QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("DejaVu Sans")});
 }
 
 } // namespace fonts

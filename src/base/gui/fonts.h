@@ -23,7 +23,12 @@ QFont small();
 /// Text of a dialogue with a device: the family "Lucida Console", 11 pixels; elsewhere a fixed-width family.
 QFont console();
 
-/// Names the families to use where "Segoe UI" is absent. Call once, before the first window.
+/// Text of reports on paper: the family "arial narrow", with letters as wide as they were designed, not
+/// fitted to a screen. The size stands in the report.
+QFont report();
+
+/// Names the families to use where "Segoe UI" or "arial narrow" is absent. Call once, before the first
+/// window.
 void installSubstitutions();
 
 } // namespace fonts

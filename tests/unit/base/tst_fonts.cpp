@@ -16,6 +16,8 @@ private slots:
     void smallIs11Pixels();
     void consoleHasCharactersOfOneWidth();
     void consoleHasCharactersOfOneWidthInAnyWindow();
+    void reportIsNarrowAndNotFittedToTheScreen();
+    void substitutionsComeInTheirOrder_data();
     void substitutionsComeInTheirOrder();
 };
 
@@ -88,12 +90,31 @@ void TstFonts::consoleHasCharactersOfOneWidthInAnyWindow()
              metrics.horizontalAdvance(QStringLiteral("WWWW")));
 }
 
+void TstFonts::reportIsNarrowAndNotFittedToTheScreen()
+{
+    QCOMPARE(fonts::report().family(), QStringLiteral("arial narrow"));
+    QCOMPARE(fonts::report().hintingPreference(), QFont::PreferNoHinting);
+}
+
+void TstFonts::substitutionsComeInTheirOrder_data()
+{
+    QTest::addColumn<QString>("family");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("window") << "Segoe UI"
+                            << "open sans,noto sans,dejavu sans";
+    QTest::newRow("report") << "arial narrow"
+                            << "liberation sans narrow,nimbus sans narrow,open sans condensed,open sans,"
+                               "dejavu sans condensed,dejavu sans";
+}
+
 void TstFonts::substitutionsComeInTheirOrder()
 {
+    QFETCH(QString, family);
+    QFETCH(QString, expected);
     fonts::installSubstitutions();
     // Families compare without regard to case, and the list keeps them in lower case.
-    const QString list = QFont::substitutes(QStringLiteral("Segoe UI")).join(QLatin1Char(',')).toLower();
-    QVERIFY2(list.startsWith(QStringLiteral("open sans,noto sans,dejavu sans")), qPrintable(list));
+    const QString list = QFont::substitutes(family).join(QLatin1Char(',')).toLower();
+    QVERIFY2(list.startsWith(expected), qPrintable(list));
 }
 
 QTEST_MAIN(TstFonts)
