@@ -1,44 +1,39 @@
 #include "reports/htmltext.h"
 
+#include "reports/showntext.h"
+
+#include <algorithm>
+
 namespace {
 
 constexpr QChar kBlank = u' ';
 
-/// A surrogate without its other half.
-bool isLoneSurrogate(const QString &text, int i)
+int leadingBlanks(const QString &text)
 {
-    if (text.at(i).isHighSurrogate())
-        return i + 1 >= text.size() || !text.at(i + 1).isLowSurrogate();
-    return text.at(i).isLowSurrogate() && (i == 0 || !text.at(i - 1).isHighSurrogate());
+    const auto isOther = [](QChar c) { return c != kBlank; };
+    return static_cast<int>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
 }
 
-bool canBeShown(const QString &text, int i)
-{
-    const QChar c = text.at(i);
-    const bool isForbiddenInXml = c == QChar(0xFFFE) || c == QChar(0xFFFF) || isLoneSurrogate(text, i);
-    return c.category() != QChar::Other_Control && !isForbiddenInXml;
-}
-
-/// HTML swallows such a blank, or all but one of them.
-bool isFixedBlank(const QString &text, int i)
+/// HTML swallows blanks at both ends of a text, and of several blanks in a row all but one.
+bool isFixedBlank(const QString &text, int i, int leading)
 {
     const int last = text.size() - 1;
-    return text.at(i) == kBlank && (i == 0 || i == last || text.at(i + 1) == kBlank);
+    return text.at(i) == kBlank && (i < leading || i == last || text.at(i + 1) == kBlank);
 }
 
 } // namespace
 
 QString htmlText(const QString &text)
 {
+    const QString shown = shownText(text);
     QString html;
-    html.reserve(text.size());
-    for (int i = 0; i < text.size(); ++i) {
-        if (isFixedBlank(text, i))
+    html.reserve(shown.size());
+    const int leading = leadingBlanks(shown);
+    for (int i = 0; i < shown.size(); ++i) {
+        if (isFixedBlank(shown, i, leading))
             html += QStringLiteral("&nbsp;");
-        else if (canBeShown(text, i))
-            html += QString(text.at(i)).toHtmlEscaped();
         else
-            html += QChar(QChar::ReplacementCharacter);
+            html += QString(shown.at(i)).toHtmlEscaped();
     }
     return html;
 }
