@@ -2,6 +2,25 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QStyledItemDelegate>
+
+namespace {
+
+/// Leaves out the frame of the current cell: it is the row that counts.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
+    }
+};
+
+} // namespace
 
 ModuleTable::ModuleTable(QWidget *parent)
     : QTableView(parent)
@@ -10,6 +29,7 @@ ModuleTable::ModuleTable(QWidget *parent)
     setSelectionBehavior(SelectRows);
     setTabKeyNavigation(false); // Tab leaves the table
     setWordWrap(false);
+    setItemDelegate(new RowDelegate(this));
     verticalHeader()->hide();
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
@@ -45,6 +65,12 @@ void ModuleTable::focusInEvent(QFocusEvent *event)
     if (currentIndex().isValid())
         selectionModel()->select(currentIndex(),
                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ModuleTable::focusOutEvent(QFocusEvent *event)
+{
+    QTableView::focusOutEvent(event);
+    clearSelection();
 }
 
 void ModuleTable::rowsInserted(const QModelIndex &parent, int start, int end)

@@ -230,5 +230,5 @@ void SensorModel::toggle(const QModelIndex &clicked)
 
 bool SensorModel::isCell(const QModelIndex &index) const
 {
-    return checkIndex(index, CheckIndexOption::IndexIsValid);
+    return index.isValid() && index.model() == this && index.row() < rowCount();
 }

@@ -36,6 +36,7 @@ SystemReport::~SystemReport() = default;
 
 void SystemReport::setFonts()
 {
+    m_ui->ReportTypeGroupBox->setFont(fonts::text());
     m_ui->selectionCB->setFont(fonts::text());
     m_ui->tableView->setFont(fonts::small());
     m_ui->tableView->horizontalHeader()->setFont(fonts::small());
@@ -60,7 +61,7 @@ void SystemReport::setUpTable()
     const int markWidth = style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &table);
     header.setMinimumSectionSize(markWidth + 4 * kCellMargin);
     header.setSectionResizeMode(SensorModel::MarkColumn, QHeaderView::Fixed);
-    header.setStretchLastSection(true);
+    header.setSectionResizeMode(SensorModel::SerialColumn, QHeaderView::Stretch);
     const int longestType = metrics.horizontalAdvance(QStringLiteral("Inductive Transmitter"));
     table.setColumnWidth(SensorModel::TypeColumn, longestType + 4 * kCellMargin);
     table.setColumnWidth(SensorModel::MarkColumn, kMarkColumnWidth);
