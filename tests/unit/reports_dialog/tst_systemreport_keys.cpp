@@ -215,8 +215,11 @@ void TstSystemReportKeys::heldSpaceTogglesOnce()
     const ReportDialog d(2);
     tabToTable(d);
     QTest::keyPress(d.table(), Qt::Key_Space);
-    windowacts::repeatKey(Qt::Key_Space, QStringLiteral(" "));
-    windowacts::repeatKey(Qt::Key_Space, QStringLiteral(" "));
+    QCOMPARE(d.marks(), QStringLiteral("-x"));
+    for (int i = 0; i < 3; ++i) {
+        windowacts::repeatKey(Qt::Key_Space, QStringLiteral(" "));
+        QCOMPARE(d.marks(), QStringLiteral("-x"));
+    }
     QTest::keyRelease(d.table(), Qt::Key_Space);
     QCOMPARE(d.marks(), QStringLiteral("-x"));
     // Held down since before it was open, the key acts on nothing else either.

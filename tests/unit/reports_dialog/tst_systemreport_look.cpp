@@ -244,6 +244,7 @@ void TstSystemReportLook::markColumnIsNarrow()
     const int narrowest = d.table()->horizontalHeader()->minimumSectionSize();
     QVERIFY(narrowest >= d.dialog.style()->pixelMetric(QStyle::PM_IndicatorWidth)); // holds the mark
     QCOMPARE(d.table()->columnWidth(0), narrowest);
+    d.table()->setColumnWidth(0, 80);
     d.addRows(1);
     QCOMPARE(d.table()->columnWidth(0), narrowest);
     QVERIFY(d.table()->verticalHeader()->isHidden());
