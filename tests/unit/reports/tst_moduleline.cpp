@@ -11,6 +11,7 @@ class TstModuleLine : public QObject
 
 private slots:
     void controller();
+    void numberOfModulesIsShownAsTheDeviceClaimsIt();
     void analogModule();
     void universalModuleShowsItsListsAsTheyAre();
     void powerModule();
@@ -30,6 +31,14 @@ void TstModuleLine::controller()
     QCOMPARE(moduleLine(store, 0),
              QStringLiteral("  0  Controller  12 34  HW0  MAIN0  FPGA0  24.12  25.5  0  0"
                             "  12  Fixed  PCM  FM  1000 Hz  5000 kbit/s (16).\n"));
+}
+
+void TstModuleLine::numberOfModulesIsShownAsTheDeviceClaimsIt()
+{
+    StatusStore store;
+    store.setSystem(reportrecords::system(200));
+    const QString end = QStringLiteral("  -55  0  0  200  Fixed  PCM  FM  1000 Hz  5000 kbit/s (16).\n");
+    QCOMPARE(moduleLine(store, 0).right(end.size()), end);
 }
 
 void TstModuleLine::analogModule()

@@ -273,6 +273,7 @@ void TstReportSheet::mostModules()
     reportrecords::addPower(store);
     const ReportSheet sheet = sheetOf(store);
     QCOMPARE(sheet.rows.size(), std::size_t(130));
+    QCOMPARE(row(sheet, 3).value(31), QString::number(claimed)); // what the device says is shown
     QCOMPARE(row(sheet, 131).mid(0, 3), (QStringList{"128", "Strain Gauge", "77 128"}));
     QCOMPARE(row(sheet, 132).mid(0, 3), (QStringList{"129", "Power", "77 129"}));
 }
