@@ -68,6 +68,7 @@ void Framework_Ctrllr::createWindow()
 {
     m_view = std::make_unique<Framework_View>(m_environment.time, m_environment.ports);
     m_view->show();
+    m_moduleConfig->setDialogParent(*m_view);
     m_sysSettings = std::make_unique<ModuleSysSettings_Ctrllr>(SystemSettings{}, m_environment.time);
     m_modulesFrame = new DynamicModulesFrame_View;
     m_view->addSystemPanel(m_sysSettings->GetView());

@@ -68,6 +68,11 @@ ModuleConfigurationManager::ModuleConfigurationManager(ReportEnvironment environ
 
 ModuleConfigurationManager::~ModuleConfigurationManager() = default;
 
+void ModuleConfigurationManager::setDialogParent(QWidget &window)
+{
+    m_reportDialog->setParent(&window, m_reportDialog->windowFlags());
+}
+
 void ModuleConfigurationManager::connectDialog()
 {
     connect(m_reportDialog.get(), &SystemReport::clipboardCopy, this,

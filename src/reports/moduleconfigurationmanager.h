@@ -8,7 +8,7 @@
 #include <functional>
 #include <memory>
 
-class QIODevice;
+class QWidget;
 class SystemReport;
 class TimeSource;
 enum class PdfFlow;
@@ -37,6 +37,9 @@ public:
 
     /// The dialog; it belongs to this object.
     SystemReport *reportDialog() const { return m_reportDialog.get(); }
+
+    /// Lets the dialog come up above this window, which outlives this object.
+    void setDialogParent(QWidget &window);
 
 public slots:
     // Each files the record that the variant holds; a variant of another type counts as an empty record.

@@ -131,7 +131,9 @@ void TstReportWiring::buttonShowsTheDialog()
     QVERIFY(dialog()->isVisible());
     QVERIFY(dialog()->isModal());
     QCOMPARE(dialog()->windowTitle(), QStringLiteral("System Report"));
+    QVERIFY(dialog()->isWindow());
     QVERIFY(dialog()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    QCOMPARE(dialog()->parentWidget(), m_fixture->window());
 }
 
 void TstReportWiring::folderOfTheFileIsProposed()
