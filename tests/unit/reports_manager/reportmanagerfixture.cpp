@@ -108,7 +108,7 @@ QString ReportManagerFixture::proposedName() const
     return childByName<QLineEdit>(&saveDialog(), "fileNameEdit")->text();
 }
 
-void ReportManagerFixture::saveAs(const QString &path)
+void ReportManagerFixture::saveAs(const QString &path, const std::function<void()> &meanwhile)
 {
     QFileDialog &dialog = saveDialog();
     auto *name = childByName<QLineEdit>(&dialog, "fileNameEdit");
@@ -117,6 +117,8 @@ void ReportManagerFixture::saveAs(const QString &path)
     if (!QTest::qWaitForWindowActive(&dialog) || !QTest::qWaitFor([name] { return name->hasFocus(); }))
         qFatal("The name cannot be entered");
     name->setText(path);
+    if (meanwhile)
+        QMetaObject::invokeMethod(this, meanwhile, Qt::QueuedConnection);
     QTest::keyClick(name, Qt::Key_Return);
     m_time->turn();
 }

@@ -8,6 +8,7 @@
 #include "support/virtualtime.h"
 
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 class QFileDialog;
@@ -68,8 +69,9 @@ protected:
     /// What the dialog has in its field for the name.
     QString proposedName() const;
 
-    /// Enters a path or name in the dialog and leaves it by Return.
-    void saveAs(const QString &path);
+    /// Enters a path or name in the dialog and leaves it by Return. `meanwhile` is called as soon as the
+    /// dialog waits for an answer to a question of its own.
+    void saveAs(const QString &path, const std::function<void()> &meanwhile = {});
 
     QStringList critical() const { return m_log->lines(QtCriticalMsg); }
 

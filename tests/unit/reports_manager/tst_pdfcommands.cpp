@@ -1,6 +1,7 @@
 #include "reportmanagerfixture.h"
 #include "reports/sensormodel.h"
 
+#include <QPushButton>
 #include <QtTest>
 
 /// The commands that write a PDF and show it.
@@ -23,8 +24,18 @@ private slots:
     void protocolOfAnyAddressIsAFile();
     void protocolTakesTheRecordsOfTheMomentOfSaving();
     void emptyStoreGivesFiles();
+    void overviewTakesAsManyPagesAsItNeedsAndProtocolOne();
+    void buttonOfTheDialogStartsTheCommand();
 
 private:
+    /// Number of pages of a PDF; 0 if the file does not tell.
+    static int pages(const QString &path)
+    {
+        const QByteArray bytes = readFile(path);
+        const int begin = bytes.indexOf("/Count ") + 7;
+        return begin < 7 ? 0 : bytes.mid(begin, bytes.indexOf('\n', begin) - begin).toInt();
+    }
+
     /// The page that the log has of the last overview.
     QString loggedPage() const
     {
@@ -234,6 +245,32 @@ void TstPdfCommands::emptyStoreGivesFiles()
     saveAs(folder() + QStringLiteral("/s.pdf"));
     QVERIFY(readFile(folder() + QStringLiteral("/m.pdf")).startsWith("%PDF-"));
     QVERIFY(readFile(folder() + QStringLiteral("/s.pdf")).startsWith("%PDF-"));
+}
+
+void TstPdfCommands::overviewTakesAsManyPagesAsItNeedsAndProtocolOne()
+{
+    QVector<Module_Status> modules;
+    for (quint8 address = 1; address <= 128; ++address)
+        modules.append(reportrecords::universalModule(address));
+    modules[0].sensorList = QStringLiteral("item$").repeated(2000);
+    fill(modules);
+    emit report().saveAllPdf();
+    saveAs(folder() + QStringLiteral("/s.pdf"));
+    emit report().savePDF(1);
+    saveAs(folder() + QStringLiteral("/m.pdf"));
+    QVERIFY(pages(folder() + QStringLiteral("/s.pdf")) > 1);
+    QCOMPARE(pages(folder() + QStringLiteral("/m.pdf")), 1);
+}
+
+void TstPdfCommands::buttonOfTheDialogStartsTheCommand()
+{
+    fill({reportrecords::module(1, 1)});
+    m_manager->displaySystemReport();
+    QTest::mouseClick(childByName<QPushButton>(&report(), "saveAllPdf"), Qt::LeftButton);
+    const QString path = folder() + QStringLiteral("/s.pdf");
+    saveAs(path);
+    QCOMPARE(m_events.last(), "open|" + path);
+    QVERIFY(report().isVisible());
 }
 
 QTEST_MAIN(TstPdfCommands)

@@ -1,5 +1,6 @@
 #include "reportmanagerfixture.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPrintDialog>
@@ -52,6 +53,9 @@ void TstPrintCommand::acceptedDialogPrintsOnePageAcross()
     fill({reportrecords::oneListModule(1, 1)});
     emit report().printSens(1);
     const QString path = folder() + QStringLiteral("/p.pdf");
+    auto *printers = childByName<QComboBox>(&printDialog(), "printers");
+    printers->setCurrentText(QStringLiteral("Print to File (PDF)")); // even if the machine has a printer
+    QCOMPARE(printers->currentText(), QStringLiteral("Print to File (PDF)"));
     auto *name = childByName<QLineEdit>(&printDialog(), "filename");
     name->setText(path);
     QTest::keyClick(&printDialog(), Qt::Key_Return);

@@ -1,6 +1,9 @@
 #include "reportmanagerfixture.h"
 
+#include <QApplication>
 #include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QtTest>
 
 /// How the user is asked for a file before a report is written: the same for all three kinds of file.
@@ -23,6 +26,8 @@ private slots:
     void suffixIsCompleted();
     void folderIsRememberedForTheNextProposal_data();
     void folderIsRememberedForTheNextProposal();
+    void earlierFileIsReplacedOnlyIfTheUserSaysSo_data();
+    void earlierFileIsReplacedOnlyIfTheUserSaysSo();
     void dialogBelongsToTheReportDialogAndGoesWithIt();
 
 private:
@@ -39,6 +44,15 @@ private:
 };
 
 namespace {
+
+/// Answers the question that is on the screen.
+void answer(QMessageBox::StandardButton button)
+{
+    auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (!box)
+        qFatal("There is no question");
+    QTest::mouseClick(box->button(button), Qt::LeftButton);
+}
 
 void addCommands()
 {
@@ -240,6 +254,33 @@ void TstSaveDialogs::folderIsRememberedForTheNextProposal()
         saveDialog().reject();
         m_time->turn();
     }
+}
+
+void TstSaveDialogs::earlierFileIsReplacedOnlyIfTheUserSaysSo_data()
+{
+    addCommands();
+}
+
+void TstSaveDialogs::earlierFileIsReplacedOnlyIfTheUserSaysSo()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, suffix);
+    fill({reportrecords::module(1, 1)});
+    const QString path = folder() + QStringLiteral("/mine.") + suffix;
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write("earlier"), qint64(7));
+    file.close();
+    start(command);
+    saveAs(path, [] { answer(QMessageBox::No); });
+    QVERIFY(saveDialog().isVisible());
+    QCOMPARE(readFile(path), QByteArray("earlier"));
+    QCOMPARE(m_events.size(), 1);
+    saveAs(path, [] { answer(QMessageBox::Yes); });
+    QCOMPARE(openWindows<QFileDialog>(), 0);
+    QVERIFY(readFile(path) != QByteArray("earlier"));
+    QVERIFY(m_events.contains("DefltLctn|" + folder()));
+    QCOMPARE(files().size(), 1);
 }
 
 void TstSaveDialogs::dialogBelongsToTheReportDialogAndGoesWithIt()
