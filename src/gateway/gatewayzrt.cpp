@@ -1,12 +1,12 @@
 #include "gateway/gatewayzrt.h"
 
 #include "base/gui/buttonkeys.h"
+#include "base/gui/confirmation.h"
 #include "base/gui/dialogs.h"
 #include "base/gui/fonts.h"
 #include "base/gui/heldkeys.h"
 #include "base/gui/tabtochecked.h"
 #include "gateway/changegatewaydialog.h"
-#include "gateway/confirmation.h"
 #include "gateway/externipandport.h"
 #include "gateway/focuskeeper.h"
 #include "gateway/gatewaydialogue.h"

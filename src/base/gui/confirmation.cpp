@@ -1,6 +1,7 @@
-#include "gateway/confirmation.h"
+#include "base/gui/confirmation.h"
 
 #include "base/gui/dialogs.h"
+#include "base/gui/heldkeys.h"
 
 #include <QPushButton>
 #include <algorithm>
@@ -37,6 +38,7 @@ void confirm(const Confirmation &confirmation, QWidget &parent, const std::funct
     label(*box->button(confirmation.refusal), QStringLiteral("refusalButton"), confirmation.refusalText);
     box->setDefaultButton(confirmation.refusal);
     box->setEscapeButton(confirmation.refusal);
+    ignoreHeldKeys(*box);
     QObject::connect(box, &QDialog::finished, &parent, [box, proceed] {
         if (box->clickedButton() == box->button(QMessageBox::Yes))
             proceed();
