@@ -1,6 +1,8 @@
 #include "reports/moduleconfigurationmanager.h"
 
+#include "base/gui/confirmation.h"
 #include "base/gui/dialogs.h"
+#include "base/gui/heldkeys.h"
 #include "base/log.h"
 #include "base/timesource.h"
 #include "base/variantcast.h"
@@ -24,13 +26,17 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
 #include <QUrl>
+#include <array>
 #include <utility>
 
 namespace {
+
+constexpr QLatin1String kSaveTitle("Save Configuration to File");
 
 SensorInf tableRow(const Module_Status &module)
 {
@@ -46,7 +52,15 @@ void showNotSaved(QWidget &parent)
     box->setObjectName(QStringLiteral("notSavedBox"));
     box->setWindowFlags(dialogFlags());
     box->button(QMessageBox::Ok)->setAccessibleName(QStringLiteral("OK"));
+    ignoreHeldKeys(*box);
     showModalOnce(*box);
+}
+
+/// The path as the dialog gave it, with the suffix behind it: the dialog adds none to a name with a point.
+QString withSuffix(const QString &path, const QString &suffix)
+{
+    const QString end = QLatin1Char('.') + suffix;
+    return path.endsWith(end, Qt::CaseInsensitive) ? path : path + end;
 }
 
 } // namespace
@@ -153,7 +167,11 @@ void ModuleConfigurationManager::printModule(uchar address)
     dialog->setWindowTitle(QStringLiteral("Print Document"));
     connect(dialog, &QDialog::accepted, this,
             [this, printer, address] { printLine(*printer, moduleLine(m_store, address)); });
+    // On Windows the dialog is over when this returns, and does not come up at all without a printer.
+    const QPointer<QPrintDialog> guard(dialog);
     showModalOnce(*dialog);
+    if (guard && !guard->isVisible())
+        guard->deleteLater();
 }
 
 void ModuleConfigurationManager::printPDF(uchar address)
@@ -170,8 +188,9 @@ void ModuleConfigurationManager::printPDF(uchar address)
 
 void ModuleConfigurationManager::savePdfAll()
 {
-    chooseFile({systemProposal(), QStringLiteral("pdf")}, [this](const QString &path) {
-        const QString html = overviewHtml(m_store, chosenModules(), headFor(path));
+    const ModuleFilter isChosen = chosenModules();
+    chooseFile({systemProposal(), QStringLiteral("pdf")}, [this, isChosen](const QString &path) {
+        const QString html = overviewHtml(m_store, isChosen, headFor(path));
         qDebug() << "HTML DOC \n" << html;
         const bool isSaved = savePdf(path, html, PdfFlow::PageByPage);
         rememberFolder(path);
@@ -181,9 +200,10 @@ void ModuleConfigurationManager::savePdfAll()
 
 void ModuleConfigurationManager::createXlsxFile()
 {
-    chooseFile({systemProposal(), QStringLiteral("xlsx")}, [this](const QString &path) {
+    const ModuleFilter isChosen = chosenModules();
+    chooseFile({systemProposal(), QStringLiteral("xlsx")}, [this, isChosen](const QString &path) {
         if (m_store.isFull()) {
-            saveWorkbook(path);
+            saveWorkbook(path, isChosen);
             return;
         }
         debugLine("void ModuleConfigurationManager::createXlsxFile()")
@@ -201,17 +221,37 @@ void ModuleConfigurationManager::chooseFile(const SaveDialog &wish,
                                             const std::function<void(const QString &)> &save)
 {
     emit debugMessage(QStringLiteral("save location:") + m_savePath);
-    auto *dialog = new QFileDialog(m_reportDialog.get(), QStringLiteral("Save Configuration to File"));
+    auto *dialog = new QFileDialog(m_reportDialog.get(), kSaveTitle);
     dialog->setObjectName(QStringLiteral("saveDialog"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setNameFilter(QStringLiteral("(*.%1)").arg(wish.suffix));
     dialog->setDefaultSuffix(wish.suffix); // the proposal has none
+    dialog->setSupportedSchemes({QStringLiteral("file")});
     const QFileInfo proposal(wish.proposal);
     if (proposal.dir().exists())
         dialog->setDirectory(proposal.dir());
     dialog->selectFile(proposal.fileName());
-    connect(dialog, &QFileDialog::fileSelected, this, save);
+    connect(dialog, &QDialog::accepted, this,
+            [this, dialog, wish, save] { saveAs(dialog->selectedFiles().value(0), wish, save); });
     showModalOnce(*dialog);
+}
+
+void ModuleConfigurationManager::saveAs(const QString &chosen, const SaveDialog &wish,
+                                        const std::function<void(const QString &)> &save)
+{
+    if (chosen.isEmpty())
+        return;
+    const QString path = withSuffix(chosen, wish.suffix);
+    if (path == chosen || !QFileInfo::exists(path)) {
+        save(path);
+        return;
+    }
+    Confirmation question; // the dialog asked about another file
+    question.name = QStringLiteral("replaceBox");
+    question.title = kSaveTitle;
+    question.question =
+        QStringLiteral("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName());
+    confirm(question, *m_reportDialog, [save, path] { save(path); });
 }
 
 bool ModuleConfigurationManager::savePdf(const QString &path, const QString &html, PdfFlow flow)
@@ -229,9 +269,9 @@ void ModuleConfigurationManager::openPdf(const QString &path, bool isSaved)
         emit debugMessage(QStringLiteral("PDF open failed with file name:%1\n").arg(path));
 }
 
-void ModuleConfigurationManager::saveWorkbook(const QString &path)
+void ModuleConfigurationManager::saveWorkbook(const QString &path, const ModuleFilter &isChosen)
 {
-    const QByteArray bytes = workbook(reportSheet(m_store, chosenModules(), headFor(path)));
+    const QByteArray bytes = workbook(reportSheet(m_store, isChosen, headFor(path)));
     const bool isSaved = !bytes.isEmpty() && saveReport(path, [&bytes](QIODevice &file) {
         return file.write(bytes) == bytes.size();
     });
@@ -253,5 +293,9 @@ ReportHead ModuleConfigurationManager::headFor(const QString &path) const
 
 ModuleFilter ModuleConfigurationManager::chosenModules() const
 {
-    return [this](int address) { return m_reportDialog->isSelected(static_cast<quint8>(address)); };
+    std::array<bool, kReportAddresses> marks{};
+    for (int address = 0; address < kReportAddresses; ++address)
+        marks.at(static_cast<std::size_t>(address)) =
+            m_reportDialog->isSelected(static_cast<quint8>(address));
+    return [marks](int address) { return marks.at(static_cast<std::size_t>(address)); };
 }

@@ -24,7 +24,8 @@ struct ReportEnvironment
 
 /// The memory behind all reports: keeps the last status of every module, owns the report dialog and makes
 /// the reports that it asks for. A report can be made at any moment, the device is asked nothing. The names
-/// of its operations are agreed. Nothing in it waits for the user: dialogs come up and answer by signals.
+/// of its operations are agreed. Its dialogs come up and answer by signals; only where the platform's own
+/// print dialog blocks, as on Windows, printModule() returns when that is left.
 class ModuleConfigurationManager : public QObject
 {
     Q_OBJECT
@@ -85,9 +86,13 @@ private:
     QString systemProposal() const;
     bool savePdf(const QString &path, const QString &html, PdfFlow flow);
     void openPdf(const QString &path, bool isSaved);
-    void saveWorkbook(const QString &path);
+    void saveAs(const QString &chosen, const SaveDialog &wish,
+                const std::function<void(const QString &)> &save);
+    void saveWorkbook(const QString &path, const ModuleFilter &isChosen);
     void rememberFolder(const QString &path);
     ReportHead headFor(const QString &path) const;
+
+    /// The modules that are marked now: what happens to the table while a file is chosen changes nothing.
     ModuleFilter chosenModules() const;
 
     ReportEnvironment m_environment;

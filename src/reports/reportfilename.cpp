@@ -13,7 +13,7 @@ namespace {
 
 bool isForbiddenInFileName(QChar c)
 {
-    return QStringLiteral("\\/:*?\"<>|").contains(c) || c.category() == QChar::Other_Control;
+    return QStringLiteral("\\/:*?\"<>|.").contains(c) || c.category() == QChar::Other_Control;
 }
 
 QString fileNamePart(QString text)

@@ -12,7 +12,8 @@ namespace reportfilename {
 QString systemProposal(const QString &folder, const QDateTime &now);
 
 /// The same for one module: the time, "_", the nine-digit serial number, "_VX_", the short type name, "_".
-/// Characters that a file name must not have are replaced by "_".
+/// Characters that a file name must not have are replaced by "_", and so are points: what stands behind one
+/// would pass for the suffix.
 QString moduleProposal(const QString &folder, const QDateTime &now, const QString &serialNumber,
                        quint8 typeCode);
 

@@ -44,7 +44,7 @@ void StatusStore::setFastModules(const QVector<Fast_Module_Status> &entries)
 {
     const int count = std::min(entries.size(), kReportAddresses);
     std::copy_n(entries.begin(), count, fastModules.begin());
-    haveFastModule = true;
+    haveFastModule = haveFastModule || count > 0;
 }
 
 void StatusStore::setEepromText(const QString &text, int address)

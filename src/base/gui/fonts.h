@@ -17,7 +17,7 @@ QFont title();
 /// Text of a placeholder that stands where no device is: 15 pixels, weight 75, italic, with kerning.
 QFont placeholder();
 
-/// The labels of the crowded gateway panel: 11 pixels.
+/// Crowded controls and explanations: 11 pixels.
 QFont small();
 
 /// Text of a dialogue with a device: the family "Lucida Console", 11 pixels; elsewhere a fixed-width family.

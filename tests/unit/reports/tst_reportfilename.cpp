@@ -68,9 +68,10 @@ void TstReportFileName::moduleProposal_data()
     QTest::newRow("slash") << "/r"
                            << "a/b" << 4 << "/r/" + time + "_000000a_b_VX_THERMO_";
     QTest::newRow("going up") << "/r"
-                              << "../../x" << 4 << "/r/" + time + "_00.._.._x_VX_THERMO_";
-    QTest::newRow("every forbidden one") << ""
-                                         << "\\/:*?\"<>|" << 4 << (time + "_" + "_________" + "_VX_THERMO_");
+                              << "../../x" << 4 << "/r/" + time + "_00______x_VX_THERMO_";
+    QTest::newRow("every forbidden one")
+        << ""
+        << "\\/:*?\"<>|." << 4 << (time + "_" + "__________" + "_VX_THERMO_");
     QTest::newRow("line end") << ""
                               << "a\nb" << 4 << time + "_000000a_b_VX_THERMO_";
     QTest::newRow("zero") << "" << (QStringLiteral("a") + QChar(0) + 'b') << 4

@@ -1,6 +1,7 @@
 #include "reportmanagerfixture.h"
 #include "reports/sensormodel.h"
 
+#include <QFileDialog>
 #include <QPushButton>
 #include <QtTest>
 
@@ -111,11 +112,11 @@ void TstPdfCommands::failedReportLeavesTheFolderOfTheFileAsItIs()
 {
     // The chosen name is by now a folder: nothing can take its place.
     fill({reportrecords::oneListModule(1, 1)});
+    m_manager->setPath(folder());
     emit report().savePDF(1);
+    saveDialog().selectFile(QStringLiteral("m.pdf"));
     QVERIFY(QDir(folder()).mkpath(QStringLiteral("m.pdf/inside")));
-    auto *dialog = childByName<QObject>(&report(), "saveDialog");
-    QVERIFY(QMetaObject::invokeMethod(dialog, "fileSelected",
-                                      Q_ARG(QString, folder() + QStringLiteral("/m.pdf"))));
+    static_cast<QDialog &>(saveDialog()).done(QDialog::Accepted);
     QCOMPARE(m_events.value(1), "debugMessage|PDF open failed with file name:" + folder() + "/m.pdf\n");
     QCOMPARE(files(), QStringList()); // no temporary file is left
     QVERIFY(QFile::exists(folder() + QStringLiteral("/m.pdf/inside")));

@@ -102,7 +102,7 @@ void TstSaveDialogs::proposalOfAModule_data()
     QTest::newRow("blanks") << 1 << 9 << "12 34"
                             << "20260302083000_000001234_VX_Analog_";
     QTest::newRow("slashes") << 1 << 4 << "../a/b"
-                             << "20260302083000_000.._a_b_VX_THERMO_";
+                             << "20260302083000_000___a_b_VX_THERMO_";
     QTest::newRow("markup") << 2 << 2 << "<\"1\">"
                             << "20260302083000_0000__1___VX_VOLT_";
     QTest::newRow("umlauts") << 2 << 3 << QStringLiteral("ü 1'")
