@@ -17,7 +17,8 @@ namespace {
 // All lengths are page pixels: of these so many to the inch that the logo stands whole on the paper.
 constexpr int kPixelsPerInch = 125;
 const QRectF kLogoPlace(570, -5, 110, 40); ///< from the corner of the printable area; hangs out at its top
-constexpr double kLaterPagesTop = 40;      ///< where the text of further pages begins: below the logo
+constexpr double kTouch = 0.5;
+constexpr double kLaterPagesTop = 40; ///< where the text of further pages begins: below the logo
 
 QPageLayout paper()
 {
@@ -206,12 +207,14 @@ std::vector<Page> PagedDocument::pages() const
 
 void PagedDocument::draw(QPainter &painter, const Slice &slice, double y) const
 {
+    const QRectF place(0, slice.top, m_page.width(), slice.height() + m_lineWidth);
     QAbstractTextDocumentLayout::PaintContext context;
     context.palette.setColor(QPalette::Text, Qt::black); // whatever the colours of the screen
-    context.clip = QRectF(0, slice.top, m_page.width(), slice.height() + m_lineWidth);
+    // What only touches the slice would be written too, hidden by the painter, but found by a search.
+    context.clip = place.adjusted(0, kTouch, 0, -kTouch);
     painter.save();
     painter.translate(0, y - slice.top);
-    painter.setClipRect(context.clip);
+    painter.setClipRect(place);
     m_document.documentLayout()->draw(&painter, context);
     painter.restore();
 }

@@ -5,7 +5,6 @@
 #include "reports/showntext.h"
 #include "reports/spreadsheetfile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -180,9 +179,9 @@ QString writeFile(const ReportSheet &sheet, const QString &path, const QString &
     return isWritten ? QString() : QStringLiteral("not every cell could be written");
 }
 
-void complain(const QString &path, const QString &reason)
+void complain(const QString &reason)
 {
-    criticalLine("QByteArray workbook(ReportSheet)") << "No workbook in" << path << "-" << reason;
+    criticalLine("QByteArray workbook(ReportSheet)") << "No workbook -" << reason;
 }
 
 } // namespace
@@ -191,7 +190,7 @@ QByteArray workbook(const ReportSheet &sheet)
 {
     const QTemporaryDir folder;
     if (!folder.isValid()) {
-        complain(QDir::tempPath(), folder.errorString());
+        complain(QStringLiteral("no folder for temporary files: ") + folder.errorString());
         return {};
     }
     const QString path = folder.filePath(QStringLiteral("report.xlsx"));
@@ -202,7 +201,7 @@ QByteArray workbook(const ReportSheet &sheet)
     if (fault.isEmpty() && !file.open(QIODevice::ReadOnly))
         fault = file.errorString();
     if (!fault.isEmpty()) {
-        complain(folder.path(), fault);
+        complain(path + QStringLiteral(": ") + fault);
         return {};
     }
     return file.readAll();
