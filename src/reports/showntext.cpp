@@ -1,30 +1,56 @@
 #include "reports/showntext.h"
 
+#include <QVector>
+
 namespace {
 
-/// A surrogate without its other half.
-bool isLoneSurrogate(const QString &text, int i)
+bool isWithin(uint code, uint first, uint last)
 {
-    if (text.at(i).isHighSurrogate())
-        return i + 1 >= text.size() || !text.at(i + 1).isLowSurrogate();
-    return text.at(i).isLowSurrogate() && (i == 0 || !text.at(i - 1).isHighSurrogate());
+    return code >= first && code <= last;
 }
 
-bool canBeShown(const QString &text, int i)
+/// Turns what follows around, and not only the text that it stands in.
+bool isDirectionControl(uint code)
 {
-    const QChar c = text.at(i);
-    const bool isForbiddenInXml = c == QChar(0xFFFE) || c == QChar(0xFFFF) || isLoneSurrogate(text, i);
-    return c.category() != QChar::Other_Control && !isForbiddenInXml;
+    return isWithin(code, 0x202A, 0x202E) || isWithin(code, 0x2066, 0x2069);
+}
+
+/// Never a character. Text engines use some of them as marks of their own.
+bool isNonCharacter(uint code)
+{
+    return isWithin(code, 0xFDD0, 0xFDEF) || (code & 0xFFFEU) == 0xFFFEU;
+}
+
+/// Ends a line, or is no part of one.
+bool isControl(uint code)
+{
+    const QChar::Category category = QChar::category(code);
+    return category == QChar::Other_Control || category == QChar::Separator_Line ||
+           category == QChar::Separator_Paragraph;
+}
+
+bool canBeShown(uint code)
+{
+    return code != QChar::ObjectReplacementCharacter && !isControl(code) && !isDirectionControl(code) &&
+           !isNonCharacter(code);
 }
 
 } // namespace
 
 QString shownText(const QString &text)
 {
-    QString shown = text;
-    for (int i = 0; i < text.size(); ++i) {
-        if (!canBeShown(text, i))
-            shown[i] = QChar(QChar::ReplacementCharacter);
+    QString shown;
+    shown.reserve(text.size());
+    const QVector<uint> codes = text.toUcs4(); // a surrogate without its other half is U+FFFD from here on
+    for (const uint code : codes) {
+        if (!canBeShown(code)) {
+            shown += QChar(QChar::ReplacementCharacter);
+        } else if (QChar::requiresSurrogates(code)) {
+            shown += QChar(QChar::highSurrogate(code));
+            shown += QChar(QChar::lowSurrogate(code));
+        } else {
+            shown += QChar(code);
+        }
     }
     return shown;
 }

@@ -71,6 +71,17 @@ void TstHtmlText::shownText_data()
     QTest::newRow("one") << (QStringLiteral("a") + QChar(1)) << (QStringLiteral("a") + replaced);
     QTest::newRow("escape") << (QStringLiteral("a") + QChar(0x1B)) << (QStringLiteral("a") + replaced);
     QTest::newRow("delete") << (QStringLiteral("a") + QChar(0x7F)) << (QStringLiteral("a") + replaced);
+    for (const int code : {0x2028, 0x2029, 0x202A, 0x202D, 0x202E, 0x2066, 0x2069, 0xFDD0, 0xFDD1, 0xFDEF,
+                           0xFFFC, 0xFFFE, 0xFFFF}) {
+        QTest::addRow("U+%04X", unsigned(code))
+            << (QStringLiteral("a") + QChar(code) + 'b') << (QStringLiteral("a") + replaced + 'b');
+    }
+    for (const int code : {0x00A0, 0x200E, 0x2027, 0x2030, 0x05D0, 0xFDCF, 0xFDF0, 0xFFFB}) {
+        const QString text = QStringLiteral("a") + QChar(code) + 'b';
+        QTest::addRow("U+%04X", unsigned(code)) << text << text;
+    }
+    QTest::newRow("no character beyond 16 bits")
+        << QString::fromUtf8("a\xF0\x9F\xBF\xBF") << (QStringLiteral("a") + replaced);
     QTest::newRow("control beyond ASCII")
         << (QStringLiteral("a") + QChar(0x85)) << (QStringLiteral("a") + replaced);
     QTest::newRow("lone high surrogate")
