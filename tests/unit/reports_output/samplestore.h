@@ -38,6 +38,9 @@ inline StatusStore filled(int analogModules)
     StatusStore store;
     System_Status system;
     system.nModules = static_cast<quint16>(analogModules);
+    system.poweringMode = QStringLiteral("External");
+    system.dataTransmission = QStringLiteral("16 bit");
+    system.transmissionMode = QStringLiteral("Normal");
     system.bitRate = QStringLiteral("5 MBit/s (256ch)");
     system.samplingRate = QStringLiteral("2500 Hz");
     store.setSystem(system);
