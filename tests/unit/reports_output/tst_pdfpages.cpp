@@ -1,5 +1,5 @@
 #include "base/gui/fonts.h"
-#include "pdfreader.h"
+#include "support/pdfreader.h"
 #include "reports/pdfdocument.h"
 #include "samplestore.h"
 

@@ -1,7 +1,7 @@
 #include "reports/reportsheet.h"
 #include "reports/workbook.h"
 #include "samplestore.h"
-#include "workbookreader.h"
+#include "support/workbookreader.h"
 
 #include <QJsonArray>
 #include <QtTest>

@@ -2,7 +2,7 @@
 #include "reports/spreadsheetfile.h"
 #include "reports/workbook.h"
 #include "support/messagecatcher.h"
-#include "workbookreader.h"
+#include "support/workbookreader.h"
 
 #include <QJsonValue>
 #include <QTemporaryDir>

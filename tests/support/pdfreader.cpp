@@ -1,6 +1,6 @@
-#include "pdfreader.h"
+#include "support/pdfreader.h"
 
-#include "externaltool.h"
+#include "support/externaltool.h"
 
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -57,6 +57,13 @@ QVector<Word> wordsLike(const QVector<Word> &page, const QString &text)
     std::copy_if(page.begin(), page.end(), std::back_inserter(found),
                  [&text](const Word &word) { return word.text == text; });
     return found;
+}
+
+QString text(const QString &path)
+{
+    const QByteArray text =
+        outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    return QString::fromUtf8(text).replace(QChar::Nbsp, QLatin1Char(' '));
 }
 
 QMap<QString, QString> facts(const QString &path)

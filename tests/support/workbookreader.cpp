@@ -1,6 +1,6 @@
-#include "workbookreader.h"
+#include "support/workbookreader.h"
 
-#include "externaltool.h"
+#include "support/externaltool.h"
 
 #include <QFile>
 #include <QJsonDocument>

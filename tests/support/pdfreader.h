@@ -23,6 +23,9 @@ QVector<QVector<Word>> words(const QString &path);
 /// The words of one page with this text.
 QVector<Word> wordsLike(const QVector<Word> &page, const QString &text);
 
+/// All text in the order in which it is read, lines as they stand on the page; fixed blanks are plain ones.
+QString text(const QString &path);
+
 /// What the file says of itself: "Pages", "Page size", "Title", ...
 QMap<QString, QString> facts(const QString &path);
 

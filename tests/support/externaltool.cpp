@@ -1,4 +1,4 @@
-#include "externaltool.h"
+#include "support/externaltool.h"
 
 #include <QProcess>
 #include <QtTest>
