@@ -9,16 +9,10 @@ namespace {
 
 QStringList commonFields(const Module_Status &module, const Fast_Module_Status &fast, int address)
 {
-    return {QString::number(address),
-            moduletexts::longTypeName(module.moduleType),
-            module.serialNumber,
-            module.hardwareVersion,
-            module.firmware1Version,
-            module.firmware2Version,
-            moduletexts::shortVolts(fast.supplyVoltage),
-            moduletexts::shortCelsius(fast.temperature),
-            QStringLiteral("0"),
-            QString::number(fast.moduleState)};
+    return moduletexts::identity(module, address) + QStringList{moduletexts::shortVolts(fast.supplyVoltage),
+                                                                moduletexts::shortCelsius(fast.temperature),
+                                                                QStringLiteral("0"),
+                                                                QString::number(fast.moduleState)};
 }
 
 QStringList controllerFields(const System_Status &system)

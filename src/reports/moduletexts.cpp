@@ -1,5 +1,6 @@
 #include "reports/moduletexts.h"
 
+#include "protocol/records/modulestatus.h"
 #include "protocol/records/moduletypes.h"
 #include "protocol/records/units.h"
 
@@ -59,6 +60,12 @@ QString shortTypeName(quint8 code)
 QString longTypeName(quint8 code)
 {
     return typeName(code, &TypeNames::longName, "unknown");
+}
+
+QStringList identity(const Module_Status &module, int address)
+{
+    return {QString::number(address), longTypeName(module.moduleType), module.serialNumber,
+            module.hardwareVersion,   module.firmware1Version,         module.firmware2Version};
 }
 
 QString nineDigits(const QString &serialNumber)

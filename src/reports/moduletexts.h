@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+
+struct Module_Status;
 
 /// How reports show types and raw values.
 namespace moduletexts {
@@ -10,6 +13,10 @@ QString shortTypeName(quint8 code);
 
 /// The same in the text of reports; "unknown<code>" for other codes.
 QString longTypeName(quint8 code);
+
+/// What every row of a module begins with: address, long type name, serial number as the module sent it,
+/// hardware, first and second firmware.
+QStringList identity(const Module_Status &module, int address);
 
 /// Blanks removed, then zeros put in front until there are nine characters. A longer number stays as it is.
 QString nineDigits(const QString &serialNumber);

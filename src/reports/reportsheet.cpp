@@ -52,16 +52,10 @@ QString titleText(const ReportHead &head)
 /// From "Mod" to "Temp".
 QStringList identityCells(const StatusStore &store, int address)
 {
-    const Module_Status &module = store.module(address);
     const Fast_Module_Status &fast = store.fastModule(address);
-    return {QString::number(address),
-            moduletexts::longTypeName(module.moduleType),
-            module.serialNumber,
-            module.hardwareVersion,
-            module.firmware1Version,
-            module.firmware2Version,
-            moduletexts::volts(fast.supplyVoltage, kDecimals),
-            moduletexts::celsius(fast.temperature, kDecimals)};
+    return moduletexts::identity(store.module(address), address) +
+           QStringList{moduletexts::volts(fast.supplyVoltage, kDecimals),
+                       moduletexts::celsius(fast.temperature, kDecimals)};
 }
 
 QString failureFlag(const StatusStore &store, int address)

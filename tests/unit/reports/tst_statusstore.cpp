@@ -21,6 +21,7 @@ private slots:
     void laterModuleTakesThePlaceOfTheEarlierOne();
 
     void fastEntriesAreFiledFromZeroOn();
+    void noFastEntryIsNoRecord();
     void fewerFastEntriesLeaveTheOthers();
     void fastEntriesBeyondTheTableAreDropped();
 
@@ -144,6 +145,17 @@ void TstStatusStore::fastEntriesAreFiledFromZeroOn()
     QCOMPARE(store.fastModule(0), reportrecords::fast(2400, 160));
     QCOMPARE(store.fastModule(1), reportrecords::fast(2300, 150, 3));
     QCOMPARE(store.fastModule(2), Fast_Module_Status());
+}
+
+void TstStatusStore::noFastEntryIsNoRecord()
+{
+    StatusStore store;
+    store.setFastModules({});
+    QVERIFY(!store.haveFastModule);
+    store.setFastModules({reportrecords::fast(2400, 160)});
+    store.setFastModules({});
+    QVERIFY(store.haveFastModule);
+    QCOMPARE(store.fastModule(0), reportrecords::fast(2400, 160));
 }
 
 void TstStatusStore::fewerFastEntriesLeaveTheOthers()

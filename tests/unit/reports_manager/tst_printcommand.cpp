@@ -1,5 +1,7 @@
 #include "reportmanagerfixture.h"
 
+#include "support/pdfreader.h"
+
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPointer>
@@ -17,9 +19,12 @@ private slots:
     void dialogAsksForThePrinter();
     void cancelledDialogPrintsNothing();
     void acceptedDialogPrintsOnePageAcross();
+    void lineIsThatOfTheMomentOfPrinting();
     void dialogGoesWithTheManager();
 
 private:
+    /// Prints to a file with the dialog that is open.
+    void printToFile(const QString &path);
     QPrintDialog &printDialog() const { return *childByName<QPrintDialog>(&report(), "printDialog"); }
 };
 
@@ -48,11 +53,8 @@ void TstPrintCommand::cancelledDialogPrintsNothing()
     QCOMPARE(m_events, QStringList());
 }
 
-void TstPrintCommand::acceptedDialogPrintsOnePageAcross()
+void TstPrintCommand::printToFile(const QString &path)
 {
-    fill({reportrecords::oneListModule(1, 1)});
-    emit report().printSens(1);
-    const QString path = folder() + QStringLiteral("/p.pdf");
     auto *printers = childByName<QComboBox>(&printDialog(), "printers");
     printers->setCurrentText(QStringLiteral("Print to File (PDF)")); // even if the machine has a printer
     QCOMPARE(printers->currentText(), QStringLiteral("Print to File (PDF)"));
@@ -60,6 +62,14 @@ void TstPrintCommand::acceptedDialogPrintsOnePageAcross()
     name->setText(path);
     QTest::keyClick(&printDialog(), Qt::Key_Return);
     m_time->turn();
+}
+
+void TstPrintCommand::acceptedDialogPrintsOnePageAcross()
+{
+    fill({reportrecords::oneListModule(1, 1)});
+    emit report().printSens(1);
+    const QString path = folder() + QStringLiteral("/p.pdf");
+    printToFile(path);
     const QByteArray bytes = readFile(path);
     QVERIFY2(bytes.startsWith("%PDF-"), bytes.left(20));
     QVERIFY2(bytes.contains("/Count 1\n"), "one page");
@@ -69,6 +79,21 @@ void TstPrintCommand::acceptedDialogPrintsOnePageAcross()
     QVERIFY(match.captured(1).toInt() > match.captured(2).toInt());
     QCOMPARE(report().findChildren<QPrintDialog *>().size(), 0);
     QCOMPARE(critical(), QStringList());
+}
+
+/// The chain goes and another one comes while the printer is chosen.
+void TstPrintCommand::lineIsThatOfTheMomentOfPrinting()
+{
+    fill({reportrecords::oneListModule(1, 1)});
+    emit report().printSens(1);
+    m_manager->clearList();
+    Module_Status other = reportrecords::oneListModule(1, 1);
+    other.serialNumber = QStringLiteral("OTHER-7");
+    fileModule(other);
+    const QString path = folder() + QStringLiteral("/p.pdf");
+    printToFile(path);
+    const QString text = pdfreader::text(path);
+    QVERIFY2(text.contains(QStringLiteral("OTHER-7")), qPrintable(text));
 }
 
 void TstPrintCommand::dialogGoesWithTheManager()
