@@ -81,12 +81,10 @@ void measure()
     const ReportHead head{QStringLiteral("/reports/report.pdf"), QDateTime(QDate(2026, 1, 2), QTime(3, 4)),
                           QStringLiteral("1.1.62"), QStringLiteral("an OS")};
     measureReport("overview PDF", [&](QIODevice &file) {
-        writePdf(file, overviewHtml(store, isEveryModule, head), PdfFlow::PageByPage, QString());
-        return true;
+        return writePdf(file, overviewHtml(store, isEveryModule, head), PdfFlow::PageByPage, QString());
     });
     measureReport("protocol PDF", [&](QIODevice &file) {
-        writePdf(file, protocolHtml(store, 1, head), PdfFlow::OnePage, QString());
-        return true;
+        return writePdf(file, protocolHtml(store, 1, head), PdfFlow::OnePage, QString());
     });
     measureReport("XLSX", [&](QIODevice &file) {
         const QByteArray bytes = workbook(reportSheet(store, isEveryModule, head));

@@ -257,8 +257,7 @@ void ModuleConfigurationManager::saveAs(const QString &chosen, const SaveDialog 
 bool ModuleConfigurationManager::savePdf(const QString &path, const QString &html, PdfFlow flow)
 {
     return saveReport(path, [&](QIODevice &file) {
-        writePdf(file, html, flow, reportfilename::baseName(path));
-        return true; // the file knows whether all bytes reached it
+        return writePdf(file, html, flow, reportfilename::baseName(path));
     });
 }
 

@@ -6,11 +6,12 @@ class QIODevice;
 
 /// How HTML goes on paper.
 enum class PdfFlow {
-    OnePage,   ///< drawn in one piece; what does not fit on the page is cut
-    PageByPage ///< as many pages as it takes, no row of a table is cut in two
+    OnePage,   ///< drawn in one piece; lines that do not fit on the page are left out
+    PageByPage ///< as many pages as it takes; a row of a table is only parted if it is higher than a page,
+               ///< and then between its lines of text
 };
 
 /// Writes a PDF: A4, margins 50 mm left, 20 right, 20 top and 40 bottom, embedded fonts, the logo on every
-/// page. `title` is for the viewer's window. `device` must be open for writing; whether all could be written
-/// is told by the device.
-void writePdf(QIODevice &device, const QString &html, PdfFlow flow, const QString &title);
+/// page and no text below it. `title` is for the viewer's window. `device` must be open for writing. False if
+/// painting could not begin or end; whether all bytes reached their place is told by the device.
+[[nodiscard]] bool writePdf(QIODevice &device, const QString &html, PdfFlow flow, const QString &title);

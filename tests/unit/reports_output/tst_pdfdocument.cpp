@@ -1,7 +1,7 @@
 #include "base/gui/fonts.h"
-#include "support/pdfreader.h"
 #include "reports/pdfdocument.h"
 #include "samplestore.h"
+#include "support/pdfreader.h"
 
 #include <QFile>
 #include <QPainter>
@@ -14,6 +14,8 @@ namespace {
 
 // Page pixels from the corner of the paper: margins of 50 and 20 mm, and the rest of A4.
 const QRectF kPrintable(246, 98.4, 689, 1166.4);
+const QRectF kLogo(246 + 570, 98.4 - 5, 110, 40);
+constexpr double kBelowLogo = 40; ///< from the top of the printable area
 constexpr double kHalfPixel = 0.5;
 
 QString paragraphs(int count)
@@ -68,6 +70,8 @@ private slots:
     void paperIsA4WithTheTitleOfTheReport();
     void textStandsInsideTheMargins_data();
     void textStandsInsideTheMargins();
+    void noTextStandsUnderTheLogo_data();
+    void noTextStandsUnderTheLogo();
     void logoStandsWholeOnEveryPage();
     void logoIsWrittenOncePerPage();
     void fontsAreEmbeddedAndNarrow();
@@ -92,8 +96,8 @@ QString TstPdfDocument::write(const QString &html, PdfFlow flow, const QString &
 {
     const QString path = m_folder.filePath(QStringLiteral("report.pdf"));
     QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        writePdf(file, html, flow, title);
+    if (!file.open(QIODevice::WriteOnly) || !writePdf(file, html, flow, title))
+        QTest::qFail("no PDF", __FILE__, __LINE__);
     return path;
 }
 
@@ -111,18 +115,22 @@ void TstPdfDocument::textStandsInsideTheMargins_data()
 {
     QTest::addColumn<QString>("html");
     QTest::addColumn<PdfFlow>("flow");
+    QTest::addColumn<double>("firstLine");
     QTest::newRow("long lines")
         << QStringLiteral("<p style=\"font-size:10px\">%1</p>").arg(QStringLiteral("word ").repeated(3000))
-        << PdfFlow::OnePage;
+        << PdfFlow::OnePage << kBelowLogo;
     QTest::newRow("a line without blanks")
-        << QStringLiteral("<p style=\"font-size:10px\">%1</p>").arg(QString(900, u'W')) << PdfFlow::OnePage;
-    QTest::newRow("overview") << samplestore::overview(128) << PdfFlow::PageByPage;
+        << QStringLiteral("<p style=\"font-size:10px\">%1</p>").arg(QString(900, u'W')) << PdfFlow::OnePage
+        << kBelowLogo;
+    QTest::newRow("short lines") << paragraphs(20) << PdfFlow::OnePage << 0.0;
+    QTest::newRow("overview") << samplestore::overview(128) << PdfFlow::PageByPage << 0.0;
 }
 
 void TstPdfDocument::textStandsInsideTheMargins()
 {
     QFETCH(QString, html);
     QFETCH(PdfFlow, flow);
+    QFETCH(double, firstLine);
     const auto pages = pdfreader::words(write(html, flow));
     QVERIFY(!pages.isEmpty());
     const QRectF allowed = kPrintable.adjusted(-kHalfPixel, -kHalfPixel, kHalfPixel, kHalfPixel);
@@ -132,7 +140,40 @@ void TstPdfDocument::textStandsInsideTheMargins()
             QVERIFY2(allowed.contains(word.place), qPrintable(word.text));
     }
     QVERIFY(pages.first().first().place.left() < kPrintable.left() + 10);
-    QVERIFY(pages.first().first().place.top() < kPrintable.top() + 30);
+    QVERIFY(pages.first().first().place.top() < kPrintable.top() + firstLine + 20);
+}
+
+void TstPdfDocument::noTextStandsUnderTheLogo_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<double>("firstLine");
+    const QString name = QStringLiteral("20261121100000_VX_SystemReport_.pdf");
+    const QString longName = QStringLiteral("20261121100000_%1.pdf").arg(QString(220, u'm'));
+    const QString overview = samplestore::overview(3);
+    const QString protocol =
+        QStringLiteral("<p style=\"line-height:0.8;font-size:10px\">%1<br>= [ Test Protocol ] =</p>");
+    QTest::newRow("overview") << overview << 0.0;
+    QTest::newRow("overview, long file name") << QString(overview).replace(name, longName) << kBelowLogo;
+    QTest::newRow("protocol") << protocol.arg(name) << 0.0;
+    QTest::newRow("protocol, long file name") << protocol.arg(longName) << kBelowLogo;
+    QTest::newRow("second line long") << protocol.arg(name + QStringLiteral("<br>") + longName) << kBelowLogo;
+    QTest::newRow("long line below the logo")
+        << protocol.arg(name + QStringLiteral("<br>short").repeated(5) + QStringLiteral("<br>") + longName)
+        << 0.0;
+}
+
+void TstPdfDocument::noTextStandsUnderTheLogo()
+{
+    QFETCH(QString, html);
+    QFETCH(double, firstLine);
+    for (const PdfFlow flow : {PdfFlow::OnePage, PdfFlow::PageByPage}) {
+        const auto pages = pdfreader::words(write(html, flow));
+        QVERIFY(!pages.isEmpty());
+        for (const pdfreader::Word &word : pages.first())
+            QVERIFY2(!word.place.intersects(kLogo), qPrintable(word.text));
+        const double top = pages.first().first().place.top() - kPrintable.top();
+        QVERIFY2(top > firstLine && top < firstLine + 20, qPrintable(QString::number(top)));
+    }
 }
 
 void TstPdfDocument::logoStandsWholeOnEveryPage()

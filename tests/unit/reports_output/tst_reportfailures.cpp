@@ -84,8 +84,7 @@ void TstReportFailures::fullDiskKeepsTheEarlierPdf()
     const QString path = folder.filePath(QStringLiteral("report.pdf"));
     const QString html = samplestore::overview(128);
     const auto write = [&html](QIODevice &device) {
-        writePdf(device, html, PdfFlow::PageByPage, QStringLiteral("title"));
-        return true;
+        return writePdf(device, html, PdfFlow::PageByPage, QStringLiteral("title"));
     };
     QVERIFY(saveReport(path, write));
     const QByteArray earlier = contents(path);
@@ -107,14 +106,23 @@ void TstReportFailures::pdfOnADeviceThatRefusesEverythingEnds()
 {
     class Refusing : public QIODevice
     {
+    public:
+        int refused = 0;
+
     protected:
         qint64 readData(char *, qint64) override { return -1; }
-        qint64 writeData(const char *, qint64) override { return -1; }
+        qint64 writeData(const char *, qint64) override
+        {
+            ++refused;
+            return -1;
+        }
     };
-    Refusing device;
-    QVERIFY(device.open(QIODevice::WriteOnly));
-    for (const PdfFlow flow : {PdfFlow::OnePage, PdfFlow::PageByPage})
-        writePdf(device, samplestore::overview(128), flow, QStringLiteral("title"));
+    for (const PdfFlow flow : {PdfFlow::OnePage, PdfFlow::PageByPage}) {
+        Refusing device;
+        QVERIFY(device.open(QIODevice::WriteOnly));
+        QVERIFY(writePdf(device, samplestore::overview(128), flow, QStringLiteral("title")));
+        QVERIFY(device.refused > 0); // it was tried
+    }
 }
 
 void TstReportFailures::fullDiskGivesNoWorkbook_data()
