@@ -2,6 +2,7 @@
 
 #include "base/gui/fonts.h"
 #include "base/log.h"
+#include "reports/showntext.h"
 
 #include <QPainter>
 #include <QPrinter>
@@ -58,7 +59,7 @@ void printLine(QPrinter &printer, const QString &text)
         criticalLine("void printLine(QPrinter &,QString)") << "Nothing printed on" << printer.printerName();
         return;
     }
-    const QString line = text.endsWith(QLatin1Char('\n')) ? text.chopped(1) : text;
+    const QString line = shownText(text.endsWith(QLatin1Char('\n')) ? text.chopped(1) : text);
     const double width = painter.viewport().width() - kStart.x();
     QTextLayout layout(line, fittingFont(line, printer, width), &printer);
     breakLines(layout, width);

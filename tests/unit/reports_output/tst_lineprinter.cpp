@@ -1,7 +1,7 @@
 #include "base/gui/fonts.h"
-#include "support/pdfreader.h"
 #include "reports/lineprinter.h"
 #include "support/messagecatcher.h"
+#include "support/pdfreader.h"
 
 #include <QPrinter>
 #include <QTemporaryDir>
@@ -39,6 +39,8 @@ private slots:
     void linesFitOnThePaper_data();
     void linesFitOnThePaper();
     void lettersGetSmallerBeforeTheLineBreaks();
+    void signsThatWouldDisturbTheLineAreReplaced_data();
+    void signsThatWouldDisturbTheLineAreReplaced();
     void aPrinterThatFailsIsTold();
 
 private:
@@ -122,6 +124,30 @@ void TstLinePrinter::lettersGetSmallerBeforeTheLineBreaks()
     QVERIFY(heightFor(600) * 2 > usual);                           // and never too small to read
     const auto many = pdfreader::words(m_path).value(0);
     QVERIFY(many.last().place.top() > many.first().place.bottom() - 3);
+}
+
+void TstLinePrinter::signsThatWouldDisturbTheLineAreReplaced_data()
+{
+    QTest::addColumn<QChar>("sign");
+    QTest::newRow("line separator") << QChar(0x2028);
+    QTest::newRow("paragraph separator") << QChar(0x2029);
+    QTest::newRow("line end") << QChar(u'\n');
+    QTest::newRow("carriage return") << QChar(u'\r');
+    QTest::newRow("tabulator") << QChar(u'\t');
+    QTest::newRow("right to left from here on") << QChar(0x202E);
+    QTest::newRow("isolated right to left") << QChar(0x2067);
+    QTest::newRow("object") << QChar(QChar::ObjectReplacementCharacter);
+}
+
+void TstLinePrinter::signsThatWouldDisturbTheLineAreReplaced()
+{
+    QFETCH(QChar, sign);
+    const QString text = QStringLiteral("  before%1after  (last)\n");
+    print(text.arg(QChar(QChar::ReplacementCharacter)));
+    const QImage expected = pdfreader::picture(m_path, 1);
+    QVERIFY(!expected.isNull());
+    print(text.arg(sign));
+    QCOMPARE(pdfreader::picture(m_path, 1), expected);
 }
 
 void TstLinePrinter::aPrinterThatFailsIsTold()
