@@ -36,7 +36,7 @@
 
 namespace {
 
-constexpr QLatin1String kSaveTitle("Save Configuration to File");
+constexpr char kSaveTitle[] = "Save Configuration to File";
 
 SensorInf tableRow(const Module_Status &module)
 {
@@ -221,7 +221,7 @@ void ModuleConfigurationManager::chooseFile(const SaveDialog &wish,
                                             const std::function<void(const QString &)> &save)
 {
     emit debugMessage(QStringLiteral("save location:") + m_savePath);
-    auto *dialog = new QFileDialog(m_reportDialog.get(), kSaveTitle);
+    auto *dialog = new QFileDialog(m_reportDialog.get(), QLatin1String(kSaveTitle));
     dialog->setObjectName(QStringLiteral("saveDialog"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setNameFilter(QStringLiteral("(*.%1)").arg(wish.suffix));
@@ -248,7 +248,7 @@ void ModuleConfigurationManager::saveAs(const QString &chosen, const SaveDialog 
     }
     Confirmation question; // the dialog asked about another file
     question.name = QStringLiteral("replaceBox");
-    question.title = kSaveTitle;
+    question.title = QLatin1String(kSaveTitle);
     question.question =
         QStringLiteral("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName());
     confirm(question, *m_reportDialog, [save, path] { save(path); });
@@ -256,9 +256,8 @@ void ModuleConfigurationManager::saveAs(const QString &chosen, const SaveDialog 
 
 bool ModuleConfigurationManager::savePdf(const QString &path, const QString &html, PdfFlow flow)
 {
-    return saveReport(path, [&](QIODevice &file) {
-        return writePdf(file, html, flow, reportfilename::baseName(path));
-    });
+    return saveReport(
+        path, [&](QIODevice &file) { return writePdf(file, html, flow, reportfilename::baseName(path)); });
 }
 
 void ModuleConfigurationManager::openPdf(const QString &path, bool isSaved)
