@@ -1,6 +1,7 @@
 #include "reports/spreadsheetfile.h"
 
-#include <QFile>
+#include "reports/librarypath.h"
+
 #include <QXmlStreamReader>
 #include <memory>
 #include <minizip/unzip.h>
@@ -56,7 +57,7 @@ QString currentPartFault(unzFile archive)
 
 QString spreadsheetFault(const QString &path)
 {
-    const std::unique_ptr<void, ArchiveCloser> archive(unzOpen64(QFile::encodeName(path).constData()));
+    const std::unique_ptr<void, ArchiveCloser> archive(unzOpen64(libraryPath(path).constData()));
     int position = archive ? unzGoToFirstFile(archive.get()) : UNZ_BADZIPFILE;
     if (position != UNZ_OK)
         return QStringLiteral("no readable archive");

@@ -1,6 +1,7 @@
 #include "reports/workbook.h"
 
 #include "base/log.h"
+#include "reports/librarypath.h"
 #include "reports/reportsheet.h"
 #include "reports/showntext.h"
 #include "reports/spreadsheetfile.h"
@@ -15,6 +16,7 @@
 
 namespace {
 
+constexpr char kFileName[] = "report.xlsx";
 constexpr int kTitleRow = 1;
 constexpr int kHeadingRow = 2;
 constexpr int kTitleColumns = 40;
@@ -55,12 +57,26 @@ double libraryWidth(double width)
     return (width * kCharacterPixels - kColumnPadding) / kCharacterPixels;
 }
 
-/// A text as a cell can hold it and every reader shows it.
+/// "_x0041_" in the file would be read as the character of this number: its first sign is written so.
+QString escapedText(QString text)
+{
+    static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
+    return text.replace(escape, QStringLiteral("_x005F_"));
+}
+
+/// A text as a cell can hold it and every reader shows it. The end of one that is too long is cut.
 QByteArray cellText(const QString &text)
 {
-    // "_x0041_" in the file would be read as the character of this number: its first sign is written so.
-    static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
-    return shownText(text.left(kLongestText)).replace(escape, QStringLiteral("_x005F_")).toUtf8();
+    constexpr int kEscapeLength = 7;
+    QString shown = shownText(text.left(kLongestText));
+    QString escaped = escapedText(shown);
+    // The library refuses what is too long by its escapes. Small steps, so that no more is cut than must be.
+    while (escaped.size() > kLongestText) {
+        const int excess = escaped.size() - kLongestText;
+        shown = shownText(shown.chopped(std::max(1, excess / kEscapeLength)));
+        escaped = escapedText(shown);
+    }
+    return escaped.toUtf8();
 }
 
 /// Fills the one sheet of a new workbook of the library, which owns all that is made here.
@@ -125,7 +141,10 @@ void SheetWriter::writeTitle(const QString &title)
     lxw_format *look = format(std::rbegin(kColumnRanges)->color);
     check(worksheet_set_row(&m_sheet, rowIndex(kTitleRow), LXW_DEF_ROW_HEIGHT, look));
     check(worksheet_merge_range(&m_sheet, rowIndex(kTitleRow), columnIndex(1), rowIndex(kTitleRow),
-                                columnIndex(kTitleColumns), cellText(title).constData(), look));
+                                columnIndex(kTitleColumns), "", look));
+    // Not with the merging, which does not tell whether the text was taken.
+    check(worksheet_write_string(&m_sheet, rowIndex(kTitleRow), columnIndex(1), cellText(title).constData(),
+                                 look));
 }
 
 void SheetWriter::writeText(int row, int column, const QString &text)
@@ -163,13 +182,14 @@ bool SheetWriter::write(const ReportSheet &sheet)
     return m_isWritten;
 }
 
-/// Writes the file; tells what went wrong, if something did.
-QString writeFile(const ReportSheet &sheet, const QString &path, const QString &folder)
+/// Writes the file into the folder, with the library's temporary files beside it; tells what went wrong, if
+/// something did.
+QString writeFile(const ReportSheet &sheet, const QString &folder)
 {
-    QByteArray localFolder = QFile::encodeName(folder);
+    QByteArray place = libraryPath(folder);
     lxw_workbook_options options = {};
-    options.tmpdir = localFolder.data();
-    lxw_workbook *book = workbook_new_opt(QFile::encodeName(path).constData(), &options);
+    options.tmpdir = place.data();
+    lxw_workbook *book = workbook_new_opt((place + '/' + kFileName).constData(), &options);
     if (!book)
         return QStringLiteral("no memory");
     const bool isWritten = SheetWriter(*book).write(sheet);
@@ -193,8 +213,8 @@ QByteArray workbook(const ReportSheet &sheet)
         complain(QStringLiteral("no folder for temporary files: ") + folder.errorString());
         return {};
     }
-    const QString path = folder.filePath(QStringLiteral("report.xlsx"));
-    QString fault = writeFile(sheet, path, folder.path());
+    const QString path = folder.filePath(QString::fromLatin1(kFileName));
+    QString fault = writeFile(sheet, folder.path());
     if (fault.isEmpty())
         fault = spreadsheetFault(path); // the library does not notice when its temporary files have no room
     QFile file(path);

@@ -33,6 +33,9 @@ private slots:
     void textsComeBackAsText();
     void everyPartIsWellFormed();
     void anEscapeInATextStaysText();
+    void escapesDoNotMakeATextTooLong_data();
+    void escapesDoNotMakeATextTooLong();
+    void theTemporaryFolderMayHaveAnyName();
     void columnAIsANumberOnlyIfItIsOne_data();
     void columnAIsANumberOnlyIfItIsOne();
     void anEmptySheetIsAWorkbook();
@@ -97,6 +100,56 @@ void TstWorkbookTexts::anEscapeInATextStaysText()
     const QByteArray strings =
         partOf(workbook(sheetWith(QStringLiteral("a_x0041__x00zz_"))), "xl/sharedStrings.xml");
     QVERIFY2(strings.contains(">a_x005F_x0041__x00zz_<"), strings.constData());
+}
+
+void TstWorkbookTexts::escapesDoNotMakeATextTooLong_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("shortest");
+    QTest::newRow("nothing but escapes") << QStringLiteral("_x0041_").repeated(5000) << 17600;
+    QTest::newRow("one escape") << QStringLiteral("_x0041_") + QString(40000, u'x') << 32755;
+    QTest::newRow("one escape at the end") << QString(32760, u'x') + QStringLiteral("_x0041_") << 32755;
+    QTest::newRow("pairs") << QString::fromUtf8("_x0041_\xF0\x9F\x98\x80").repeated(5000) << 19000;
+}
+
+void TstWorkbookTexts::escapesDoNotMakeATextTooLong()
+{
+    QFETCH(QString, text);
+    QFETCH(int, shortest);
+    const MessageCatcher log;
+    const QByteArray bytes = workbook(sheetWith(text));
+    QVERIFY2(!bytes.isEmpty(), qPrintable(log.lines().join(u'\n')));
+    QXmlStreamReader xml(partOf(bytes, "xl/sharedStrings.xml"));
+    QStringList strings;
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("t"))
+            strings << xml.readElementText();
+    }
+    strings.removeAll(QStringLiteral("name"));
+    QCOMPARE(strings.size(), 1); // the library keeps equal texts once
+    QVERIFY(strings.first().size() <= 32767);
+    const QString shown = QString(strings.first()).replace(QLatin1String("_x005F_"), QLatin1String("_"));
+    QVERIFY2(shown.size() >= shortest, qPrintable(QString::number(shown.size())));
+    const QString whole = shown.endsWith(QChar(0xFFFD)) ? shown.chopped(1) : shown; // half of a pair
+    QVERIFY(text.startsWith(whole));
+    const QJsonObject cells = readWorkbook(bytes).value(QLatin1String("cells")).toObject();
+    for (const char *name : {"A1", "A2", "C3"})
+        QVERIFY2(!cells.value(QLatin1String(name)).toObject().value(QLatin1String("value")).isNull(), name);
+}
+
+void TstWorkbookTexts::theTemporaryFolderMayHaveAnyName()
+{
+    const QTemporaryDir folder;
+    const QString own = folder.filePath(QString::fromUtf8("Jürgen 中 #1"));
+    QVERIFY(QDir().mkpath(own));
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(own));
+    const QByteArray bytes = workbook(sheetWith(QStringLiteral("text")));
+    if (before.isNull())
+        qunsetenv("TMPDIR");
+    else
+        qputenv("TMPDIR", before);
+    QVERIFY(!bytes.isEmpty());
 }
 
 void TstWorkbookTexts::columnAIsANumberOnlyIfItIsOne_data()
