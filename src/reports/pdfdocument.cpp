@@ -2,6 +2,7 @@
 
 #include "reports/documentpieces.h"
 
+#include <QIODevice>
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
@@ -179,7 +180,7 @@ bool writePdf(QIODevice &device, const QString &html, PdfFlow flow, const QStrin
     const PagedDocument document(html, writer.pageLayout().paintRectPixels(kPixelsPerInch).size());
     const QImage logo(QStringLiteral(":/pictures/qor-Logo.png"));
     QPainter painter;
-    if (!painter.begin(&writer))
+    if (!device.isWritable() || !painter.begin(&writer)) // the writer takes any device
         return false;
     const std::vector<Page> pages = document.pages();
     const auto count = flow == PdfFlow::OnePage ? 1 : pages.size();

@@ -12,6 +12,7 @@ enum class PdfFlow {
 };
 
 /// Writes a PDF: A4, margins 50 mm left, 20 right, 20 top and 40 bottom, embedded fonts, the logo on every
-/// page and no text below it. `title` is for the viewer's window. `device` must be open for writing. False if
-/// painting could not begin or end; whether all bytes reached their place is told by the device.
+/// page and no text below it. `title` is for the viewer's window. False if painting could not begin, as on a
+/// device that is not open for writing, or not end; whether all bytes reached their place is told by the
+/// device.
 [[nodiscard]] bool writePdf(QIODevice &device, const QString &html, PdfFlow flow, const QString &title);

@@ -7,6 +7,7 @@
 #include "support/droppedprivileges.h"
 #include "support/messagecatcher.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -63,6 +64,7 @@ private slots:
     void fullDiskKeepsTheEarlierPdf_data();
     void fullDiskKeepsTheEarlierPdf();
     void pdfOnADeviceThatRefusesEverythingEnds();
+    void pdfNeedsADeviceThatIsOpenForWriting();
     void fullDiskGivesNoWorkbook_data();
     void fullDiskGivesNoWorkbook();
     void missingTemporaryFolderGivesNoWorkbook();
@@ -123,6 +125,21 @@ void TstReportFailures::pdfOnADeviceThatRefusesEverythingEnds()
         QVERIFY(writePdf(device, samplestore::overview(128), flow, QStringLiteral("title")));
         QVERIFY(device.refused > 0); // it was tried
     }
+}
+
+void TstReportFailures::pdfNeedsADeviceThatIsOpenForWriting()
+{
+    QBuffer device;
+    const auto write = [&device] {
+        return writePdf(device, QStringLiteral("text"), PdfFlow::OnePage, QStringLiteral("title"));
+    };
+    QVERIFY(!write());
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    QVERIFY(!write());
+    device.close();
+    QVERIFY(device.open(QIODevice::WriteOnly));
+    QVERIFY(write());
+    QVERIFY(device.data().startsWith("%PDF"));
 }
 
 void TstReportFailures::fullDiskGivesNoWorkbook_data()
