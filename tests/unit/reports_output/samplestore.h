@@ -12,7 +12,7 @@ inline Module_Status module(int address)
 {
     Module_Status module;
     module.moduleAddress = static_cast<quint8>(address);
-    module.moduleType = address == 0 ? 100 : static_cast<quint8>(1 + address % 9);
+    module.moduleType = static_cast<quint8>(address == 0 ? 100 : 1 + address % 9);
     module.functionCodeA = 1;
     module.functionCodeB = 6; // the longest of the common names
     module.bridgeIndexB = 1;
