@@ -29,9 +29,9 @@ void forEachCell(const QTextTable &table, int row, Visit visit)
     }
 }
 
-/// Makes room for lines around the cells, which are ours to draw: the text engine takes four times as long
-/// for all of the report, because it looks at all neighbours of a cell for each line around it, and makes
-/// the lines thick and black, because it does not know the width "thin".
+/// Makes room for lines around the cells, which are ours to draw. The text engine makes them thick and black,
+/// because it does not know the width "thin", and looks at all neighbours of a cell for each line around it:
+/// the report takes more than three times as long.
 void replaceLinesByRoom(QTextTable &table)
 {
     QTextTableFormat format = table.format();
