@@ -178,8 +178,9 @@ void DocumentPieces::addTable(QTextTable &table)
     const std::size_t first = m_pieces.size();
     for (std::size_t row = headings; row < rows.size(); ++row)
         addRow(rows.at(row), m_highestRow - grid.heading.place.height());
-    // A heading is not left alone.
-    append(m_pieces.at(first).lines, grid.heading.lines);
+    // A heading is not left alone, and is read first.
+    std::vector<PlacedLine> &firstLines = m_pieces.at(first).lines;
+    firstLines.insert(firstLines.begin(), grid.heading.lines.begin(), grid.heading.lines.end());
     m_pieces.at(first).place.top = grid.place.top();
     m_tables.push_back(grid);
 }

@@ -51,6 +51,11 @@ private:
     const Piece *headingAbove(double top) const;
     void drawTables(QPainter &painter, const Slice &slice) const;
 
+    /// Draws a part of the document, which begins at `y` of the page: these pieces and what of the tables
+    /// stands in it.
+    void drawSlice(QPainter &painter, const Slice &slice, double y, const Piece *first,
+                   const Piece *end) const;
+
     QSizeF m_page;
     DocumentPieces m_document;
 };
@@ -150,23 +155,24 @@ void PagedDocument::drawTables(QPainter &painter, const Slice &slice) const
     }
 }
 
-void PagedDocument::drawPage(QPainter &painter, const Page &page) const
+void PagedDocument::drawSlice(QPainter &painter, const Slice &slice, double y, const Piece *first,
+                              const Piece *end) const
 {
     painter.save();
-    painter.translate(0, page.top - page.text.top);
-    drawTables(painter, page.text);
+    painter.translate(0, y - slice.top);
+    drawTables(painter, slice);
     painter.setPen(Qt::black); // whatever the colours of the screen
-    for (std::size_t piece = page.first; piece < page.end; ++piece)
-        drawText(painter, m_document.pieces().at(piece));
+    std::for_each(first, end, [&painter](const Piece &piece) { drawText(painter, piece); });
     painter.restore();
-    if (!page.heading)
-        return;
-    painter.save();
-    painter.translate(0, kBelowLogo - page.heading->place.top);
-    drawTables(painter, page.heading->place);
-    painter.setPen(Qt::black);
-    drawText(painter, *page.heading);
-    painter.restore();
+}
+
+void PagedDocument::drawPage(QPainter &painter, const Page &page) const
+{
+    // In the order in which it is read.
+    if (page.heading)
+        drawSlice(painter, page.heading->place, kBelowLogo, page.heading, page.heading + 1);
+    const Piece *pieces = m_document.pieces().data();
+    drawSlice(painter, page.text, page.top, pieces + page.first, pieces + page.end);
 }
 
 } // namespace

@@ -66,6 +66,13 @@ QString text(const QString &path)
     return QString::fromUtf8(text).replace(QChar::Nbsp, QLatin1Char(' '));
 }
 
+QStringList readingOrder(const QString &path)
+{
+    const QByteArray text =
+        outputOf(QStringLiteral("pdftotext"), {QStringLiteral("-raw"), path, QStringLiteral("-")});
+    return QString::fromUtf8(text).split(u'\f', Qt::SkipEmptyParts);
+}
+
 QMap<QString, QString> facts(const QString &path)
 {
     QMap<QString, QString> facts;

@@ -26,6 +26,9 @@ QVector<Word> wordsLike(const QVector<Word> &page, const QString &text);
 /// All text in the order in which it is read, lines as they stand on the page; fixed blanks are plain ones.
 QString text(const QString &path);
 
+/// The text of each page in the order in which the file holds it, which is how a screen reader takes it.
+QStringList readingOrder(const QString &path);
+
 /// What the file says of itself: "Pages", "Page size", "Title", ...
 QMap<QString, QString> facts(const QString &path);
 

@@ -83,7 +83,7 @@ void installSubstitutions()
         family(), {QStringLiteral("Open Sans"), QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans")});
     QFont::insertSubstitutions(
         reportFamily(), {QStringLiteral("Liberation Sans Narrow"), QStringLiteral("Nimbus Sans Narrow"),
-                         QStringLiteral("Open Sans Condensed"), QStringLiteral("Open Sans"),
+                         QStringLiteral("Arial"), QStringLiteral("Open Sans"),
                          QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("DejaVu Sans")});
 }
 

@@ -89,6 +89,7 @@ private slots:
     void nothingHangsBelowTheTable();
     void allColumnsStandInsideTheMargins_data();
     void allColumnsStandInsideTheMargins();
+    void headingsAreReadBeforeTheRows();
     void longTextsWithoutBlanksDoNotPushColumnsOut();
     void aRowHigherThanAPageGoesOn_data();
     void aRowHigherThanAPageGoesOn();
@@ -259,10 +260,15 @@ void TstPdfPages::allColumnsStandInsideTheMargins()
     QFont::removeSubstitutions(reportFamily);
     QFont::insertSubstitutions(reportFamily, before);
 
-    for (const pdfreader::Font &font : pdfreader::fonts(path)) {
+    int boldFaces = 0;
+    const auto faces = pdfreader::fonts(path);
+    for (const pdfreader::Font &font : faces) {
         QVERIFY(font.isEmbedded);
         QVERIFY2(font.name.startsWith(QString(family).remove(u' ')), qPrintable(font.name));
+        boldFaces += font.name.contains(QStringLiteral("Bold")) ? 1 : 0;
     }
+    QCOMPARE(faces.size(), 2); // one for the headings, one for the rest
+    QCOMPARE(boldFaces, 1);
     for (const auto &page : pdfreader::words(path)) {
         // The last cell of every row, and nothing beyond the margins.
         QVERIFY(!pdfreader::wordsLike(page, QStringLiteral("6.54.3")).isEmpty());
@@ -271,6 +277,16 @@ void TstPdfPages::allColumnsStandInsideTheMargins()
             QVERIFY2(word.place.right() < kPrintableRight + 1, qPrintable(word.text));
         }
     }
+}
+
+void TstPdfPages::headingsAreReadBeforeTheRows()
+{
+    const QStringList pages = pdfreader::readingOrder(write(samplestore::overview(128)));
+    QVERIFY(pages.size() > 1);
+    QVERIFY(pages.first().indexOf(QStringLiteral("Addr")) <
+            pages.first().indexOf(QStringLiteral("Controller")));
+    for (int page = 1; page < pages.size(); ++page)
+        QVERIFY2(pages.at(page).startsWith(QStringLiteral("Addr")), qPrintable(pages.at(page).left(60)));
 }
 
 void TstPdfPages::longTextsWithoutBlanksDoNotPushColumnsOut()
