@@ -24,9 +24,11 @@ BenchApplication::BenchApplication(const QByteArray &settings)
         links.tcp = std::make_unique<TcpSock>(m_time);
         return links;
     };
+    Deployment deployment;
+    deployment.host.clear(); // nobody is asked for new versions
     const ConfigPaths paths{folder, folder + QStringLiteral("/desktop"), QString()};
     m_app = std::make_unique<Framework_Ctrllr>(
-        AppEnvironment{m_time, ports, paths, Deployment(), createLinks, CommPeriods()});
+        AppEnvironment{m_time, ports, paths, deployment, createLinks, CommPeriods()});
 }
 
 BenchApplication::BenchApplication()

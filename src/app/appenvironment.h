@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/deployment.h"
+#include "firmware/versionchecker.h"
 #include "link/portdirectory.h"
 #include "protocol/commlinks.h"
 #include "protocol/commperiods.h"
@@ -22,6 +23,7 @@ struct AppEnvironment
     std::function<CommLinks()> createLinks; ///< called once; makes the two links to the device
     CommPeriods commPeriods;
     std::chrono::milliseconds reconnectPeriod = std::chrono::milliseconds(6000);
+    VersionPeriods versionPeriods = {};
 };
 
 /// The environment of the installed program. `time` must outlive it.

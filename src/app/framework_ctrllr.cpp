@@ -8,6 +8,7 @@
 #include "app/wiring.h"
 #include "base/log.h"
 #include "base/timesource.h"
+#include "firmware/versionchecker.h"
 #include "protocol/communication.h"
 #include "reports/moduleconfigurationmanager.h"
 #include "settings/appconfigurationmanager.h"
@@ -47,7 +48,7 @@ Framework_Ctrllr::Framework_Ctrllr(const AppEnvironment &environment, QObject *p
 {
     createWindow();
     wireApplication({this, m_view.get(), m_view->portLister(), m_communication.get(), m_appConfig.get(),
-                     m_moduleConfig.get(), m_sysSettings.get(), m_retryTimer});
+                     m_moduleConfig.get(), m_versionChecker.get(), m_sysSettings.get(), m_retryTimer});
     createPlaceholders();
     loadSettings();
     m_isConstructed = true;
@@ -69,6 +70,9 @@ void Framework_Ctrllr::createWindow()
     m_view = std::make_unique<Framework_View>(m_environment.time, m_environment.ports);
     m_view->show();
     m_moduleConfig->setDialogParent(*m_view);
+    const Deployment &deployment = m_environment.deployment;
+    m_versionChecker = std::make_unique<VersionChecker>(
+        m_environment.time, VersionServer{deployment.host, deployment.port}, m_environment.versionPeriods);
     m_sysSettings = std::make_unique<ModuleSysSettings_Ctrllr>(SystemSettings{}, m_environment.time);
     m_modulesFrame = new DynamicModulesFrame_View;
     m_view->addSystemPanel(m_sysSettings->GetView());

@@ -21,6 +21,7 @@ class ModuleController_Ctrllr;
 class ModuleDevice_Ctrllr;
 class ModuleSysSettings_Ctrllr;
 class Timer;
+class VersionChecker;
 struct System_Status;
 
 /// Builds the whole application, joins its objects and turns what the device reports into rows.
@@ -55,6 +56,9 @@ public:
 
     /// The memory behind the reports; it belongs to this object.
     ModuleConfigurationManager *moduleConfig() const { return m_moduleConfig.get(); }
+
+    /// The asker for new versions; it belongs to this object.
+    VersionChecker *versionChecker() const { return m_versionChecker.get(); }
 
     /// Opens the link of the current settings; the only way to a link. Tells the outcome in the status
     /// line and by the connection lamp, and disables the sampling rates until a system status comes.
@@ -121,6 +125,7 @@ private:
     std::unique_ptr<ModuleConfigurationManager> m_moduleConfig;
     std::unique_ptr<Communication> m_communication;
     std::unique_ptr<Framework_View> m_view;
+    std::unique_ptr<VersionChecker> m_versionChecker;
     std::unique_ptr<ModuleSysSettings_Ctrllr> m_sysSettings;
     DynamicModulesFrame_View *m_modulesFrame = nullptr; // owned by the window
     std::vector<ModuleDevice_Ctrllr *> m_analogModules; // children of this object

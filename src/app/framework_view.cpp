@@ -10,18 +10,22 @@
 #include "app/warningbox.h"
 #include "base/timesource.h"
 #include "base/variantcast.h"
+#include "firmware/firmwareupdate.h"
+#include "help/helpengine.h"
 #include "help/helpwindow.h"
 #include "protocol/records/systemstatus.h"
 #include "settings/portlister.h"
 #include "ui_framework_view.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDebug>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
+#include <QShortcut>
 #include <QToolTip>
 #include <algorithm>
 
@@ -47,6 +51,15 @@ bool isActivationByKey(const QEvent &event)
     return !press.isAutoRepeat() && press.key() == Qt::Key_Space;
 }
 
+/// Shows the window, also if it is minimized or stands behind another one.
+void bringToFront(QWidget &window)
+{
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 } // namespace
 
 Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, const DisplayPeriods &periods,
@@ -55,15 +68,18 @@ Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, con
     , m_time(time)
     , m_periods(periods)
     , m_portLister(new PortLister(time, ports, this))
+    , m_firmwareUpdate(new FirmwareUpdate(this))
     , m_ui(std::make_unique<Ui::Framework_View>())
     , m_helpWindow(new HelpWindow(this))
     , m_warningBox(new WarningBox(this))
     , m_helpPress(LongPress::Limits{m_periods.helpPress, m_periods.resetPress})
 {
     createTimers();
+    m_helpEngine = new HelpEngine(helpCollectionFile(QCoreApplication::applicationDirPath()), this);
     setUpForm();
     restoreWindowState();
     createConnections();
+    createShortcuts();
     m_clockTimer->start(m_periods.clock);
 }
 
@@ -108,6 +124,31 @@ void Framework_View::createConnections()
     connect(m_bar->systemReportButton, &QPushButton::clicked, this, &Framework_View::Signal_SystemList);
     connect(m_bar->helpButton, &QPushButton::pressed, this, &Framework_View::onHelpPressed);
     connect(m_bar->helpButton, &QPushButton::released, this, &Framework_View::onHelpReleased);
+    connectFirmwareUpdate();
+    connect(m_helpWindow, &HelpWindow::manualRequested, this, &Framework_View::showManual);
+}
+
+void Framework_View::connectFirmwareUpdate()
+{
+    connect(m_firmwareUpdate, &FirmwareUpdate::Signal_commandMsg, this,
+            &Framework_View::Signal_FirmwareCommand);
+    connect(m_firmwareUpdate, &FirmwareUpdate::Signal_AbortFrmwr, this, &Framework_View::Signal_AbrtFrmw);
+    connect(m_firmwareUpdate, &FirmwareUpdate::Signal_StartProcedure, this,
+            &Framework_View::Signal_StartFPGAprocess);
+    connect(m_firmwareUpdate, &FirmwareUpdate::Signal_SaveFile, this, &Framework_View::Signal_FirmwrFilePath);
+    connect(this, &Framework_View::Signal_FastSystemStatus, m_firmwareUpdate,
+            &FirmwareUpdate::Signal_IncrementCntr);
+}
+
+void Framework_View::createShortcuts()
+{
+    const auto shortcut = [this](const QKeySequence &keys, auto slot) {
+        auto *made = new QShortcut(keys, this);
+        made->setContext(Qt::ApplicationShortcut); // from the help and the firmware window too
+        connect(made, &QShortcut::activated, this, slot);
+    };
+    shortcut(QKeySequence::HelpContents, &Framework_View::showManual);
+    shortcut(QKeySequence(Qt::CTRL | Qt::Key_U), &Framework_View::Slot_FirmwareUpdate);
 }
 
 std::array<QWidget *, 3> Framework_View::openers() const
@@ -259,9 +300,20 @@ void Framework_View::handleServerSettings(QString address, QString port)
         m_bar->ipEdit->setText(address);
 }
 
+void Framework_View::Slot_FirmwareUpdate()
+{
+    bringToFront(*m_firmwareUpdate);
+    m_firmwareUpdate->beginOperation();
+}
+
 void Framework_View::displayHelp()
 {
     m_helpWindow->show();
+}
+
+void Framework_View::showManual()
+{
+    bringToFront(*m_helpEngine);
 }
 
 void Framework_View::SetBusyStatus()
@@ -401,7 +453,9 @@ void Framework_View::closeEvent(QCloseEvent *event)
 {
     saveWindowState();
     m_helpWindow->close();
+    m_firmwareUpdate->close();
     m_warningBox->close();
+    m_helpEngine->close();
     m_portLister->close();
     QMainWindow::closeEvent(event);
 }

@@ -12,6 +12,8 @@
 
 class ConnectionBar;
 class DynamicModulesFrame_View;
+class FirmwareUpdate;
+class HelpEngine;
 class HelpWindow;
 class PortDirectory;
 class PortLister;
@@ -27,7 +29,8 @@ class Framework_View;
 }
 
 /// The main window: connection bar, system settings panel, module frame and status bar. Owns the dialog of
-/// the connection, the short help and the warning box. Its width is fixed, its height is free.
+/// the connection, the firmware update, both helps and the warning box. Its width is fixed, its height is
+/// free. F1 opens the manual, Ctrl+U the firmware update.
 class Framework_View : public QMainWindow
 {
     Q_OBJECT
@@ -40,6 +43,9 @@ public:
 
     /// The dialog that chooses the connection; it belongs to this window.
     PortLister *portLister() const { return m_portLister; }
+
+    /// The window of the firmware update; it belongs to this window.
+    FirmwareUpdate *firmwareUpdate() const { return m_firmwareUpdate; }
 
     /// Shows the text in the status line for 7 seconds. The line keeps the colour that it has.
     void showMessage(const QString &text);
@@ -81,6 +87,8 @@ public slots:
     void handleNetworkSettings(model_Namespace::Settings &settings);
     void updateComLabel(model_Namespace::Settings settings);
     void handleServerSettings(QString address, QString port);
+    /// Shows the firmware update, which looks at its file again.
+    void Slot_FirmwareUpdate();
     void displayHelp();
     void tmrHndlr();
 
@@ -134,6 +142,9 @@ private:
     void createTimers();
     void setUpForm();
     void createConnections();
+    void connectFirmwareUpdate();
+    void createShortcuts();
+    void showManual();
     void restoreWindowState();
     void saveWindowState() const;
     void openPortLister();
@@ -145,10 +156,12 @@ private:
     TimeSource &m_time;
     const DisplayPeriods m_periods;
     PortLister *const m_portLister; // child of this window, as are all plain pointers below
+    FirmwareUpdate *const m_firmwareUpdate;
     const std::unique_ptr<Ui::Framework_View> m_ui;
     std::unique_ptr<ConnectionBar> m_bar;
     std::unique_ptr<StatusLine> m_statusLine;
     HelpWindow *const m_helpWindow;
+    HelpEngine *m_helpEngine = nullptr;
     WarningBox *const m_warningBox;
     Timer *m_busyTimer = nullptr;
     Timer *m_clockTimer = nullptr;

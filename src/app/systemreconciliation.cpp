@@ -10,6 +10,8 @@
 #include "base/variantcast.h"
 #include "controller/modulecontroller_ctrllr.h"
 #include "controller/modulecontroller_view.h"
+#include "firmware/firmwareupdate.h"
+#include "firmware/versionchecker.h"
 #include "modules/analogmodule_ctrllr.h"
 #include "modules/moduledevice_view.h"
 #include "modules/modulefactory.h"
@@ -119,6 +121,8 @@ void Framework_Ctrllr::connectControllerModule()
             &ModuleController_Ctrllr::Slot_StaticPowerStatus);
     connect(m_controllerModule, &ModuleController_Ctrllr::Signal_FirmwareMismatch, this,
             &Framework_Ctrllr::Slot_FirmwareMismatch);
+    connect(m_versionChecker.get(), &VersionChecker::frmwrVersion, m_controllerModule,
+            &ModuleController_Ctrllr::Slot_CheckFrmwrVersion);
 }
 
 void Framework_Ctrllr::AddAnalogModule(quint8 type)
@@ -239,6 +243,7 @@ void Framework_Ctrllr::Slot_CleanSlateProtocol()
     m_view->showMessage(QStringLiteral("Retrying to connect with Torvex"));
     showSystemTexts({}); // the numbers of modules and channels stay
     removeAllModules();
+    m_view->firmwareUpdate()->stopCounting();
     emit Signal_DisableSamplingRate();
     m_view->setConnectionLamp(ConnectionState::LinkOpen);
 }

@@ -3,6 +3,8 @@
 #include "app/framework_ctrllr.h"
 #include "app/framework_view.h"
 #include "base/timesource.h"
+#include "firmware/firmwareupdate.h"
+#include "firmware/versionchecker.h"
 #include "protocol/communication.h"
 #include "reports/moduleconfigurationmanager.h"
 #include "settings/appconfigurationmanager.h"
@@ -35,6 +37,8 @@ void wireSettings(const ApplicationParts &p)
                      &AppConfigurationManager::HandleDefltPath);
     QObject::connect(p.appConfig, &AppConfigurationManager::updatePath, p.moduleConfig,
                      &ModuleConfigurationManager::setPath);
+    QObject::connect(p.appConfig, &AppConfigurationManager::Signal_updateFwFilpth, p.view->firmwareUpdate(),
+                     &FirmwareUpdate::Slot_UpdateFirmwrFilePath);
     QObject::connect(p.appConfig, &AppConfigurationManager::debugMessage, p.view,
                      &Framework_View::Signal_DebugMessage);
     QObject::connect(p.moduleConfig, &ModuleConfigurationManager::debugMessage, p.view,
@@ -110,6 +114,15 @@ void wireStatus(const ApplicationParts &p)
                      &Framework_Ctrllr::Slot_UpdateSamplingNBitRate);
 }
 
+void wireVersionCheck(const ApplicationParts &p)
+{
+    QObject::connect(p.communication, &Communication::stateInitialized, p.versionChecker,
+                     &VersionChecker::fetchVersion);
+    QObject::connect(p.versionChecker, &VersionChecker::versionNo, p.view, &Framework_View::UpdateVersion);
+    QObject::connect(p.versionChecker, &VersionChecker::debugMessage, p.view,
+                     &Framework_View::Signal_DebugMessage);
+}
+
 void wireSystemPanel(const ApplicationParts &p)
 {
     QObject::connect(p.controller, &Framework_Ctrllr::Signal_EnableSamplingRate, p.sysSettings,
@@ -128,5 +141,6 @@ void wireApplication(const ApplicationParts &parts)
     wireSettings(parts);
     wireCommands(parts);
     wireStatus(parts);
+    wireVersionCheck(parts);
     wireSystemPanel(parts);
 }

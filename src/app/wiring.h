@@ -8,6 +8,7 @@ class ModuleConfigurationManager;
 class ModuleSysSettings_Ctrllr;
 class PortLister;
 class Timer;
+class VersionChecker;
 
 /// The long-lived objects of the application that talk to each other. They all outlive the connections.
 struct ApplicationParts
@@ -18,6 +19,7 @@ struct ApplicationParts
     Communication *communication;
     AppConfigurationManager *appConfig;
     ModuleConfigurationManager *moduleConfig;
+    VersionChecker *versionChecker;
     ModuleSysSettings_Ctrllr *sysSettings;
     Timer *retryTimer;
 };

@@ -13,6 +13,7 @@
 AppFixture::AppFixture()
 {
     QDir().mkpath(settingsFolder());
+    deployment.host.clear();
 }
 
 AppFixture::~AppFixture() = default;
@@ -47,7 +48,7 @@ AppEnvironment AppFixture::environment()
     };
     const ConfigPaths paths{settingsFolder(), m_folder.path() + QStringLiteral("/desktop"),
                             QStringLiteral("/opt/vxconfig/vxconfig")};
-    return {time, ports, paths, Deployment(), createLinks, CommPeriods()};
+    return {time, ports, paths, deployment, createLinks, CommPeriods()};
 }
 
 void AppFixture::start()

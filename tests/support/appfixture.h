@@ -30,6 +30,9 @@ public:
     bool serialOpens = false;
     bool tcpConnects = false;
 
+    /// Without a server for the versions unless a test names one.
+    Deployment deployment;
+
     QString settingsFolder() const { return m_folder.path() + QStringLiteral("/settings"); }
     QString settingsFile() const { return settingsFolder() + QStringLiteral("/vxconfig.ini"); }
 

@@ -32,7 +32,9 @@ CommPeriods shortPeriods()
 SystemFixture::SystemFixture(LinkKind kind)
     : periods(shortPeriods())
     , m_kind(kind)
-{}
+{
+    deployment.host.clear();
+}
 
 SystemFixture::~SystemFixture() = default;
 
@@ -128,7 +130,7 @@ void SystemFixture::launch()
     };
     const ConfigPaths paths{folder.path(), folder.path() + QStringLiteral("/desktop"), QString()};
     app = std::make_unique<Framework_Ctrllr>(
-        AppEnvironment{time, ports, paths, Deployment(), createLinks, periods, reconnect});
+        AppEnvironment{time, ports, paths, deployment, createLinks, periods, reconnect});
 }
 
 model_Namespace::Settings SystemFixture::chosenConnection() const

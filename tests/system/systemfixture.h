@@ -26,6 +26,7 @@ public:
     /// Short ones for the cycle and the time-outs; to be changed before start().
     CommPeriods periods;
     std::chrono::milliseconds reconnect{150}; ///< as the periods
+    Deployment deployment;                    ///< without a server for the versions; as the periods
     std::unique_ptr<sim::Server> device;      ///< null: nobody is there
     QString gatewayAddress;                   ///< "address:port" of the settings file; empty: it names none
     std::unique_ptr<Framework_Ctrllr> app;
