@@ -15,25 +15,48 @@ HostLookup::HostLookup(Function lookUp)
     : m_lookUp(std::move(lookUp))
 {}
 
-QList<QHostAddress> HostLookup::addressesWithin(std::chrono::milliseconds limit, const QString &host)
+std::optional<HostLookup::Addresses> HostLookup::evidentAddresses(const QString &host)
 {
     if (host.isEmpty())
-        return {};
+        return Addresses();
     const QHostAddress address(host);
     if (!address.isNull())
-        return {address};
+        return Addresses{address};
+    return std::nullopt;
+}
+
+void HostLookup::begin(const QString &host)
+{
+    if (evidentAddresses(host))
+        return;
     forgetAnsweredBut(host);
     auto &answer = m_pending[host];
     if (!answer)
-        answer = begin(host);
-    if (!answer->ready.tryAcquire(1, int(limit.count())))
-        return {};
-    const auto addresses = answer->info.addresses();
-    m_pending.remove(host);
-    return addresses;
+        answer = startThread(host);
 }
 
-std::shared_ptr<HostLookup::Answer> HostLookup::begin(const QString &host) const
+QList<QHostAddress> HostLookup::addressesWithin(std::chrono::milliseconds limit, const QString &host)
+{
+    return take(limit, host).value_or(Addresses());
+}
+
+std::optional<QList<QHostAddress>> HostLookup::addressesIfAnswered(const QString &host)
+{
+    return take(std::chrono::milliseconds(0), host);
+}
+
+/// No value if the answer has not come when `limit` is over.
+std::optional<HostLookup::Addresses> HostLookup::take(std::chrono::milliseconds limit, const QString &host)
+{
+    if (const auto evident = evidentAddresses(host))
+        return evident;
+    begin(host);
+    if (!m_pending.value(host)->ready.tryAcquire(1, int(limit.count())))
+        return std::nullopt;
+    return m_pending.take(host)->info.addresses();
+}
+
+std::shared_ptr<HostLookup::Answer> HostLookup::startThread(const QString &host) const
 {
     auto answer = std::make_shared<Answer>();
     QThread *thread = QThread::create([lookUp = m_lookUp, host, answer] {

@@ -6,6 +6,7 @@
 #include <QSemaphore>
 #include <QtTest>
 #include <memory>
+#include <optional>
 
 using std::chrono::milliseconds;
 
@@ -50,6 +51,8 @@ class TstHostLookup : public QObject
 private slots:
     void whatNeedsNoLookUpIsNotLookedUp_data();
     void whatNeedsNoLookUpIsNotLookedUp();
+    void whatNeedsNoLookUpIsKnownWithoutWaiting_data();
+    void whatNeedsNoLookUpIsKnownWithoutWaiting();
     void aNameIsLookedUp();
     void anUnknownNameHasNoAddress();
     void everyAttemptAfterAnAnswerLooksUpAnew();
@@ -57,6 +60,9 @@ private slots:
     void aHostIsLookedUpOnceAtATime();
     void aLateAnswerServesTheNextAttempt();
     void theAnswerOfAHostThatWasLeftIsForgotten();
+    void withoutWaitingNoAnswerYetIsNoUnknownName();
+    void aNameIsFoundWithoutWaiting();
+    void aBegunLookUpServesTheOneWhoAsksLater();
     void theOneWhoAskedMayEndFirst();
     void theProgramEndsWhileALookUpHangs();
 };
@@ -77,6 +83,25 @@ void TstHostLookup::whatNeedsNoLookUpIsNotLookedUp()
     control->mayEnd.release();
     HostLookup hosts(held(control));
     QCOMPARE(hosts.addressesWithin(milliseconds(0), host), expected);
+    QVERIFY(!control->begun.tryAcquire(1, 100));
+}
+
+void TstHostLookup::whatNeedsNoLookUpIsKnownWithoutWaiting_data()
+{
+    whatNeedsNoLookUpIsNotLookedUp_data();
+}
+
+void TstHostLookup::whatNeedsNoLookUpIsKnownWithoutWaiting()
+{
+    QFETCH(QString, host);
+    const auto expected = host.isEmpty() ? QList<QHostAddress>() : QList<QHostAddress>{QHostAddress(host)};
+    const auto control = std::make_shared<HeldLookUp>();
+    control->mayEnd.release();
+    HostLookup hosts(held(control));
+    hosts.begin(host);
+    const auto found = hosts.addressesIfAnswered(host);
+    QVERIFY(found.has_value());
+    QCOMPARE(*found, expected);
     QVERIFY(!control->begun.tryAcquire(1, 100));
 }
 
@@ -150,6 +175,50 @@ void TstHostLookup::theAnswerOfAHostThatWasLeftIsForgotten()
     QVERIFY(!hosts.addressesWithin(kGenerous, QStringLiteral("other")).isEmpty());
     QVERIFY(!hosts.addressesWithin(kGenerous, kName).isEmpty());
     QCOMPARE(control->begun.available(), 3);
+}
+
+void TstHostLookup::withoutWaitingNoAnswerYetIsNoUnknownName()
+{
+    QSemaphore mayEnd;
+    HostLookup hosts([&mayEnd](const QString &) {
+        mayEnd.acquire();
+        return QHostInfo();
+    });
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!hosts.addressesIfAnswered(kName).has_value());
+    QVERIFY(!hosts.addressesIfAnswered(kName).has_value());
+    QVERIFY(clock.elapsed() < kGenerous.count());
+    mayEnd.release();
+    std::optional<QList<QHostAddress>> found;
+    QTRY_VERIFY(found || (found = hosts.addressesIfAnswered(kName)));
+    QVERIFY(found->isEmpty());
+}
+
+void TstHostLookup::aNameIsFoundWithoutWaiting()
+{
+    const auto control = std::make_shared<HeldLookUp>();
+    HostLookup hosts(held(control));
+    QVERIFY(!hosts.addressesIfAnswered(kName).has_value());
+    control->mayEnd.release();
+    std::optional<QList<QHostAddress>> found;
+    QTRY_VERIFY(found || (found = hosts.addressesIfAnswered(kName)));
+    QCOMPARE(*found, QList<QHostAddress>{kFirst});
+    QCOMPARE(control->begun.available(), 1);
+}
+
+void TstHostLookup::aBegunLookUpServesTheOneWhoAsksLater()
+{
+    const auto control = std::make_shared<HeldLookUp>();
+    HostLookup hosts(held(control));
+    hosts.begin(kName);
+    hosts.begin(kName);
+    QVERIFY(control->begun.tryAcquire(1, 10000)); // nobody has asked yet
+    control->mayEnd.release();
+    QVERIFY(control->ended.tryAcquire(1, 10000));
+    hosts.begin(kName);
+    QCOMPARE(hosts.addressesWithin(kGenerous, kName), QList<QHostAddress>{kFirst});
+    QCOMPARE(control->begun.available(), 0); // no second look-up
 }
 
 void TstHostLookup::theOneWhoAskedMayEndFirst()
