@@ -14,7 +14,6 @@ constexpr int kChannelCommandSize = 6;
 constexpr int kSmallestTextCommand = 6;
 constexpr int kSystemCommandSize = 7;
 constexpr int kPowerCommandSize = 8;
-constexpr int kFpgaHeadSize = 9;
 constexpr int kSystemStatusArgument = 1;
 
 Answer refused(const QString &why)
@@ -54,6 +53,7 @@ Device::Device(const Chain &description, quint32 seed)
 void Device::reset()
 {
     m_chain = m_description;
+    m_images.endRuns();
     m_resetFlag = m_chain.flagsReset;
     ++m_resetCount;
 }
@@ -212,10 +212,9 @@ Answer Device::systemCommand(const Request &request)
 Answer Device::fpgaCommand(const Request &request)
 {
     const QByteArray &payload = request.payload;
-    if (payload.size() < kFpgaHeadSize)
+    if (payload.size() < kFpgaDataAt)
         return badForm(payload);
-    return acknowledge(
-        QStringLiteral("FPGA command %1, nothing flashed").arg(hexCode(u8At(payload, kArgumentAt))), request);
+    return acknowledge(m_images.take(payload), request);
 }
 
 } // namespace sim

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sim/chain.h"
+#include "sim/fpgaimages.h"
 #include "sim/livevalues.h"
 
 namespace sim {
@@ -34,6 +35,9 @@ public:
     Chain &chain() { return m_chain; }
     const Chain &chain() const { return m_chain; }
     const LiveValues &live() const { return m_live; }
+    /// What was flashed; outlasts a reset.
+    FpgaImages &images() { return m_images; }
+    const FpgaImages &images() const { return m_images; }
 
     /// Back to the description, as after a reboot; the next reply carries the reset flag if the chain
     /// says so. The reset command does the same after its own reply.
@@ -63,6 +67,7 @@ private:
     const Chain m_description;
     Chain m_chain;
     LiveValues m_live;
+    FpgaImages m_images;
     bool m_resetFlag = false;
     int m_resetCount = 0;
 };

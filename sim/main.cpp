@@ -1,5 +1,6 @@
 #include "sim/endsignals.h"
 #include "sim/gatewayserver.h"
+#include "sim/imagefolder.h"
 #include "sim/monotonictime.h"
 #include "sim/options.h"
 #include "sim/server.h"
@@ -74,10 +75,20 @@ int main(int argc, char **argv)
     if (!options.logName.isEmpty() && !openLog(options.logName, &log))
         return fail(1, QStringLiteral("%1: %2").arg(options.logName, log.errorString()));
 
+    sim::ImageFolder images(options.imageFolder);
+    if (!options.imageFolder.isEmpty() && !images.create(&error))
+        return fail(1, error);
+
     sim::MonotonicTime time;
     sim::Server server(time, options.chain, options.seed);
     server.setPace(options.bytesPerSecond);
     server.faults() = options.faults;
+    if (!options.imageFolder.isEmpty())
+        server.device().images().setSink([&images](const sim::FpgaTarget &target, const QByteArray &image) {
+            QString reason;
+            if (!images.write(target, image, &reason))
+                std::fprintf(stderr, "vxsim: %s\n", qPrintable(reason));
+        });
     sim::GatewayServer gateway(time, options.chain.gateway, options.seed);
     gateway.faults() = options.gatewayFaults;
     if (options.hasChain())

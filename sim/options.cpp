@@ -31,6 +31,8 @@ void addOptions(QCommandLineParser *parser)
     add("gateway-fault", "Fault script of the gateway; may be given more than once.", "file");
     add("gateway-rule", "One rule of such a script; may be given more than once.", "rule");
     add("pace", "Bytes per second in each direction, as on a serial line; 0 is no limit.", "bytes");
+    add("images", "Write each FPGA image that is flashed to a file in this folder, as analog-fpga2.bin.",
+        "folder");
     add("log", "Write the frames in clear text to this file; - is the standard output.", "file");
     add("seed", "Seed of the simulated values and of the fault script.", "number");
     add("run-for", "End after so many seconds.", "seconds");
@@ -140,6 +142,7 @@ bool readOptions(const QStringList &arguments, Options *options, QString *error)
     if (reader.has("run-for"))
         options->runFor = Milliseconds(qRound64(reader.real("run-for", kLongestRun) * kMsPerSecond));
     options->terminalName = reader.text("pty");
+    options->imageFolder = reader.text("images");
     options->logName = reader.text("log");
     *error = reader.error();
     if (error->isEmpty() && !options->hasChain() && !options->gatewayPort)

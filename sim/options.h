@@ -17,7 +17,8 @@ struct Options
     QString terminalName;               ///< empty: no pseudo terminal
     std::optional<quint16> gatewayPort; ///< none: no gateway
     int bytesPerSecond = 0;
-    QString logName; ///< empty: no log; "-": the standard output
+    QString imageFolder; ///< empty: images are not written
+    QString logName;     ///< empty: no log; "-": the standard output
     std::optional<Milliseconds> runFor;
     /// Whether anybody can reach the chain; else the gateway stands alone.
     bool hasChain() const { return tcpPort || !terminalName.isEmpty(); }

@@ -29,6 +29,7 @@ enum PayloadCode {
 constexpr int kArgumentAt = 4;
 constexpr int kFpgaFirstNumberAt = 5;
 constexpr int kFpgaSecondNumberAt = 7;
+constexpr int kFpgaDataAt = 9;
 
 // Replies: every one begins with this head.
 constexpr int kHeadSize = 16;

@@ -67,6 +67,8 @@ private slots:
     void logOnTheStandardOutput();
     void seedIsPrinted();
     void faultFileAndRule();
+    void imageIsWrittenAtTheStop();
+    void imageFolderThatCannotBeMade();
     void endsAfterItsTime();
     void signalEndsItAndRemovesTheLink_data();
     void signalEndsItAndRemovesTheLink();
@@ -146,6 +148,39 @@ void TstVxsim::faultFileAndRule()
     const QByteArray reply = socket.readAll();
     QCOMPARE(int(reply.at(5)), 2);
     QCOMPARE(int(reply.at(20 + 8)), 1);
+}
+
+void TstVxsim::imageIsWrittenAtTheStop()
+{
+    QTemporaryDir folder;
+    Process process({"--tcp", "0", "--images", folder.filePath("images"), "--log", "-"});
+    const int port = process.lineAfter("listening on 127.0.0.1:").toInt();
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
+    // For the second FPGA of the controller: start, page 0, block 0, stop.
+    socket.write(QByteArray::fromHex("80818283010143500000000000000000090095f3160002010100000000a764") +
+                 QByteArray::fromHex("80818283010243500000000000000000090096f316000201e00000000005d4") +
+                 QByteArray::fromHex("80818283010343500000000000000000090198f316000201e100000001") +
+                 QByteArray(256, 'A') + QByteArray::fromHex("1819") +
+                 QByteArray::fromHex("80818283010443500000000000000000090098f3160002010000000000790e"));
+    QTRY_COMPARE(socket.bytesAvailable(), 4 * kFrameSize);
+    QFile image(folder.filePath("images/controller-fpga2.bin"));
+    QVERIFY(image.open(QIODevice::ReadOnly));
+    QCOMPARE(image.readAll(), QByteArray(256, 'A'));
+    QCOMPARE(QDir(folder.filePath("images")).entryList(QDir::Files).size(), 1);
+    QString last;
+    while (!last.contains("stopped") && !(last = process.lineAfter("")).isEmpty())
+        QVERIFY2(!last.contains("breach"), qPrintable(last));
+    QVERIFY2(last.endsWith("tcp:1 -- controller-fpga2: flashing stopped, 1 blocks"), qPrintable(last));
+}
+
+void TstVxsim::imageFolderThatCannotBeMade()
+{
+    Process process({"--tcp", "0", "--images", "/dev/null/images"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()).trimmed(),
+             QString("vxsim: /dev/null/images: the folder cannot be made"));
 }
 
 void TstVxsim::endsAfterItsTime()
@@ -321,8 +356,9 @@ void TstVxsim::helpNamesTheOptions()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 0);
     const QString help = QString::fromUtf8(process.readAllStandardOutput());
-    for (const char *option : {"--chain", "--tcp", "--pty", "--gateway <port>", "--fault", "--fault-rule",
-                               "--gateway-fault", "--gateway-rule", "--pace", "--log", "--seed", "--run-for"})
+    for (const char *option :
+         {"--chain", "--tcp", "--pty", "--gateway <port>", "--fault", "--fault-rule", "--gateway-fault",
+          "--gateway-rule", "--pace", "--images <folder>", "--log", "--seed", "--run-for"})
         QVERIFY2(help.contains(QLatin1String(option)), option);
 }
 
