@@ -1,5 +1,7 @@
 #pragma once
 
+#include "firmware/firmwareimage.h"
+
 #include <QVariant>
 #include <QWidget>
 #include <memory>
@@ -19,7 +21,10 @@ public:
     ~DebugWindow() override;
 
 public slots:
+    /// Adds a line; the oldest go when there are too many.
     void appendTextToDebugBox(QString text);
+
+    // Each sends one command for the module and the FPGA that are checked.
     void Slot_FPGAStart();
     void Slot_FPGAStop();
 
@@ -34,5 +39,8 @@ signals:
     void Signal_FpgaCmd(QVariant command);
 
 private:
+    firmwareimage::Target target() const;
+    void send(const FPGAfwCommand &command);
+
     const std::unique_ptr<Ui::DebugWindow> m_ui;
 };

@@ -1,23 +1,303 @@
 #include "firmware/firmwareupdate.h"
 
+#include "base/gui/confirmation.h"
+#include "base/gui/dialogs.h"
+#include "base/gui/heldkeys.h"
+#include "firmware/firmwarefile.h"
+#include "firmware/firmwarename.h"
+#include "firmware/firmwaretexts.h"
 #include "ui_firmwareupdate.h"
 
+#include <QDebug>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <algorithm>
+
+namespace {
+
+const QLatin1String kStartText("Read and Flash File");
+const QLatin1String kAbortText("Abort");
+const QLatin1String kAbortBox("abortBox");
+
+bool isBlock(const FPGAfwCommand &command)
+{
+    return command.b3 == quint8(FpgaCommandCode::ProgramBlock);
+}
+
+/// Judges the words of the name, and logs what is wrong with them.
+bool isAccepted(const FirmwareName &name)
+{
+    if (!name.hasKnownModule())
+        qDebug() << "Error incorrect module type in filename";
+    if (!name.hasKnownFpga())
+        qDebug() << "Error incorrect FPGA type in filename";
+    switch (name.verdict()) {
+    case FirmwareName::Verdict::Invalid:
+        return false;
+    case FirmwareName::Verdict::FewPieces:
+        qDebug() << "Warning parameters count is low";
+        return true;
+    case FirmwareName::Verdict::Complete:
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
 FirmwareUpdate::FirmwareUpdate(QWidget *parent)
-    : QDialog(parent)
+    : QDialog(parent, dialogFlags())
     , m_ui(std::make_unique<Ui::FirmwareUpdate>())
 {
     m_ui->setupUi(this);
+    setButtonText(kStartText);
+    connect(m_ui->selectFileButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_SelectFilePath);
+    connect(m_ui->flashButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_UpdateOrAbortFirmw);
+    ignoreHeldKeys(*this);
 }
 
 FirmwareUpdate::~FirmwareUpdate() = default;
 
-void FirmwareUpdate::beginOperation() {}
-void FirmwareUpdate::stopCounting() {}
-void FirmwareUpdate::Slot_UpdateOrAbortFirmw() {}
-void FirmwareUpdate::Slot_SelectFilePath() {}
+void FirmwareUpdate::beginOperation()
+{
+    if (m_state == State::Idle)
+        checkFile();
+}
+
+void FirmwareUpdate::stopCounting()
+{
+    // The device restarts on the last command, the reset, and may do so without a reply.
+    const QProgressBar &bar = *m_ui->progressBar;
+    if (m_state == State::Running && bar.value() < bar.maximum() - 1)
+        setState(State::Stalled);
+}
+
+void FirmwareUpdate::setState(State state)
+{
+    if (state == m_state)
+        return;
+    qDebug() << "Firmware update:" << m_state << "to" << state;
+    m_state = state;
+    const bool isIdle = state == State::Idle;
+    setButtonText(isIdle ? kStartText : kAbortText);
+    m_ui->selectFileButton->setEnabled(isIdle);
+    m_ui->progressBar->setHidden(isIdle);
+    if (state == State::Running)
+        connect(this, &FirmwareUpdate::Signal_IncrementCntr, this, &FirmwareUpdate::Slot_incrementProgress,
+                Qt::UniqueConnection);
+    else
+        disconnect(this, &FirmwareUpdate::Signal_IncrementCntr, this,
+                   &FirmwareUpdate::Slot_incrementProgress);
+    if (isIdle) {
+        dismissQuestion();
+        takePath(m_nextPath.value_or(path()));
+        m_nextPath.reset();
+    } else {
+        m_ui->flashButton->setEnabled(true);
+    }
+}
+
+void FirmwareUpdate::setButtonText(const QString &text)
+{
+    m_ui->flashButton->setText(text);
+    m_ui->flashButton->setAccessibleName(text);
+}
+
+QString FirmwareUpdate::path() const
+{
+    return m_ui->filePathEdit->text();
+}
+
+void FirmwareUpdate::takePath(const QString &path)
+{
+    if (m_state != State::Idle) {
+        m_nextPath = path;
+        return;
+    }
+    m_ui->filePathEdit->setText(path);
+    checkFile();
+}
+
+void FirmwareUpdate::checkFile()
+{
+    const bool isReadable = isFirmwareFileReadable(path());
+    m_ui->flashButton->setEnabled(isReadable);
+    if (!isReadable)
+        qDebug() << qUtf8Printable(firmwaretexts::cannotOpen());
+}
+
+void FirmwareUpdate::Slot_SelectFilePath()
+{
+    if (m_fileDialog && m_fileDialog->isVisible())
+        return;
+    m_fileDialog = new QFileDialog(this, QStringLiteral("Firmware File"));
+    QFileDialog &dialog = *m_fileDialog;
+    dialog.setObjectName(QStringLiteral("firmwareFileDialog"));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setNameFilter(QStringLiteral("Binary Files (*.bin)"));
+    const QFileInfo current(path());
+    if (!path().isEmpty() && current.dir().exists()) {
+        dialog.setDirectory(current.dir());
+        dialog.selectFile(current.fileName());
+    }
+    dialog.setAttribute(Qt::WA_DeleteOnClose);
+    connect(&dialog, &QFileDialog::fileSelected, this, &FirmwareUpdate::takePath);
+    dialog.open();
+}
+
+void FirmwareUpdate::Slot_UpdateFirmwrFilePath(QString path)
+{
+    takePath(path);
+}
+
+void FirmwareUpdate::Slot_UpdateOrAbortFirmw()
+{
+    if (m_state != State::Idle) {
+        askToAbort();
+        return;
+    }
+    ReadFileAndSendCommands();
+    emit Signal_StartProcedure();
+}
+
 bool FirmwareUpdate::ReadFileAndSendCommands()
 {
-    return false;
+    if (m_state != State::Idle)
+        return false;
+    const QString path = this->path();
+    const FirmwareName name = firmwareName(path);
+    const QString chip = firmwareimage::chipOfName(name.file);
+    const FirmwareFile file = readFirmwareFile(path);
+    switch (file.result) {
+    case FirmwareFile::Result::NotReadable:
+        refuse(firmwaretexts::cannotOpen());
+        return false;
+    case FirmwareFile::Result::TooLarge:
+        refuse(firmwaretexts::tooLarge());
+        return false;
+    case FirmwareFile::Result::Read:
+        break;
+    }
+    if (chip != firmwareimage::chipInContents(file.image)) {
+        refuse(firmwaretexts::mismatch());
+        return false;
+    }
+    m_ui->messageBox->clear();
+    append(firmwaretexts::fileInformation(name, chip));
+    if (!isAccepted(name)) {
+        refuse(firmwaretexts::invalidName());
+        return false;
+    }
+    append(firmwaretexts::start(name, file.image.size()));
+    m_target = firmwareimage::targetOf(name);
+    sendImage(file.image);
+    emit Signal_SaveFile(path);
+    return true;
 }
-void FirmwareUpdate::Slot_incrementProgress(QVariant) {}
-void FirmwareUpdate::Slot_UpdateFirmwrFilePath(QString) {}
+
+void FirmwareUpdate::refuse(const QString &reason)
+{
+    auto *box =
+        new QMessageBox(QMessageBox::Critical, QStringLiteral("Failure"), reason, QMessageBox::Ok, this);
+    box->setWindowFlags(dialogFlags()); // a message box would add some of its own
+    box->setObjectName(QStringLiteral("failureBox"));
+    box->setTextFormat(Qt::PlainText);
+    QAbstractButton &ok = *box->button(QMessageBox::Ok);
+    ok.setObjectName(QStringLiteral("okButton"));
+    ok.setAccessibleName(QStringLiteral("OK"));
+    ignoreHeldKeys(*box);
+    showModalOnce(*box);
+}
+
+void FirmwareUpdate::append(const QStringList &texts)
+{
+    for (const QString &text : texts)
+        m_ui->messageBox->appendPlainText(text);
+}
+
+void FirmwareUpdate::showStatus(const QString &text)
+{
+    m_ui->statusLabel->setText(text);
+    m_ui->statusLabel->show();
+}
+
+void FirmwareUpdate::startProgress(int commandCount)
+{
+    m_ui->statusLabel->hide();
+    m_ui->progressBar->reset(); // to one below its least value, so that the last reply reaches the greatest
+    m_ui->progressBar->setRange(0, commandCount - 1);
+    setState(State::Running);
+}
+
+void FirmwareUpdate::sendImage(const QByteArray &image)
+{
+    const QVector<FPGAfwCommand> commands = firmwareimage::commands(m_target, image);
+    const auto firstBlock = std::find_if(commands.begin(), commands.end(), isBlock);
+    const auto afterBlocks = std::find_if_not(firstBlock, commands.end(), isBlock);
+    const auto send = [this](const FPGAfwCommand &command) {
+        emit Signal_commandMsg(QVariant::fromValue(command));
+    };
+    startProgress(commands.size());
+    std::for_each(commands.begin(), firstBlock, send);
+    qDebug() << "Total no of bytes" << image.size()
+             << " No of Blocks:" << image.size() / firmwareimage::kBlockSize;
+    int sum = 0;
+    for (auto block = firstBlock; block != afterBlocks; ++block) {
+        send(*block);
+        qDebug() << "Block Size:" << block->data.size();
+        sum += block->data.size();
+    }
+    qDebug() << "No of Block commands planned sent: " << std::distance(firstBlock, afterBlocks);
+    qDebug() << "Total bytes packed and being sent: " << sum;
+    std::for_each(afterBlocks, commands.end(), send);
+}
+
+void FirmwareUpdate::Slot_incrementProgress(QVariant)
+{
+    if (m_state != State::Running)
+        return;
+    QProgressBar &bar = *m_ui->progressBar;
+    bar.setValue(bar.value() + 1);
+    if (bar.value() == bar.maximum())
+        complete();
+}
+
+void FirmwareUpdate::complete()
+{
+    setState(State::Idle);
+    showStatus(QStringLiteral("FPGA flashing complete..."));
+    append(firmwaretexts::completion());
+}
+
+void FirmwareUpdate::askToAbort()
+{
+    Confirmation question;
+    question.name = kAbortBox;
+    question.title = QStringLiteral("Warning");
+    question.question = QStringLiteral("Are you sure you want to Abort the Flashing Process");
+    question.proceedText = QStringLiteral("Yes ,Abort Flashing");
+    question.refusalText = QStringLiteral("No");
+    confirm(question, *this, [this] { abort(); });
+}
+
+void FirmwareUpdate::dismissQuestion()
+{
+    const auto boxes = findChildren<QMessageBox *>(kAbortBox);
+    for (QMessageBox *box : boxes) {
+        if (box->isVisible()) // one that was answered may still be there
+            box->reject();
+    }
+}
+
+void FirmwareUpdate::abort()
+{
+    if (m_state == State::Idle)
+        return;
+    setState(State::Idle);
+    emit Signal_AbortFrmwr();
+    m_ui->progressBar->reset();
+    append({firmwaretexts::aborted()});
+    showStatus(firmwaretexts::aborted());
+    for (const FpgaCommandCode code : {FpgaCommandCode::Stop, FpgaCommandCode::Reset})
+        emit Signal_commandMsg(QVariant::fromValue(firmwareimage::plainCommand(m_target, code)));
+}

@@ -1,8 +1,14 @@
 #pragma once
 
+#include "firmware/firmwareimage.h"
+
 #include <QDialog>
+#include <QPointer>
 #include <QVariant>
 #include <memory>
+#include <optional>
+
+class QFileDialog;
 
 namespace Ui {
 class FirmwareUpdate;
@@ -15,6 +21,14 @@ class FirmwareUpdate : public QDialog
     Q_OBJECT
 
 public:
+    /// Where the update stands.
+    enum class State {
+        Idle,
+        Running, ///< each reply counts
+        Stalled  ///< the commands are lost: replies do not count any more, only the abort ends this
+    };
+    Q_ENUM(State)
+
     explicit FirmwareUpdate(QWidget *parent = nullptr);
     ~FirmwareUpdate() override;
 
@@ -31,14 +45,15 @@ public slots:
     void Slot_UpdateOrAbortFirmw();
     void Slot_SelectFilePath();
 
-    /// Checks the chosen file and, if nothing speaks against it, emits all commands. Returns whether it did;
-    /// if not, a box tells why, and nothing was emitted.
+    /// Checks the chosen file and, if nothing speaks against it, emits all commands and then
+    /// Signal_SaveFile(). Returns whether it did; if not, a box tells why, and nothing was emitted. Does
+    /// nothing while an update runs.
     bool ReadFileAndSendCommands();
 
-    /// One more command was answered.
+    /// One more command was answered. Does nothing unless an update runs.
     void Slot_incrementProgress(QVariant data);
 
-    /// The settings name the file that was flashed last.
+    /// The settings name the file that was flashed last. While an update runs it is kept for afterwards.
     void Slot_UpdateFirmwrFilePath(QString path);
 
 signals:
@@ -51,12 +66,32 @@ signals:
     /// The file at this path is being flashed.
     void Signal_SaveFile(QString path);
 
-    /// The commands that wait are to be dropped.
+    /// The commands that wait are to be dropped. A stop and a reset command follow.
     void Signal_AbortFrmwr();
 
-    /// The commands that wait are to be sent.
+    /// The commands that wait are to be sent. Emitted at each press of "Read and Flash File", also if the
+    /// file was refused: then none waits.
     void Signal_StartProcedure();
 
 private:
+    void setState(State state);
+    void setButtonText(const QString &text);
+    QString path() const;
+    void takePath(const QString &path);
+    void checkFile();
+    void refuse(const QString &reason);
+    void append(const QStringList &texts);
+    void showStatus(const QString &text);
+    void startProgress(int commandCount);
+    void sendImage(const QByteArray &image);
+    void complete();
+    void askToAbort();
+    void dismissQuestion();
+    void abort();
+
     const std::unique_ptr<Ui::FirmwareUpdate> m_ui;
+    State m_state = State::Idle;
+    firmwareimage::Target m_target;     ///< of the image that was sent last
+    std::optional<QString> m_nextPath;  ///< came while an update was running, to be taken afterwards
+    QPointer<QFileDialog> m_fileDialog; ///< child of this window
 };
