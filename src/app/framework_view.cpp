@@ -148,7 +148,7 @@ void Framework_View::createShortcuts()
         connect(made, &QShortcut::activated, this, slot);
     };
     shortcut(QKeySequence::HelpContents, &Framework_View::showManual);
-    shortcut(QKeySequence(Qt::CTRL | Qt::Key_U), &Framework_View::Slot_FirmwareUpdate);
+    shortcut(QKeySequence(QStringLiteral("Ctrl+U")), &Framework_View::Slot_FirmwareUpdate);
 }
 
 std::array<QWidget *, 3> Framework_View::openers() const

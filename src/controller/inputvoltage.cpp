@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr float kMillivoltsPerVolt = 1000.0F;
+constexpr float kInputMillivoltsPerVolt = 1000.0F;
 
 } // namespace
 
@@ -23,7 +23,7 @@ PowerLimits withReportedLimits(const PowerLimits &present, const QString &list)
         bool isNumber = false;
         const float millivolts = entries.value(index++).toFloat(&isNumber);
         if (isNumber && std::isfinite(millivolts)) // the words "nan" and "inf" count as numbers otherwise
-            *field = millivolts / kMillivoltsPerVolt;
+            *field = millivolts / kInputMillivoltsPerVolt;
     }
     return limits;
 }

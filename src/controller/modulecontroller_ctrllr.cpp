@@ -23,7 +23,6 @@ namespace {
 
 constexpr Timer::Period kSetpointPeriod{2000}; // in which a new setpoint replaces the one before
 constexpr uchar kPowerSetCommand = 1;
-constexpr double kMillivoltsPerVolt = 1000.0;
 constexpr float kInputRawPerVolt = 100.0F;
 constexpr float kOutputRawPerVolt = 1000.0F;
 constexpr float kLoadRawPerAmpere = 2000.0F;

@@ -6,7 +6,6 @@
 namespace {
 
 constexpr double kHighestVolts = 65.0;
-constexpr double kMillivoltsPerVolt = 1000.0;
 constexpr double kRounding = 0.5;
 
 /// Texts of the reported codes, in their order. The last cannot be chosen.

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+constexpr double kMillivoltsPerVolt = 1000.0;
+
 /// What a power module is told: the second argument of its setting command, of which the first is 1.
 enum class PowerSetting : quint8 {
     None = 0x00,

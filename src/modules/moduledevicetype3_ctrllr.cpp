@@ -6,16 +6,16 @@
 
 namespace {
 
-constexpr qint32 kFilterMin = 1;
-constexpr qint32 kFilterMax = 32;
-constexpr qint32 kFilterStep = 2;
+constexpr qint32 kThermoFilterMin = 1;
+constexpr qint32 kThermoFilterMax = 32;
+constexpr qint32 kThermoFilterStep = 2;
 
 ChannelSetup thermoLimits()
 {
     ChannelSetup limits;
-    limits.filterMin = kFilterMin;
-    limits.filterMax = kFilterMax;
-    limits.filterStep = kFilterStep;
+    limits.filterMin = kThermoFilterMin;
+    limits.filterMax = kThermoFilterMax;
+    limits.filterStep = kThermoFilterStep;
     return limits;
 }
 
