@@ -61,12 +61,14 @@ void Communication::Slot_FirmwareCommands(const QVariant &cmdMsg)
 
 void Communication::Slot_StartFPGAprocess()
 {
+    m_fpgaRests = false;
     m_fpgaTimer->start(m_periods.fpga);
 }
 
 void Communication::Slot_ClearFirmwrCommands()
 {
     m_queues.clearFirmwareCommands();
+    m_fpgaRests = false;
     m_fpgaTimer->stop();
 }
 

@@ -303,14 +303,25 @@ bool Communication::CheckPendingModuleStatusRequests()
     return true;
 }
 
+void Communication::raiseSemaphore()
+{
+    m_semaphore = true;
+    if (m_fpgaRests)
+        Slot_StartFPGAprocess();
+}
+
 void Communication::Slot_FPGAcmdsSend()
 {
     if (!m_queues.hasFirmwareCommands()) {
         m_fpgaTimer->stop();
         return;
     }
-    if (!m_semaphore)
+    if (!m_semaphore) {
+        // Trying again in each turn of the loop would burn a processor for as long as no reply comes.
+        m_fpgaTimer->stop();
+        m_fpgaRests = true;
         return;
+    }
     const auto request = m_queues.takeFirmwareCommand();
     if (!request)
         return;

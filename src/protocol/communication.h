@@ -135,6 +135,7 @@ private:
     bool sendQueuedRequest();
     void sendRequest(const QueuedRequest &request);
     void giveUpPendingModules();
+    void raiseSemaphore();
 
     // Each takes one kind of reply; true if the common end of a reply is to follow.
     bool takeReply(const QByteArray &payload, const Fast_System_Status &head);
@@ -157,6 +158,7 @@ private:
     Timer *m_eepromRequestTimeoutTimer = nullptr;
 
     bool m_semaphore = false; ///< up: a new request may go out. Raised by replies, never by a reset
+    bool m_fpgaRests = false; ///< the firmware timer is to go on once the semaphore is up
     Comm_Type m_commType = Comm_Type::None;
     SessionState m_state = SessionState::SystemStatusAwaited;
     bool m_systemStatusReceived = false;

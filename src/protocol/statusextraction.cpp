@@ -42,7 +42,7 @@ void Communication::ExtractReceivedPayLoadData(QByteArray &payload)
     const quint32 session = m_session;
     if (!takeReply(bytes, head) || session != m_session)
         return;
-    m_semaphore = true;
+    raiseSemaphore();
     emit Signal_RcvPayload(payload);
 }
 
@@ -115,7 +115,7 @@ bool Communication::takeRefreshedStatus(const System_Status &status)
     const quint32 session = m_session;
     emit Signal_SamplingNBitRate(QVariant::fromValue(status));
     if (session == m_session)
-        m_semaphore = true;
+        raiseSemaphore();
     return false; // this reply ends here: no Signal_RcvPayload()
 }
 

@@ -17,6 +17,8 @@ private slots:
 
     void firmwareCommandsGoAsFastAsTheReplies();
     void firmwareCommandsWaitForTheSemaphore();
+    void firmwareTimerRestsWhileNoReplyComes();
+    void abortWhileNoReplyComesEndsTheRest();
     void firmwareCommandsSilenceThePolling();
     void firmwareResetBecomesTheSystemReset();
     void firmwareCommandTooLongForAFrameIsDropped_data();
@@ -63,6 +65,40 @@ void TstFirmwareQueue::firmwareCommandsWaitForTheSemaphore()
     s->endTurn();
     s->time.turn();
     QCOMPARE(s->sent(), QList<QByteArray>{"160102010103000000"});
+}
+
+void TstFirmwareQueue::firmwareTimerRestsWhileNoReplyComes()
+{
+    s->time.advance(500); // a poll is out
+    s->forget();
+    const int others = s->time.activeTimers();
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(0));
+    s->comm->Slot_StartFPGAprocess();
+    QCOMPARE(s->time.activeTimers(), others + 1);
+    s->time.turn();
+    QCOMPARE(s->time.activeTimers(), others);
+    s->endTurn();
+    QCOMPARE(s->time.activeTimers(), others + 1);
+    s->time.turn();
+    QCOMPARE(s->sent(), QList<QByteArray>{"160102010103000000"});
+    s->endTurn();
+    s->time.turn();
+    QCOMPARE(s->sent(), QList<QByteArray>{"160102010003000000"});
+}
+
+void TstFirmwareQueue::abortWhileNoReplyComesEndsTheRest()
+{
+    s->time.advance(500);
+    s->forget();
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
+    s->comm->Slot_StartFPGAprocess();
+    s->time.turn();
+    s->comm->Slot_ClearFirmwrCommands();
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(0)); // waits for a new start
+    s->endTurn();
+    s->time.turn();
+    QCOMPARE(s->sent(), QList<QByteArray>());
 }
 
 void TstFirmwareQueue::firmwareCommandsSilenceThePolling()
