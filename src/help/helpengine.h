@@ -2,20 +2,33 @@
 
 #include <QWidget>
 
+class HelpBrowser;
 class QHelpEngine;
+class QTabWidget;
+struct QHelpLink;
 
-/// The window of the complete manual: contents and index at the left, the page at the right.
+/// The window of the complete manual: contents and index at the left, the page at the right. Alt+Left and
+/// Backspace go back to the page before, Alt+Right goes forward again.
 class HelpEngine : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Shows the manual in `collectionFile`. If there is no such file, everything stays empty.
+    /// Shows the manual in `collectionFile`, which is read only. If there is no such file, or no manual in
+    /// it, everything stays empty.
     explicit HelpEngine(const QString &collectionFile, QWidget *parent = nullptr);
     ~HelpEngine() override;
 
 private:
-    QHelpEngine *m_engine = nullptr; // child of this window
+    QTabWidget *createTabs();
+    void connectLinks();
+    void createShortcuts();
+
+    /// Lets the user choose one of the pages that a word of the index leads to.
+    void chooseDocument(const QList<QHelpLink> &documents);
+
+    QHelpEngine *m_engine;  // child of this window
+    HelpBrowser *m_browser; // likewise
 };
 
 /// Where the manual stands beside an executable in `applicationFolder`.
