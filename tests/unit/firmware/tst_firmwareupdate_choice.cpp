@@ -1,0 +1,227 @@
+#include "firmwarewindow.h"
+#include "support/dialoglook.h"
+
+#include <sys/stat.h>
+
+/// The window as it opens, and the choice of the file.
+class TstFirmwareUpdateChoice : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void windowIsAsAgreed();
+    void controlsAreNamed();
+
+    void dialogAsksForAFile();
+    void dialogStartsAtTheFileChosenLast();
+    void dialogIsOpenOnlyOnce();
+    void chosenFileIsShown();
+    void leftDialogChangesNothing();
+    void dialogGoesWithTheWindow();
+
+    void onlyAFileThatOpensCanBeFlashed_data();
+    void onlyAFileThatOpensCanBeFlashed();
+    void fileThatBecomesUnreadableIsRefused();
+    void operationBeginsWithALookAtTheFile();
+};
+
+namespace {
+
+const QString kCannotOpen = QStringLiteral("Unable to open file / File not found");
+
+} // namespace
+
+void TstFirmwareUpdateChoice::windowIsAsAgreed()
+{
+    const FirmwareWindow w;
+    QCOMPARE(w.window.windowTitle(), QStringLiteral("Firmware Update"));
+    QCOMPARE(w.window.windowModality(), Qt::NonModal);
+    QCOMPARE(childByName<QLabel>(&w.window, "filePathLabel")->text(), QStringLiteral("Firmware File"));
+    QCOMPARE(w.pathEdit()->placeholderText(), QStringLiteral("Click on \"Select File\" to choose directory"));
+    QCOMPARE(w.pathEdit()->text(), QString());
+    QVERIFY(w.pathEdit()->isReadOnly());
+    QCOMPARE(w.button("selectFileButton")->text(), QStringLiteral("Select File"));
+    QVERIFY(w.button("selectFileButton")->isEnabled());
+    QCOMPARE(w.flashButton()->text(), QStringLiteral("Read and Flash File"));
+    QVERIFY(!w.flashButton()->isEnabled());
+    QVERIFY(w.messageBox()->isReadOnly());
+    QCOMPARE(w.messageBox()->maximumBlockCount(), 10000);
+    QCOMPARE(w.messages(), QString());
+    QVERIFY(!w.bar()->isVisible());
+    QVERIFY(!w.status()->isVisible());
+    QCOMPARE(w.status()->text(), QStringLiteral("FPGA flashing complete..."));
+    QCOMPARE(w.events, QStringList());
+}
+
+void TstFirmwareUpdateChoice::controlsAreNamed()
+{
+    FirmwareWindow w;
+    QCOMPARE(dialoglook::withoutAccessibleName(w.window), QStringList());
+    QVERIFY(!w.messageBox()->accessibleName().isEmpty());
+    QVERIFY(!w.bar()->accessibleName().isEmpty());
+    for (const char *name : {"selectFileButton", "flashButton"})
+        QVERIFY(!w.button(name)->autoDefault() && !w.button(name)->isDefault());
+    w.window.Slot_UpdateFirmwrFilePath(w.file(QStringLiteral("any.bin"), "x"));
+    w.pathEdit()->setFocus();
+    QCOMPARE(dialoglook::tabOrder(w.window),
+             (QStringList{"filePathEdit", "selectFileButton", "flashButton", "messageBox"}));
+}
+
+void TstFirmwareUpdateChoice::dialogAsksForAFile()
+{
+    const FirmwareWindow w;
+    w.click(w.button("selectFileButton"));
+    const QFileDialog *dialog = w.fileDialog();
+    QVERIFY(dialog);
+    QVERIFY(dialog->isModal());
+    QCOMPARE(dialog->windowTitle(), QStringLiteral("Firmware File"));
+    QCOMPARE(dialog->nameFilters(), QStringList{"Binary Files (*.bin)"});
+    QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptOpen);
+    QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
+    QCOMPARE(w.events, QStringList());
+}
+
+void TstFirmwareUpdateChoice::dialogStartsAtTheFileChosenLast()
+{
+    FirmwareWindow w;
+    w.window.Slot_UpdateFirmwrFilePath(w.file(QStringLiteral("any.bin"), "x"));
+    w.click(w.button("selectFileButton"));
+    QCOMPARE(w.fileDialog()->directory().canonicalPath(), QDir(w.folder.path()).canonicalPath());
+    QCOMPARE(childByName<QLineEdit>(w.fileDialog(), "fileNameEdit")->text(), QStringLiteral("any.bin"));
+
+    w.fileDialog()->reject();
+    w.window.Slot_UpdateFirmwrFilePath(w.folder.filePath(QStringLiteral("gone/any.bin")));
+    w.click(w.button("selectFileButton"));
+    QVERIFY(w.fileDialog()->directory().exists()); // a folder that is gone is no place to start
+}
+
+void TstFirmwareUpdateChoice::dialogIsOpenOnlyOnce()
+{
+    FirmwareWindow w;
+    w.click(w.button("selectFileButton"));
+    const QFileDialog *first = w.fileDialog();
+    w.window.Slot_SelectFilePath();
+    QCOMPARE(w.fileDialog(), first); // a second one would end the test
+    w.fileDialog()->reject();
+    w.click(w.button("selectFileButton"));
+    QVERIFY(w.fileDialog());
+}
+
+void TstFirmwareUpdateChoice::chosenFileIsShown()
+{
+    const FirmwareWindow w;
+    const QString path = w.file(QStringLiteral("x_ANA_FPGA5_v2.bin"), "x");
+    w.click(w.button("selectFileButton"));
+    auto *name = childByName<QLineEdit>(w.fileDialog(), "fileNameEdit");
+    name->selectAll();
+    QTest::keyClicks(name, path);
+    QTest::keyClick(name, Qt::Key_Return);
+    QVERIFY(!w.fileDialog());
+    QCOMPARE(w.pathEdit()->text(), path);
+    QVERIFY(w.flashButton()->isEnabled());
+    QVERIFY(!w.log.contains(kCannotOpen));
+    QCOMPARE(w.events, QStringList()); // choosing sends nothing
+
+    w.click(w.button("selectFileButton"));
+    name = childByName<QLineEdit>(w.fileDialog(), "fileNameEdit");
+    name->selectAll();
+    const QString missing = w.folder.filePath(QStringLiteral("missing.bin"));
+    QTest::keyClicks(name, missing);
+    QTest::keyClick(name, Qt::Key_Return);
+    QVERIFY(!w.fileDialog());
+    QCOMPARE(w.pathEdit()->text(), missing);
+    QVERIFY(!w.flashButton()->isEnabled());
+    QVERIFY(w.log.contains(QtDebugMsg, kCannotOpen));
+}
+
+void TstFirmwareUpdateChoice::leftDialogChangesNothing()
+{
+    FirmwareWindow w;
+    const QString path = w.file(QStringLiteral("any.bin"), "x");
+    w.window.Slot_UpdateFirmwrFilePath(path);
+    w.click(w.button("selectFileButton"));
+    QTest::keyClick(w.fileDialog(), Qt::Key_Escape);
+    QVERIFY(!w.fileDialog());
+    QCOMPARE(w.pathEdit()->text(), path);
+    QVERIFY(w.flashButton()->isEnabled());
+}
+
+void TstFirmwareUpdateChoice::dialogGoesWithTheWindow()
+{
+    auto w = std::make_unique<FirmwareWindow>();
+    w->click(w->button("selectFileButton"));
+    const QPointer<QFileDialog> dialog(w->fileDialog());
+    QVERIFY(dialog);
+    w.reset();
+    QVERIFY(!dialog);
+}
+
+void TstFirmwareUpdateChoice::onlyAFileThatOpensCanBeFlashed_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("isEnabled");
+    QTest::newRow("file") << "file" << true;
+    QTest::newRow("empty file") << "empty" << true;
+    QTest::newRow("symbolic link to a file") << "link" << true;
+    QTest::newRow("no path") << "" << false;
+    QTest::newRow("no file") << "missing" << false;
+    QTest::newRow("folder") << "folder" << false;
+    QTest::newRow("pipe") << "pipe" << false;
+}
+
+void TstFirmwareUpdateChoice::onlyAFileThatOpensCanBeFlashed()
+{
+    QFETCH(QString, kind);
+    QFETCH(bool, isEnabled);
+    FirmwareWindow w;
+    const QString other = w.file(QStringLiteral("file"), "x");
+    w.file(QStringLiteral("empty"), "");
+    QVERIFY(QFile::link(other, w.folder.filePath(QStringLiteral("link"))));
+    QVERIFY(QDir(w.folder.path()).mkdir(QStringLiteral("folder")));
+    QCOMPARE(::mkfifo(QFile::encodeName(w.folder.filePath(QStringLiteral("pipe"))), 0666), 0);
+    if (!isEnabled) // it was before
+        w.window.Slot_UpdateFirmwrFilePath(other);
+    QCOMPARE(w.flashButton()->isEnabled(), !isEnabled);
+
+    const QString path = kind.isEmpty() ? kind : w.folder.filePath(kind);
+    w.window.Slot_UpdateFirmwrFilePath(path);
+    QCOMPARE(w.pathEdit()->text(), path);
+    QCOMPARE(w.flashButton()->isEnabled(), isEnabled);
+    QCOMPARE(w.log.contains(QtDebugMsg, kCannotOpen), !isEnabled);
+    QCOMPARE(w.events, QStringList());
+}
+
+void TstFirmwareUpdateChoice::fileThatBecomesUnreadableIsRefused()
+{
+    FirmwareWindow w;
+    const QString path = w.file(QStringLiteral("x_ANA_FPGA5_v2.bin"), FirmwareWindow::image(1000));
+    w.window.Slot_UpdateFirmwrFilePath(path);
+    QVERIFY(QFile::setPermissions(path, {}));
+    const DroppedPrivileges ordinary;
+    w.clickFlash();
+    QCOMPARE(w.refusal(), kCannotOpen);
+    w.leaveRefusal();
+    w.window.Slot_UpdateFirmwrFilePath(path);
+    QVERIFY(!w.flashButton()->isEnabled());
+    QVERIFY(w.log.contains(QtDebugMsg, kCannotOpen));
+    QVERIFY(w.commands.isEmpty());
+}
+
+void TstFirmwareUpdateChoice::operationBeginsWithALookAtTheFile()
+{
+    FirmwareWindow w;
+    const QString path = w.file(QStringLiteral("any.bin"), "x");
+    w.window.Slot_UpdateFirmwrFilePath(path);
+    QVERIFY(QFile::remove(path));
+    w.window.beginOperation();
+    QVERIFY(!w.flashButton()->isEnabled());
+    QVERIFY(w.log.contains(QtDebugMsg, kCannotOpen));
+    w.file(QStringLiteral("any.bin"), "x");
+    w.window.beginOperation();
+    QVERIFY(w.flashButton()->isEnabled());
+    QCOMPARE(w.pathEdit()->text(), path);
+    QCOMPARE(w.events, QStringList());
+}
+
+QTEST_MAIN(TstFirmwareUpdateChoice)
+#include "tst_firmwareupdate_choice.moc"
