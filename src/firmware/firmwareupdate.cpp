@@ -217,13 +217,13 @@ void FirmwareUpdate::append(const QStringList &texts)
 
 void FirmwareUpdate::showStatus(const QString &text)
 {
-    m_ui->statusLabel->setText(text);
-    m_ui->statusLabel->show();
+    m_ui->flashStatusLabel->setText(text);
+    m_ui->flashStatusLabel->show();
 }
 
 void FirmwareUpdate::startProgress(int commandCount)
 {
-    m_ui->statusLabel->hide();
+    m_ui->flashStatusLabel->hide();
     m_ui->progressBar->reset(); // to one below its least value, so that the last reply reaches the greatest
     m_ui->progressBar->setRange(0, commandCount - 1);
     setState(State::Running);
