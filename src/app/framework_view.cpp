@@ -34,6 +34,7 @@ namespace {
 constexpr int kMessageTicks = 7;
 constexpr int kInfoTicks = 10;
 constexpr float kBusyStepSeconds = 0.5F;
+constexpr int kLongestVersion = 200; // letters; more than the notice has room for
 
 constexpr char kOrganisation[] = "ZRT";
 constexpr char kApplication[] = "VXConfig";
@@ -368,9 +369,10 @@ void Framework_View::Slot_ModulesRead(ushort count)
 void Framework_View::UpdateVersion(QString remote)
 {
     m_bar->updateLabel->setStyleSheet(QLatin1String(kNoticeStyle));
-    if (!isNewVersionNoticeDue(productVersion(), remote))
+    const QString version = remote.left(kLongestVersion); // a server may send anything
+    if (!isNewVersionNoticeDue(productVersion(), version))
         return;
-    m_bar->updateLabel->setText(tr("Please download new version ") + remote);
+    m_bar->updateLabel->setText(tr("Please download new version ") + version);
     m_bar->updateLabel->show();
 }
 

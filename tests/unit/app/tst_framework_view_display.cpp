@@ -57,6 +57,7 @@ private slots:
 
     void newVersionIsNoticed_data();
     void newVersionIsNoticed();
+    void endlessVersionIsCut();
     void olderVersionLeavesTheNotice();
 
 private:
@@ -337,6 +338,13 @@ void TstFrameworkViewDisplay::newVersionIsNoticed()
     QCOMPARE(label->text(), noticed ? "Please download new version " + remote : QString());
     QCOMPARE(label->textFormat(), Qt::PlainText);
     QCOMPARE(label->styleSheet(), QString("QLabel { color : red; }"));
+}
+
+void TstFrameworkViewDisplay::endlessVersionIsCut()
+{
+    const QString endless(1 << 20, QLatin1Char('9'));
+    m->view->UpdateVersion(endless);
+    QCOMPARE(m->child<QLabel>("updateLabel")->text(), "Please download new version " + endless.left(200));
 }
 
 void TstFrameworkViewDisplay::olderVersionLeavesTheNotice()
