@@ -59,7 +59,6 @@ private slots:
     void storedGeometryNeverBreaksTheSize_data();
     void storedGeometryNeverBreaksTheSize();
     void brokenStoredStateIsIgnored();
-    void closingClosesTheDialogsInOrder();
     void closingEndsTheEventLoop();
 
 private:
@@ -402,39 +401,6 @@ void TstFrameworkView::brokenStoredStateIsIgnored()
     }
     m->restart();
     QCOMPARE(m->view->size(), QSize(1160, 500));
-}
-
-// Records the close events of the windows it watches.
-class CloseRecorder : public QObject
-{
-public:
-    QStringList names;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Close)
-            names.append(watched->metaObject()->className());
-        return false;
-    }
-};
-
-void TstFrameworkView::closingClosesTheDialogsInOrder()
-{
-    m->show();
-    m->view->displayHelp();
-    m->view->showWarning(QStringLiteral("text"));
-    m->view->portLister()->show();
-    CloseRecorder recorder;
-    const auto dialogs = m->view->findChildren<QDialog *>(QString(), Qt::FindDirectChildrenOnly);
-    for (QDialog *dialog : dialogs)
-        dialog->installEventFilter(&recorder);
-    m->view->installEventFilter(&recorder);
-    m->view->close();
-    QCOMPARE(recorder.names, QStringList({"Framework_View", "HelpWindow", "WarningBox", "PortLister"}));
-    for (const QDialog *dialog : dialogs)
-        QVERIFY(!dialog->isVisible());
-    QVERIFY(!m->view->isVisible());
 }
 
 void TstFrameworkView::closingEndsTheEventLoop()
