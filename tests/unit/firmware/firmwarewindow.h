@@ -83,7 +83,7 @@ struct FirmwareWindow
     QPushButton *flashButton() const { return button("flashButton"); }
     QLineEdit *pathEdit() const { return childByName<QLineEdit>(&window, "filePathEdit"); }
     QProgressBar *bar() const { return childByName<QProgressBar>(&window, "progressBar"); }
-    QLabel *status() const { return childByName<QLabel>(&window, "statusLabel"); }
+    QLabel *status() const { return childByName<QLabel>(&window, "flashStatusLabel"); }
     QPlainTextEdit *messageBox() const { return childByName<QPlainTextEdit>(&window, "messageBox"); }
     QString messages() const { return messageBox()->toPlainText(); }
 
@@ -105,13 +105,33 @@ struct FirmwareWindow
             qFatal("the update does not run");
     }
 
-    bool isRunning() const { return flashButton()->text() == QStringLiteral("Abort"); }
+    /// Nothing runs, and the file can be flashed.
+    bool isIdle() const
+    {
+        return flashButton()->text() == QStringLiteral("Read and Flash File") &&
+               flashButton()->accessibleName() == flashButton()->text() && flashButton()->isEnabled() &&
+               button("selectFileButton")->isEnabled() && !bar()->isVisible();
+    }
+
+    bool isRunning() const
+    {
+        return flashButton()->text() == QStringLiteral("Abort") &&
+               flashButton()->accessibleName() == flashButton()->text() && flashButton()->isEnabled() &&
+               !button("selectFileButton")->isEnabled() && !bar()->isHidden() && status()->isHidden();
+    }
 
     /// The device answers so many commands.
     void answer(int replies = 1)
     {
         for (int i = 0; i < replies; ++i)
             emit window.Signal_IncrementCntr(QVariant());
+    }
+
+    /// Asks to abort, and says yes.
+    void abort() const
+    {
+        clickFlash();
+        click(childByName<QPushButton>(box("abortBox"), "proceedButton"));
     }
 
     /// The visible box of this name; there may be none.

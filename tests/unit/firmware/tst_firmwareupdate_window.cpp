@@ -1,16 +1,22 @@
 #include "firmwarewindow.h"
 #include "support/dialoglook.h"
 
+#include <QApplication>
 #include <sys/stat.h>
 
-/// The window as it opens, and the choice of the file.
-class TstFirmwareUpdateChoice : public QObject
+/// The looks of the window, and the choice of the file.
+class TstFirmwareUpdateWindow : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void cleanup();
+
     void windowIsAsAgreed();
     void controlsAreNamed();
+    void nothingIsClipped_data();
+    void nothingIsClipped();
+    void doubledFontFits();
 
     void dialogAsksForAFile();
     void dialogStartsAtTheFileChosenLast();
@@ -23,15 +29,38 @@ private slots:
     void onlyAFileThatOpensCanBeFlashed();
     void fileThatBecomesUnreadableIsRefused();
     void operationBeginsWithALookAtTheFile();
+
+private:
+    const QFont m_font = QApplication::font();
 };
 
 namespace {
 
 const QString kCannotOpen = QStringLiteral("Unable to open file / File not found");
 
+/// The window in each of its looks.
+void bringTo(FirmwareWindow &w, const QString &look)
+{
+    if (look == QStringLiteral("idle"))
+        return;
+    w.flashImage(1000);
+    if (look == QStringLiteral("running"))
+        w.answer(4);
+    else if (look == QStringLiteral("done"))
+        w.answer(8);
+    else
+        w.abort();
+}
+
 } // namespace
 
-void TstFirmwareUpdateChoice::windowIsAsAgreed()
+void TstFirmwareUpdateWindow::cleanup()
+{
+    dialoglook::resetFont();
+    QApplication::setFont(m_font);
+}
+
+void TstFirmwareUpdateWindow::windowIsAsAgreed()
 {
     const FirmwareWindow w;
     QCOMPARE(w.window.windowTitle(), QStringLiteral("Firmware Update"));
@@ -53,7 +82,7 @@ void TstFirmwareUpdateChoice::windowIsAsAgreed()
     QCOMPARE(w.events, QStringList());
 }
 
-void TstFirmwareUpdateChoice::controlsAreNamed()
+void TstFirmwareUpdateWindow::controlsAreNamed()
 {
     FirmwareWindow w;
     QCOMPARE(dialoglook::withoutAccessibleName(w.window), QStringList());
@@ -67,7 +96,45 @@ void TstFirmwareUpdateChoice::controlsAreNamed()
              (QStringList{"filePathEdit", "selectFileButton", "flashButton", "messageBox"}));
 }
 
-void TstFirmwareUpdateChoice::dialogAsksForAFile()
+void TstFirmwareUpdateWindow::nothingIsClipped_data()
+{
+    QTest::addColumn<QString>("family");
+    QTest::addColumn<QString>("look");
+    for (const char *family : {"Open Sans", "DejaVu Sans"}) {
+        for (const char *look : {"idle", "running", "done", "aborted"})
+            QTest::addRow("%s, %s", family, look) << QString(family) << QString(look);
+    }
+}
+
+void TstFirmwareUpdateWindow::nothingIsClipped()
+{
+    QFETCH(QString, family);
+    QFETCH(QString, look);
+    QVERIFY(dialoglook::useFont(family));
+    FirmwareWindow w;
+    bringTo(w, look);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(dialoglook::clipped(w.window), QStringList());
+    w.window.resize(1, 1);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(dialoglook::clipped(w.window), QStringList());
+}
+
+void TstFirmwareUpdateWindow::doubledFontFits()
+{
+    QFont font = m_font;
+    font.setPixelSize(2 * QFontInfo(m_font).pixelSize());
+    QApplication::setFont(font);
+    for (const char *look : {"idle", "running", "done", "aborted"}) {
+        FirmwareWindow w;
+        bringTo(w, QString::fromLatin1(look));
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(dialoglook::clipped(w.window), QStringList());
+        QCOMPARE(w.status()->font().pixelSize(), font.pixelSize());
+    }
+}
+
+void TstFirmwareUpdateWindow::dialogAsksForAFile()
 {
     const FirmwareWindow w;
     w.click(w.button("selectFileButton"));
@@ -81,7 +148,7 @@ void TstFirmwareUpdateChoice::dialogAsksForAFile()
     QCOMPARE(w.events, QStringList());
 }
 
-void TstFirmwareUpdateChoice::dialogStartsAtTheFileChosenLast()
+void TstFirmwareUpdateWindow::dialogStartsAtTheFileChosenLast()
 {
     FirmwareWindow w;
     w.window.Slot_UpdateFirmwrFilePath(w.file(QStringLiteral("any.bin"), "x"));
@@ -95,7 +162,7 @@ void TstFirmwareUpdateChoice::dialogStartsAtTheFileChosenLast()
     QVERIFY(w.fileDialog()->directory().exists()); // a folder that is gone is no place to start
 }
 
-void TstFirmwareUpdateChoice::dialogIsOpenOnlyOnce()
+void TstFirmwareUpdateWindow::dialogIsOpenOnlyOnce()
 {
     FirmwareWindow w;
     w.click(w.button("selectFileButton"));
@@ -107,7 +174,7 @@ void TstFirmwareUpdateChoice::dialogIsOpenOnlyOnce()
     QVERIFY(w.fileDialog());
 }
 
-void TstFirmwareUpdateChoice::chosenFileIsShown()
+void TstFirmwareUpdateWindow::chosenFileIsShown()
 {
     const FirmwareWindow w;
     const QString path = w.file(QStringLiteral("x_ANA_FPGA5_v2.bin"), "x");
@@ -134,7 +201,7 @@ void TstFirmwareUpdateChoice::chosenFileIsShown()
     QVERIFY(w.log.contains(QtDebugMsg, kCannotOpen));
 }
 
-void TstFirmwareUpdateChoice::leftDialogChangesNothing()
+void TstFirmwareUpdateWindow::leftDialogChangesNothing()
 {
     FirmwareWindow w;
     const QString path = w.file(QStringLiteral("any.bin"), "x");
@@ -146,7 +213,7 @@ void TstFirmwareUpdateChoice::leftDialogChangesNothing()
     QVERIFY(w.flashButton()->isEnabled());
 }
 
-void TstFirmwareUpdateChoice::dialogGoesWithTheWindow()
+void TstFirmwareUpdateWindow::dialogGoesWithTheWindow()
 {
     auto w = std::make_unique<FirmwareWindow>();
     w->click(w->button("selectFileButton"));
@@ -156,7 +223,7 @@ void TstFirmwareUpdateChoice::dialogGoesWithTheWindow()
     QVERIFY(!dialog);
 }
 
-void TstFirmwareUpdateChoice::onlyAFileThatOpensCanBeFlashed_data()
+void TstFirmwareUpdateWindow::onlyAFileThatOpensCanBeFlashed_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<bool>("isEnabled");
@@ -169,7 +236,7 @@ void TstFirmwareUpdateChoice::onlyAFileThatOpensCanBeFlashed_data()
     QTest::newRow("pipe") << "pipe" << false;
 }
 
-void TstFirmwareUpdateChoice::onlyAFileThatOpensCanBeFlashed()
+void TstFirmwareUpdateWindow::onlyAFileThatOpensCanBeFlashed()
 {
     QFETCH(QString, kind);
     QFETCH(bool, isEnabled);
@@ -191,7 +258,7 @@ void TstFirmwareUpdateChoice::onlyAFileThatOpensCanBeFlashed()
     QCOMPARE(w.events, QStringList());
 }
 
-void TstFirmwareUpdateChoice::fileThatBecomesUnreadableIsRefused()
+void TstFirmwareUpdateWindow::fileThatBecomesUnreadableIsRefused()
 {
     FirmwareWindow w;
     const QString path = w.file(QStringLiteral("x_ANA_FPGA5_v2.bin"), FirmwareWindow::image(1000));
@@ -207,7 +274,7 @@ void TstFirmwareUpdateChoice::fileThatBecomesUnreadableIsRefused()
     QVERIFY(w.commands.isEmpty());
 }
 
-void TstFirmwareUpdateChoice::operationBeginsWithALookAtTheFile()
+void TstFirmwareUpdateWindow::operationBeginsWithALookAtTheFile()
 {
     FirmwareWindow w;
     const QString path = w.file(QStringLiteral("any.bin"), "x");
@@ -223,5 +290,5 @@ void TstFirmwareUpdateChoice::operationBeginsWithALookAtTheFile()
     QCOMPARE(w.events, QStringList());
 }
 
-QTEST_MAIN(TstFirmwareUpdateChoice)
-#include "tst_firmwareupdate_choice.moc"
+QTEST_MAIN(TstFirmwareUpdateWindow)
+#include "tst_firmwareupdate_window.moc"
