@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <chrono>
+
+/// The web server that holds the version files.
+struct VersionServer
+{
+    QString host; ///< name or address; empty: none can be contacted
+    quint16 port = 443;
+};
+
+/// The times of the version check.
+struct VersionPeriods
+{
+    std::chrono::milliseconds delay{1000};     ///< before each of the two requests
+    std::chrono::milliseconds transfer{30000}; ///< a server that is silent for so long counts as not there
+    std::chrono::milliseconds lookUp{50};      ///< between two looks whether the server's name has been found
+};

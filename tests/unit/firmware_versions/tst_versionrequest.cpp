@@ -1,0 +1,297 @@
+#include "fakereply.h"
+#include "firmware/versionrequest.h"
+#include "link/hostlookup.h"
+#include "support/virtualtime.h"
+#include "versionfixture.h"
+
+#include <QNetworkAccessManager>
+#include <QPointer>
+#include <QSemaphore>
+#include <QSignalSpy>
+#include <QtTest>
+#include <memory>
+
+namespace {
+
+/// Keeps the requests and answers none.
+class FakeAccess final : public QNetworkAccessManager
+{
+public:
+    QList<QNetworkRequest> requests;
+    QList<QPointer<FakeReply>> replies;
+
+protected:
+    QNetworkReply *createRequest(Operation operation, const QNetworkRequest &request, QIODevice *) override
+    {
+        if (operation != GetOperation)
+            qFatal("not a get");
+        requests.append(request);
+        replies.append(new FakeReply({}, this));
+        return replies.last();
+    }
+};
+
+} // namespace
+
+class TstVersionRequest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void theRequestGoesToTheAddressInTheNameOfTheServer_data();
+    void theRequestGoesToTheAddressInTheNameOfTheServer();
+    void theRequestUsesTheDefaultConfigurationAndFollowsNoRedirect();
+    void aServerThatIsNotThereIsSoughtAtTheNextAddress_data();
+    void aServerThatIsNotThereIsSoughtAtTheNextAddress();
+    void anotherFailureEndsTheRequest_data();
+    void anotherFailureEndsTheRequest();
+    void theNameIsLookedForAgainAndAgain();
+    void aHostThatIsNoNameIsNotContacted_data();
+    void aHostThatIsNoNameIsNotContacted();
+    void bytesThatComeStartTheLimitAnew();
+    void theLookUpIsNotPartOfTheLimitOfTheServer();
+    void moreThanTheMaximumIsNotRead_data();
+    void moreThanTheMaximumIsNotRead();
+    void itDeletesItselfAtTheEnd();
+
+private:
+    VersionRequest *newRequest(const VersionServer &server, const QStringList &addresses = {kLoopback});
+
+    std::unique_ptr<VirtualTime> m_time;
+    std::unique_ptr<FakeAccess> m_access;
+    std::unique_ptr<HostLookup> m_hosts;
+    std::unique_ptr<QObject> m_owner;
+};
+
+VersionRequest *TstVersionRequest::newRequest(const VersionServer &server, const QStringList &addresses)
+{
+    m_owner.reset();
+    m_time = std::make_unique<VirtualTime>();
+    m_access = std::make_unique<FakeAccess>();
+    m_hosts = std::make_unique<HostLookup>([addresses](const QString &) { return infoOf(addresses); });
+    m_owner = std::make_unique<QObject>();
+    return new VersionRequest(*m_time, *m_hosts, *m_access, server, {}, m_owner.get());
+}
+
+void TstVersionRequest::initTestCase()
+{
+    qRegisterMetaType<QNetworkReply *>();
+}
+
+void TstVersionRequest::theRequestGoesToTheAddressInTheNameOfTheServer_data()
+{
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<quint16>("port");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QByteArray>("hostHeader");
+    QTest::addColumn<QString>("verifiedName");
+    const QString name = QStringLiteral("www.qor.example");
+    QTest::newRow("name, usual port") << name << quint16(443) << "10.0.0.1"
+                                      << "https://10.0.0.1/a/b.txt" << QByteArray("www.qor.example") << name;
+    QTest::newRow("name, other port")
+        << name << quint16(8443) << "10.0.0.1"
+        << "https://10.0.0.1:8443/a/b.txt" << QByteArray("www.qor.example:8443") << name;
+    QTest::newRow("name of a version 6 address")
+        << name << quint16(443) << "fd00::1"
+        << "https://[fd00::1]/a/b.txt" << QByteArray("www.qor.example") << name;
+    QTest::newRow("version 4 address") << "10.0.0.2" << quint16(443) << "10.0.0.1"
+                                       << "https://10.0.0.2/a/b.txt" << QByteArray("10.0.0.2") << "10.0.0.2";
+    QTest::newRow("version 6 address")
+        << "fd00::2" << quint16(8443) << "10.0.0.1"
+        << "https://[fd00::2]:8443/a/b.txt" << QByteArray("[fd00::2]:8443") << "fd00::2";
+    QTest::newRow("name with other letters")
+        << QString::fromUtf8("m\xc3\xbc.example") << quint16(443) << "10.0.0.1"
+        << "https://10.0.0.1/a/b.txt" << QByteArray("xn--m-eha.example") << "xn--m-eha.example";
+}
+
+void TstVersionRequest::theRequestGoesToTheAddressInTheNameOfTheServer()
+{
+    QFETCH(QString, host);
+    QFETCH(quint16, port);
+    QFETCH(QString, address);
+    newRequest({host, port}, {address})->send(QStringLiteral("/a/b.txt"));
+    QTRY_COMPARE((m_time->advance(50), m_access->requests.size()), 1);
+    const QNetworkRequest request = m_access->requests.first();
+    QTEST(request.url().toString(), "url");
+    QTEST(request.rawHeader("Host"), "hostHeader");
+    QTEST(request.peerVerifyName(), "verifiedName");
+}
+
+void TstVersionRequest::theRequestUsesTheDefaultConfigurationAndFollowsNoRedirect()
+{
+    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+    QSslConfiguration marked = before;
+    marked.setPeerVerifyDepth(7);
+    QSslConfiguration::setDefaultConfiguration(marked);
+    newRequest({kLoopback, 443})->send(QStringLiteral("/a"));
+    QSslConfiguration::setDefaultConfiguration(before);
+    QCOMPARE(m_access->requests.size(), 1);
+    const QNetworkRequest request = m_access->requests.first();
+    QCOMPARE(request.sslConfiguration().peerVerifyDepth(), 7);
+    QCOMPARE(request.attribute(QNetworkRequest::RedirectPolicyAttribute).toInt(),
+             int(QNetworkRequest::ManualRedirectPolicy));
+    QCOMPARE(request.rawHeader("Accept-Encoding"), QByteArray("identity"));
+}
+
+void TstVersionRequest::aServerThatIsNotThereIsSoughtAtTheNextAddress_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("refused") << int(QNetworkReply::ConnectionRefusedError);
+    QTest::newRow("unreachable") << int(QNetworkReply::UnknownNetworkError);
+}
+
+void TstVersionRequest::aServerThatIsNotThereIsSoughtAtTheNextAddress()
+{
+    QFETCH(int, error);
+    VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    QTRY_COMPARE((m_time->advance(50), m_access->replies.size()), 1);
+    m_access->replies.at(0)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
+    m_access->replies.at(0)->end();
+    QCOMPARE(finished.size(), 0);
+    QCOMPARE(m_access->requests.size(), 2);
+    QCOMPARE(m_access->requests.at(1).url().host(), QStringLiteral("10.0.0.2"));
+    m_time->turn();
+    QVERIFY(!m_access->replies.at(0)); // nobody else would delete it
+    m_access->replies.at(1)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
+    m_access->replies.at(1)->end();
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(finished.at(0).at(0).value<QNetworkReply *>(), m_access->replies.at(1).data());
+    QCOMPARE(m_access->requests.size(), 2);
+}
+
+void TstVersionRequest::anotherFailureEndsTheRequest_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("untrusted") << int(QNetworkReply::SslHandshakeFailedError);
+    QTest::newRow("not found") << int(QNetworkReply::ContentNotFoundError);
+    QTest::newRow("closed") << int(QNetworkReply::RemoteHostClosedError);
+}
+
+void TstVersionRequest::anotherFailureEndsTheRequest()
+{
+    QFETCH(int, error);
+    VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    QTRY_COMPARE((m_time->advance(50), m_access->replies.size()), 1);
+    m_access->replies.at(0)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
+    m_access->replies.at(0)->end();
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(m_access->requests.size(), 1);
+}
+
+void TstVersionRequest::theNameIsLookedForAgainAndAgain()
+{
+    QSemaphore mayEnd;
+    newRequest({});
+    HostLookup hosts([&mayEnd](const QString &) {
+        mayEnd.acquire();
+        return infoOf({kLoopback});
+    });
+    auto *request =
+        new VersionRequest(*m_time, hosts, *m_access, {QStringLiteral("name"), 443}, {}, m_owner.get());
+    request->send(QStringLiteral("/a"));
+    m_time->advance(10000);
+    QCOMPARE(m_access->requests.size(), 0);
+    mayEnd.release();
+    QTRY_COMPARE((m_time->advance(50), m_access->requests.size()), 1);
+    m_owner.reset();
+}
+
+void TstVersionRequest::aHostThatIsNoNameIsNotContacted_data()
+{
+    QTest::addColumn<QString>("host");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("blank") << QStringLiteral(" ");
+    QTest::newRow("another header") << QStringLiteral("a\r\nX: b");
+    QTest::newRow("user and path") << QStringLiteral("user@name/path");
+}
+
+void TstVersionRequest::aHostThatIsNoNameIsNotContacted()
+{
+    QFETCH(QString, host);
+    VersionRequest *request = newRequest({host, 443}); // whose look-up finds any name
+    QSignalSpy failed(request, &VersionRequest::failed);
+    request->send(QStringLiteral("/a"));
+    QTRY_COMPARE((m_time->advance(50), failed.size()), 1);
+    QVERIFY(!failed.at(0).at(0).toString().isEmpty());
+    QCOMPARE(m_access->requests.size(), 0);
+    QCOMPARE(m_time->activeTimers(), 0);
+}
+
+void TstVersionRequest::bytesThatComeStartTheLimitAnew()
+{
+    VersionRequest *request = newRequest({kLoopback, 443});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    m_time->advance(29999);
+    m_access->replies.at(0)->receive("a");
+    m_time->advance(29999);
+    m_access->replies.at(0)->receive("b");
+    m_time->advance(29999);
+    QCOMPARE(finished.size(), 0);
+    m_time->advance(1);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(m_access->replies.at(0)->error(), QNetworkReply::OperationCanceledError);
+}
+
+void TstVersionRequest::theLookUpIsNotPartOfTheLimitOfTheServer()
+{
+    QSemaphore mayEnd;
+    newRequest({});
+    HostLookup hosts([&mayEnd](const QString &) {
+        mayEnd.acquire();
+        return infoOf({kLoopback});
+    });
+    auto *request =
+        new VersionRequest(*m_time, hosts, *m_access, {QStringLiteral("name"), 443}, {}, m_owner.get());
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    m_time->advance(20000);
+    mayEnd.release();
+    QTRY_VERIFY(!m_access->requests.isEmpty() || (m_time->advance(50), !m_access->requests.isEmpty()));
+    m_time->advance(29999);
+    QCOMPARE(finished.size(), 0);
+    m_time->advance(1);
+    QCOMPARE(finished.size(), 1);
+}
+
+void TstVersionRequest::moreThanTheMaximumIsNotRead_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("isRead");
+    QTest::newRow("one MiB") << 1048576 << true;
+    QTest::newRow("a byte more") << 1048577 << false;
+}
+
+void TstVersionRequest::moreThanTheMaximumIsNotRead()
+{
+    QFETCH(int, size);
+    QFETCH(bool, isRead);
+    VersionRequest *request = newRequest({kLoopback, 443});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    m_access->replies.at(0)->receive(QByteArray(1000000, 'x'));
+    QCOMPARE(finished.size(), 0);
+    m_access->replies.at(0)->receive(QByteArray(size - 1000000, 'x'));
+    QCOMPARE(finished.size(), isRead ? 0 : 1);
+    QCOMPARE(m_access->replies.at(0)->error() == QNetworkReply::NoError, isRead);
+}
+
+void TstVersionRequest::itDeletesItselfAtTheEnd()
+{
+    const QPointer<VersionRequest> request = newRequest({kLoopback, 443});
+    request->send(QStringLiteral("/a"));
+    m_access->replies.at(0)->end();
+    m_time->turn();
+    QVERIFY(!request);
+    QVERIFY(m_access->replies.at(0)); // belongs to whoever took it
+    QCOMPARE(m_time->activeTimers(), 0);
+}
+
+QTEST_GUILESS_MAIN(TstVersionRequest)
+#include "tst_versionrequest.moc"
