@@ -11,6 +11,7 @@
 #include <QDebug>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QScrollBar>
 #include <algorithm>
 
 namespace {
@@ -51,6 +52,8 @@ FirmwareUpdate::FirmwareUpdate(QWidget *parent)
 {
     m_ui->setupUi(this);
     setButtonText(kStartText);
+    m_ui->flashButton->setMinimumWidth(m_ui->flashButton->sizeHint().width()); // it stays where it is
+    keepLastMessageInView();
     connect(m_ui->selectFileButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_SelectFilePath);
     connect(m_ui->flashButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_UpdateOrAbortFirmw);
     ignoreHeldKeys(*this);
@@ -101,6 +104,13 @@ void FirmwareUpdate::setButtonText(const QString &text)
 {
     m_ui->flashButton->setText(text);
     m_ui->flashButton->setAccessibleName(text);
+}
+
+void FirmwareUpdate::keepLastMessageInView()
+{
+    // Not after each message: the progress and the status take their room later, when they are laid out.
+    QScrollBar *bar = m_ui->messageBox->verticalScrollBar();
+    connect(bar, &QScrollBar::rangeChanged, bar, [bar](int, int maximum) { bar->setValue(maximum); });
 }
 
 QString FirmwareUpdate::path() const

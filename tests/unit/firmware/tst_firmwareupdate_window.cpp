@@ -17,6 +17,9 @@ private slots:
     void nothingIsClipped_data();
     void nothingIsClipped();
     void doubledFontFits();
+    void buttonKeepsItsPlace();
+    void lastMessageIsInView_data();
+    void lastMessageIsInView();
 
     void dialogAsksForAFile();
     void dialogStartsAtTheFileChosenLast();
@@ -132,6 +135,37 @@ void TstFirmwareUpdateWindow::doubledFontFits()
         QCOMPARE(dialoglook::clipped(w.window), QStringList());
         QCOMPARE(w.status()->font().pixelSize(), font.pixelSize());
     }
+}
+
+void TstFirmwareUpdateWindow::buttonKeepsItsPlace()
+{
+    FirmwareWindow w;
+    const QRect before = w.flashButton()->geometry();
+    w.flashImage(1000);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(w.flashButton()->geometry(), before);
+    QCOMPARE(before.left(), w.button("selectFileButton")->geometry().left());
+    QCOMPARE(before.width(), w.button("selectFileButton")->width());
+}
+
+void TstFirmwareUpdateWindow::lastMessageIsInView_data()
+{
+    QTest::addColumn<QString>("look");
+    for (const char *look : {"running", "done", "aborted"})
+        QTest::newRow(look) << look;
+}
+
+void TstFirmwareUpdateWindow::lastMessageIsInView()
+{
+    QFETCH(QString, look);
+    FirmwareWindow w;
+    w.window.resize(w.window.minimumSizeHint()); // not all messages fit
+    bringTo(w, look);
+    QCoreApplication::sendPostedEvents();
+    QTextCursor cursor(w.messageBox()->document());
+    QVERIFY(w.messageBox()->cursorRect(cursor).top() < 0);
+    cursor.movePosition(QTextCursor::End);
+    QVERIFY(w.messageBox()->viewport()->rect().contains(w.messageBox()->cursorRect(cursor)));
 }
 
 void TstFirmwareUpdateWindow::dialogAsksForAFile()
