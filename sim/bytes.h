@@ -5,6 +5,9 @@
 
 namespace sim {
 
+constexpr int kByteMaximum = 255;
+constexpr int kWordMaximum = 65535;
+
 // Little-endian access to a buffer of fixed size. Offsets are the caller's duty: writing outside the
 // buffer is a programming error, reading outside gives 0.
 

@@ -4,11 +4,7 @@
 
 namespace sim {
 
-namespace {
-
-constexpr int kChannelsPerModule = 2;
-
-} // namespace
+namespace {} // namespace
 
 int Power::outputMillivolts() const
 {

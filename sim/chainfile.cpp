@@ -1,5 +1,6 @@
 #include "sim/chainfile.h"
 
+#include "sim/bytes.h"
 #include "sim/catalogue.h"
 #include "sim/framecodec.h"
 #include "sim/gatewaysetting.h"
@@ -12,8 +13,6 @@ namespace sim {
 
 namespace {
 
-constexpr int kByteMaximum = 255;
-constexpr int kWordMaximum = 65535;
 // What the two texts that the device writes itself may become, as in "384000" and "40000 (256ch)".
 constexpr int kLongestRateTexts = 6 + 13;
 constexpr int kSystemTextBytes = kMaximumPayload - TextsAt - kSystemTexts - kLongestRateTexts;

@@ -9,7 +9,6 @@ namespace sim {
 
 namespace {
 
-constexpr int kByteMaximum = 255;
 constexpr int kUnknownCode = 0x03;
 constexpr int kWrongOriginator = kProgramOriginator;
 constexpr int kUsualAbsenceMs = 1000;

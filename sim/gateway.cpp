@@ -1,6 +1,7 @@
 #include "sim/gateway.h"
 
 #include "sim/gatewaysetting.h"
+#include "sim/monotonictime.h"
 
 #include <QHostAddress>
 #include <QStringList>
@@ -9,7 +10,6 @@ namespace sim {
 
 namespace {
 
-constexpr qint64 kNsPerMs = 1000000;
 constexpr qint64 kMsPerSecond = 1000;
 constexpr int kRateDigits = 12;
 const QByteArray kLineEnd = QByteArrayLiteral("\r\n");

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kLongestFlood = 64 << 20;
 
-const QStringList &actionNames()
+const QStringList &gatewayActionNames()
 {
     // In the order of GatewayRule::Action.
     static const QStringList names = {
@@ -90,7 +90,7 @@ bool GatewayFaults::parse(const QString &text, QString *error)
         return false;
     QVector<Counted> rules;
     for (ScriptLine &line : lines) {
-        const int action = actionNames().indexOf(line.keyword);
+        const int action = gatewayActionNames().indexOf(line.keyword);
         if (action < 0) {
             *error = QStringLiteral("line %1: there is no fault \"%2\" of a gateway")
                          .arg(line.number)

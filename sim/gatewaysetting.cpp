@@ -11,7 +11,7 @@ namespace sim {
 namespace {
 
 constexpr int kCodeSize = 5; // "#NNN_"
-constexpr int kPortMaximum = 65535;
+constexpr int kGatewayPortMaximum = 65535;
 constexpr int kSamplesMaximum = 65535;
 constexpr double kSamplesPerKiloBit = 50;
 constexpr int kClockDigits = 19; // of nanoseconds since 1970, for as long as this will be in use
@@ -63,7 +63,7 @@ bool setTarget(const QString &value, GatewayState *state)
     const int colon = value.lastIndexOf(QLatin1Char(':'));
     const QString address = value.left(qMax(0, colon));
     const QString port = value.mid(colon + 1);
-    if (address.isEmpty() || !fitsStatusLine(address) || !isCount(port, kPortMaximum))
+    if (address.isEmpty() || !fitsStatusLine(address) || !isCount(port, kGatewayPortMaximum))
         return false;
     state->extAddress = address;
     state->extPort = port;

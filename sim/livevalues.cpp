@@ -18,8 +18,8 @@ constexpr Milliseconds kVoltsPeriod = 47s;
 constexpr Milliseconds kCelsiusPeriod = 310s;
 constexpr Milliseconds kChannelPeriod = 9s;
 
-constexpr int kVoltsMaximum = (1 << 11) - 1;
-constexpr int kCelsiusMaximum = (1 << 9) - 1;
+constexpr int kRawVoltsMaximum = (1 << 11) - 1;
+constexpr int kRawCelsiusMaximum = (1 << 9) - 1;
 constexpr int kChannelMaximum = (1 << 18) - 1;
 constexpr int kChannelMiddle = 1 << 17;
 constexpr double kChannelSwing = 9000;
@@ -74,12 +74,12 @@ double LiveValues::wander(quint32 place, Milliseconds period, Milliseconds now) 
 int LiveValues::voltsRaw(int address, const Health &health, Milliseconds now) const
 {
     const double volts = health.volts + kVoltsSwing * wander(placeOf(address, VoltsPlace), kVoltsPeriod, now);
-    return limited(volts * 100, kVoltsMaximum);
+    return limited(volts * 100, kRawVoltsMaximum);
 }
 
 int LiveValues::celsiusRaw(int address, const Health &health, Milliseconds now) const
 {
-    return limited((celsius(address, health.celsius, now) + 55) * 2, kCelsiusMaximum);
+    return limited((celsius(address, health.celsius, now) + 55) * 2, kRawCelsiusMaximum);
 }
 
 double LiveValues::celsius(int address, double base, Milliseconds now) const

@@ -6,8 +6,6 @@ namespace sim {
 
 namespace {
 
-constexpr int kChannelsPerModule = 2;
-
 /// Only a list with halves has one part for each channel; in any other "#" is a character as all are.
 QStringList itemsOf(const QString &list, bool hasHalves, int channelIndex)
 {

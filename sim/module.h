@@ -10,6 +10,8 @@ namespace sim {
 
 using Milliseconds = std::chrono::milliseconds;
 
+constexpr int kChannelsPerModule = 2;
+
 struct Identity
 {
     QString serial;

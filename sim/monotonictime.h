@@ -6,6 +6,8 @@
 
 namespace sim {
 
+constexpr qint64 kNsPerMs = 1000000;
+
 /// The machine's time without the jumps of its clock: begins with the clock and then only counts on.
 class MonotonicTime final : public TimeSource
 {

@@ -13,7 +13,7 @@ namespace {
 constexpr quint32 kPortMaximum = 65535;
 constexpr quint32 kPaceMaximum = 100000000;
 constexpr double kLongestRun = 1e7;
-constexpr double kMsPerSecond = 1000;
+constexpr double kMillisecondsPerSecond = 1000;
 
 void addOptions(QCommandLineParser *parser)
 {
@@ -140,7 +140,8 @@ bool readOptions(const QStringList &arguments, Options *options, QString *error)
     if (reader.has("seed"))
         options->seed = reader.whole("seed", std::numeric_limits<quint32>::max());
     if (reader.has("run-for"))
-        options->runFor = Milliseconds(qRound64(reader.real("run-for", kLongestRun) * kMsPerSecond));
+        options->runFor =
+            Milliseconds(qRound64(reader.real("run-for", kLongestRun) * kMillisecondsPerSecond));
     options->terminalName = reader.text("pty");
     options->imageFolder = reader.text("images");
     options->logName = reader.text("log");

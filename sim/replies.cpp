@@ -8,12 +8,12 @@ namespace sim {
 
 namespace {
 
-constexpr double kWordMaximum = 65535;
+constexpr double kRawMaximum = 65535;
 
 /// `value` in steps of a field of two bytes, at the field's end where it lies outside.
 void putSteps(QByteArray &bytes, int offset, double value)
 {
-    putU16(bytes, offset, qRound(qBound(0.0, value, kWordMaximum)));
+    putU16(bytes, offset, qRound(qBound(0.0, value, kRawMaximum)));
 }
 
 void putBits(QByteArray &bytes, int firstBit, int width, int value)

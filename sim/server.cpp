@@ -3,6 +3,7 @@
 #include "sim/bytes.h"
 #include "sim/connection.h"
 #include "sim/framecodec.h"
+#include "sim/monotonictime.h"
 #include "sim/payloadlayout.h"
 #include "sim/ptylink.h"
 #include "sim/session.h"
@@ -15,8 +16,6 @@
 namespace sim {
 
 namespace {
-
-constexpr qint64 kNsPerMs = 1000000;
 
 Milliseconds asMilliseconds(qint64 ns)
 {

@@ -2,6 +2,7 @@
 
 #include "sim/bytes.h"
 #include "sim/connection.h"
+#include "sim/monotonictime.h"
 
 #include "base/timesource.h"
 
@@ -12,7 +13,6 @@ namespace sim {
 namespace {
 
 constexpr qint64 kNsPerSecond = 1000000000;
-constexpr qint64 kNsPerMs = 1000000;
 constexpr qint64 kAnswerWindowNs = 20 * kNsPerMs;
 
 } // namespace
