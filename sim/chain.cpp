@@ -4,8 +4,6 @@
 
 namespace sim {
 
-namespace {} // namespace
-
 int Power::outputMillivolts() const
 {
     if (tooHot && protection == SwitchOff)
