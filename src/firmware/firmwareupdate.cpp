@@ -52,7 +52,7 @@ FirmwareUpdate::FirmwareUpdate(QWidget *parent)
 {
     m_ui->setupUi(this);
     setButtonText(kStartText);
-    m_ui->flashButton->setMinimumWidth(m_ui->flashButton->sizeHint().width()); // it stays where it is
+    setWidths();
     keepLastMessageInView();
     connect(m_ui->selectFileButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_SelectFilePath);
     connect(m_ui->flashButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_UpdateOrAbortFirmw);
@@ -104,6 +104,15 @@ void FirmwareUpdate::setButtonText(const QString &text)
 {
     m_ui->flashButton->setText(text);
     m_ui->flashButton->setAccessibleName(text);
+}
+
+void FirmwareUpdate::setWidths()
+{
+    QLineEdit &edit = *m_ui->filePathEdit;
+    const int frame = edit.minimumSizeHint().width(); // that of one letter
+    edit.setMinimumWidth(edit.fontMetrics().horizontalAdvance(edit.placeholderText()) + frame);
+    // The buttons stay where they are when the text changes.
+    m_ui->flashButton->setMinimumWidth(m_ui->flashButton->sizeHint().width());
 }
 
 void FirmwareUpdate::keepLastMessageInView()

@@ -76,6 +76,7 @@ signals:
 private:
     void setState(State state);
     void setButtonText(const QString &text);
+    void setWidths();
     void keepLastMessageInView();
     QString path() const;
     void takePath(const QString &path);

@@ -17,7 +17,7 @@ private slots:
     void nothingIsClipped_data();
     void nothingIsClipped();
     void doubledFontFits();
-    void buttonKeepsItsPlace();
+    void buttonsKeepTheirPlaces();
     void lastMessageIsInView_data();
     void lastMessageIsInView();
 
@@ -134,18 +134,25 @@ void TstFirmwareUpdateWindow::doubledFontFits()
         QCoreApplication::sendPostedEvents();
         QCOMPARE(dialoglook::clipped(w.window), QStringList());
         QCOMPARE(w.status()->font().pixelSize(), font.pixelSize());
+        w.window.resize(1, 1);
+        QCoreApplication::sendPostedEvents();
+        const int placeholder =
+            w.pathEdit()->fontMetrics().horizontalAdvance(w.pathEdit()->placeholderText());
+        QVERIFY(w.pathEdit()->width() > placeholder + 6); // and its margins
     }
 }
 
-void TstFirmwareUpdateWindow::buttonKeepsItsPlace()
+void TstFirmwareUpdateWindow::buttonsKeepTheirPlaces()
 {
     FirmwareWindow w;
-    const QRect before = w.flashButton()->geometry();
+    const QRect select = w.button("selectFileButton")->geometry();
+    const QRect flash = w.flashButton()->geometry();
     w.flashImage(1000);
     QCoreApplication::sendPostedEvents();
-    QCOMPARE(w.flashButton()->geometry(), before);
-    QCOMPARE(before.left(), w.button("selectFileButton")->geometry().left());
-    QCOMPARE(before.width(), w.button("selectFileButton")->width());
+    QCOMPARE(w.button("selectFileButton")->geometry(), select);
+    QCOMPARE(w.flashButton()->geometry(), flash);
+    QCOMPARE(flash.right(), w.pathEdit()->geometry().right());
+    QCOMPARE(flash.top(), select.top());
 }
 
 void TstFirmwareUpdateWindow::lastMessageIsInView_data()
