@@ -32,6 +32,9 @@ void FirmwareFixture::begin(int bytesPerSecond)
     plug(kChain);
     device->setPace(bytesPerSecond);
     start();
+    Communication *session = app->communication();
+    QObject::connect(session, &Communication::packetSent, session, [this] { m_isAnswered = false; });
+    QObject::connect(session, &Communication::packetRecvd, session, [this] { m_isAnswered = true; });
     WAIT_VERIFY(isWhole());
     device->clearCounters();
 }
@@ -67,6 +70,7 @@ QByteArray FirmwareFixture::codesOfRequests() const
 
 void FirmwareFixture::startOver()
 {
+    WAIT_VERIFY(m_isAnswered); // a reply that is on its way would be torn
     device->faults().clear();
     device->clearCounters();
     time.skip(periods.comm);

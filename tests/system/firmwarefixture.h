@@ -35,6 +35,8 @@ public:
 
     sim::FpgaImages &images() const { return device->device().images(); }
     bool isWhole() const;
+    /// Whether no request of the program that begin() started waits for its reply.
+    bool isAnswered() const { return m_isAnswered; }
     int fpgaCommands() const { return device->requestCount(0x16); }
 
     /// The first bytes of all requests.
@@ -63,4 +65,7 @@ public:
 
     /// Text of the status label; empty while it is hidden.
     QString label() const;
+
+private:
+    bool m_isAnswered = false;
 };

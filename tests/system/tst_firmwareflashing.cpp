@@ -170,18 +170,13 @@ void TstFirmwareFlashing::brokenRunIsDroppedAndTheNextOneIsWhole()
 void TstFirmwareFlashing::flashSlowlyAndAbort()
 {
     begin(LinkKind::Tcp, kSlow);
-    bool isAnswered = true;
-    const QObject watch;
-    const Communication *session = s->app->communication();
-    connect(session, &Communication::packetSent, &watch, [&isAnswered] { isAnswered = false; });
-    connect(session, &Communication::packetRecvd, &watch, [&isAnswered] { isAnswered = true; });
     s->openWindow();
     s->choose(s->write("x_ANA_FPGA5_1.bin", imageContents(300000)));
     s->click("flashButton");
     WAIT_VERIFY(s->progress() > 20);
     s->abort();
     QVERIFY(s->fpgaCommands() > 20 && s->fpgaCommands() < 1000);
-    WAIT_VERIFY(isAnswered);
+    WAIT_VERIFY(s->isAnswered());
 }
 
 void TstFirmwareFlashing::operatorFlashesAFile()
