@@ -2,9 +2,9 @@
 // time that the bytes themselves need on the wire.
 
 #include "base/timesource.h"
+#include "countingsock.h"
 #include "link/portdirectory.h"
 #include "link/serialcomm.h"
-#include "link/tcpsock.h"
 #include "protocol/commlinks.h"
 #include "protocol/communication.h"
 #include "simulatedchain.h"
@@ -20,27 +20,6 @@ namespace {
 constexpr int kBytesPerSecond = 10472; // 115200 bit/s, 11 bits a byte
 constexpr double kLimit = 1.03;
 constexpr std::chrono::seconds kPatience{60};
-
-/// Counts the bytes of both directions.
-class CountingSock final : public TcpSock
-{
-public:
-    CountingSock(TimeSource &time, qint64 &count)
-        : TcpSock(time)
-        , m_count(count)
-    {
-        connect(this, &TcpSock::messagePacket, this, [this](QByteArray &bytes) { m_count += bytes.size(); });
-    }
-
-    void Write(const QByteArray &frame) override
-    {
-        m_count += frame.size();
-        TcpSock::Write(frame);
-    }
-
-private:
-    qint64 &m_count;
-};
 
 } // namespace
 

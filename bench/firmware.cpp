@@ -1,0 +1,140 @@
+// How long the session takes to write a firmware image: over a link that is as slow as a serial line, beside
+// the time that the bytes themselves need on the wire, and over one without a limit.
+
+#include "base/timesource.h"
+#include "countingsock.h"
+#include "firmware/firmwareimage.h"
+#include "link/portdirectory.h"
+#include "link/serialcomm.h"
+#include "protocol/commlinks.h"
+#include "protocol/communication.h"
+#include "simulatedchain.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int kBytesPerSecond = 10472; // 115200 bit/s, 11 bits a byte
+constexpr double kLimit = 1.03;
+constexpr double kBlocksPerSecond = 2000;
+constexpr int kFileSize = 300000;
+constexpr firmwareimage::Target kTarget{1, 2};
+const char kImageFile[] = "analog-fpga2.bin";
+constexpr std::chrono::seconds kPatience{90};
+
+struct Run
+{
+    double seconds = 0; ///< from the order to start to the reply to the last command
+    qint64 bytes = 0;   ///< of all requests and replies in that time
+    int commands = 0;
+};
+
+QByteArray contents()
+{
+    QByteArray bytes(kFileSize, '\0');
+    for (int i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 7 + i / 256);
+    return bytes;
+}
+
+[[noreturn]] void giveUp(const char *why)
+{
+    std::fprintf(stderr, "%s\n", why);
+    std::exit(1);
+}
+
+/// Leaves the benchmark if the chain did not get the image as it is.
+void checkImage(const QString &folder)
+{
+    QFile file(folder + QLatin1Char('/') + QLatin1String(kImageFile));
+    const QByteArray image = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (image.left(kFileSize) != contents())
+        giveUp("The chain has another image than was flashed.");
+}
+
+/// Walks the chain and writes the image into it.
+Run flash(const QStringList &options)
+{
+    const QTemporaryDir folder;
+    const SimulatedChain chain(QStringLiteral("demo.chain"),
+                               QStringList{QStringLiteral("--images"), folder.path()} + options);
+    SystemTime time;
+    qint64 bytes = 0;
+    CommLinks links;
+    links.serial = std::make_unique<SerialComm>(time, PortDirectory(QString()));
+    links.tcp = std::make_unique<CountingSock>(time, bytes);
+    Communication communication(time, std::move(links));
+
+    model_Namespace::Settings settings;
+    settings.ipAddress = QStringLiteral("127.0.0.1");
+    settings.tcpPort = QString::number(chain.port());
+    settings.commType = Comm_Type::Ethernet;
+
+    const auto commands = firmwareimage::commands(kTarget, contents());
+    Run run;
+    run.commands = commands.size();
+    int waiting = 0;
+    QElapsedTimer clock;
+    QEventLoop loop;
+    QObject::connect(&communication, &Communication::stateInitialized, &loop, [&] {
+        // In a turn of its own: the walk's last reply is dealt with, and no poll is out.
+        QTimer::singleShot(0, &loop, [&] {
+            waiting = run.commands;
+            bytes = 0;
+            clock.start();
+            for (const FPGAfwCommand &command : commands)
+                communication.Slot_FirmwareCommands(QVariant::fromValue(command));
+            communication.Slot_StartFPGAprocess();
+        });
+    });
+    // Each reply tells the head, and nothing but commands of the image is answered meanwhile.
+    QObject::connect(&communication, &Communication::Signal_FastSystemStatus, &loop, [&] {
+        if (waiting == 0 || --waiting > 0)
+            return;
+        run.seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
+        run.bytes = bytes;
+        loop.quit();
+    });
+    QTimer::singleShot(kPatience, &loop, [] { giveUp("The image was not written in time."); });
+    if (!communication.OpenCommunicationChannel(settings))
+        giveUp("The link did not open.");
+    loop.exec();
+    checkImage(folder.path());
+    return run;
+}
+
+void measurePaced()
+{
+    const Run run = flash({QStringLiteral("--pace"), QString::number(kBytesPerSecond)});
+    const double wire = static_cast<double>(run.bytes) / kBytesPerSecond;
+    std::printf(
+        "flashing of %d bytes, %d commands: %.3f s, %lld bytes, bare wire time %.3f s, ratio %.4f (limit "
+        "%.2f)\n",
+        kFileSize, run.commands, run.seconds, static_cast<long long>(run.bytes), wire, run.seconds / wire,
+        kLimit);
+}
+
+void measureUnpaced()
+{
+    const Run run = flash({});
+    const int blocks = (kFileSize + firmwareimage::kBlockSize - 1) / firmwareimage::kBlockSize;
+    std::printf("flashing without a limit of the link: %d blocks in %.3f s, %.0f blocks/s (at least %.0f)\n",
+                blocks, run.seconds, blocks / run.seconds, kBlocksPerSecond);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    measurePaced();
+    measureUnpaced();
+}
