@@ -4,6 +4,7 @@
 #include "app/dynamicmodulesframe_view.h"
 #include "app/lamps.h"
 #include "app/productversion.h"
+#include "app/reservedkeys.h"
 #include "app/resources.h"
 #include "app/statusline.h"
 #include "app/versionnotice.h"
@@ -149,7 +150,9 @@ void Framework_View::createShortcuts()
         connect(made, &QShortcut::activated, this, slot);
     };
     shortcut(QKeySequence::HelpContents, &Framework_View::showManual);
-    shortcut(QKeySequence(QStringLiteral("Ctrl+U")), &Framework_View::Slot_FirmwareUpdate);
+    const QKeySequence updateKeys(QStringLiteral("Ctrl+U"));
+    shortcut(updateKeys, &Framework_View::Slot_FirmwareUpdate);
+    new ReservedKeys(updateKeys, this);
 }
 
 std::array<QWidget *, 3> Framework_View::openers() const
