@@ -22,7 +22,7 @@ class VersionRequest : public QObject
 
 public:
     /// A file of more bytes is not read.
-    static constexpr qint64 kMaximumSize = 1024 * 1024;
+    static constexpr qint64 kMaximumSize = qint64(1024) * 1024;
 
     /// The time source, the look-up and the network access, to which the replies belong, must outlive the
     /// object.

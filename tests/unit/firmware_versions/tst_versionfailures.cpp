@@ -13,8 +13,7 @@ using Manner = HttpsAnswer::Manner;
 namespace {
 
 const QByteArray kGoodFile = "vxconfig v1.1.63\n";
-constexpr qint64 kAtOnce =
-    2000; ///< ms, generous to a busy machine and far below any period that is waited for
+constexpr qint64 kAtOnce = 4000; ///< ms; generous to a busy machine, and less than any wait
 
 } // namespace
 
