@@ -201,7 +201,8 @@ void TstFirmwareUpdate::refusalIsAModalBox()
     QCOMPARE(box->windowTitle(), QStringLiteral("Failure"));
     QCOMPARE(box->standardButtons(), QMessageBox::Ok);
     QCOMPARE(box->textFormat(), Qt::PlainText);
-    QVERIFY(QTest::qWaitForWindowActive(box));
+    box->activateWindow();
+    QTRY_COMPARE(QApplication::focusWidget(), box->button(QMessageBox::Ok));
     windowacts::repeatKey(Qt::Key_Return); // held since before
     QVERIFY(box->isVisible());
     QTest::keyClick(box, Qt::Key_Return);

@@ -27,6 +27,7 @@ private slots:
     void chosenFileIsShown();
     void leftDialogChangesNothing();
     void dialogGoesWithTheWindow();
+    void noFileIsSelectedWhileAnUpdateRuns();
 
     void onlyAFileThatOpensCanBeFlashed_data();
     void onlyAFileThatOpensCanBeFlashed();
@@ -166,7 +167,8 @@ void TstFirmwareUpdateWindow::lastMessageIsInView()
 {
     QFETCH(QString, look);
     FirmwareWindow w;
-    w.window.resize(w.window.minimumSizeHint()); // not all messages fit
+    constexpr int kRoomForTheBar = 40; // the messages leave it to the bar or the status
+    w.window.resize(w.window.minimumSizeHint() + QSize(0, kRoomForTheBar));
     bringTo(w, look);
     QCoreApplication::sendPostedEvents();
     QTextCursor cursor(w.messageBox()->document());
@@ -248,8 +250,10 @@ void TstFirmwareUpdateWindow::leftDialogChangesNothing()
     const QString path = w.file(QStringLiteral("any.bin"), "x");
     w.window.Slot_UpdateFirmwrFilePath(path);
     w.click(w.button("selectFileButton"));
+    const QPointer<QFileDialog> dialog(w.fileDialog());
     QTest::keyClick(w.fileDialog(), Qt::Key_Escape);
     QVERIFY(!w.fileDialog());
+    QTRY_VERIFY(!dialog);
     QCOMPARE(w.pathEdit()->text(), path);
     QVERIFY(w.flashButton()->isEnabled());
 }
@@ -262,6 +266,14 @@ void TstFirmwareUpdateWindow::dialogGoesWithTheWindow()
     QVERIFY(dialog);
     w.reset();
     QVERIFY(!dialog);
+}
+
+void TstFirmwareUpdateWindow::noFileIsSelectedWhileAnUpdateRuns()
+{
+    FirmwareWindow w;
+    w.flashImage(1000);
+    w.click(w.button("selectFileButton"));
+    QVERIFY(!w.fileDialog());
 }
 
 void TstFirmwareUpdateWindow::onlyAFileThatOpensCanBeFlashed_data()
