@@ -1,13 +1,20 @@
 #include "firmware/firmwarename.h"
 
-#include <QRegularExpression>
 #include <QStringList>
+#include <algorithm>
 
 namespace {
 
 constexpr int kModulePiece = 1;
 constexpr int kFpgaPiece = 2;
 constexpr int kPiecesOfACompleteName = 7;
+
+// Not by a regular expression: it matches nothing in a text with half a surrogate pair, which a folder may
+// have.
+bool endsFolder(QChar character)
+{
+    return QStringLiteral("\\/|'").contains(character);
+}
 
 } // namespace
 
@@ -41,9 +48,9 @@ QString FirmwareName::moduleText() const
 
 FirmwareName firmwareName(const QString &path)
 {
-    static const QRegularExpression separator(QStringLiteral(R"([\\/|'])"));
     FirmwareName name;
-    name.file = path.mid(path.lastIndexOf(separator) + 1);
+    const auto file = std::find_if(path.crbegin(), path.crend(), endsFolder);
+    name.file = path.right(static_cast<int>(std::distance(path.crbegin(), file)));
     const QStringList pieces = name.file.split(QLatin1Char('_'));
     name.moduleWord = pieces.value(kModulePiece);
     name.fpgaWord = pieces.value(kFpgaPiece);

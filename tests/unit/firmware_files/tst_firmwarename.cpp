@@ -62,6 +62,8 @@ void TstFirmwareName::nameBeginsBehindTheLastSeparator_data()
     row("non-Latin", QStringLiteral("/прошивка/ファイル_ANA_FPGA5_ü.bin"),
         QStringLiteral("ファイル_ANA_FPGA5_ü.bin"));
     row("line end in the folder", "/a\nb/" + good, good);
+    row("half a surrogate pair in the folder", QStringLiteral("/a") + QChar(0xD800) + QLatin1Char('/') + good,
+        good);
 }
 
 void TstFirmwareName::nameBeginsBehindTheLastSeparator()
