@@ -227,7 +227,7 @@ void TstFirmwareFlashing::nothingElseIsSentWhileTheWindowFlashes()
         if (!payload.startsWith('\x16') || s->fpgaCommands() != 100)
             return;
         session->queueModuleStatus(1);
-        session->Slot_SendSystemReset();
+        session->Slot_SendVoltageSupply(1, 1, 0x14);
         s->update()->close();
     });
     s->click("flashButton");
