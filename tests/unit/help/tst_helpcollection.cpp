@@ -5,9 +5,11 @@
 #include "support/droppedprivileges.h"
 #include "support/messagecatcher.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QHelpEngine>
 #include <QRandomGenerator>
+#include <QThread>
 #include <QTreeView>
 #include <QtTest>
 #include <algorithm>
@@ -99,6 +101,7 @@ private slots:
     void anotherProgramMayReadToo();
     void threadsEndWithTheWindow_data();
     void threadsEndWithTheWindow();
+    void threadsEndBeforeWhatTheyRead();
 
 private:
     std::unique_ptr<SmallManual> m_manual;
@@ -320,6 +323,26 @@ void TstHelpCollection::threadsEndWithTheWindow()
             QCoreApplication::processEvents();
     }
     QTRY_COMPARE(threads(), before); // the last of them may still be on its way out
+}
+
+void TstHelpCollection::threadsEndBeforeWhatTheyRead()
+{
+    bool oneWasRunning = false;
+    for (int round = 0; round < 10; ++round) {
+        const HelpEngine window(m_manual->collection());
+        const QObject *reader = contents(window)->QObject::parent();
+        const auto threads = reader->findChildren<QThread *>();
+        QCOMPARE(threads.size(), 2);
+        const auto began = [](const QThread *thread) { return thread->isRunning() || thread->isFinished(); };
+        const QDeadlineTimer limit(std::chrono::seconds(5));
+        while (!std::all_of(threads.begin(), threads.end(), began) && !limit.hasExpired())
+            QCoreApplication::processEvents();
+        connect(reader, &QObject::destroyed, this, [&oneWasRunning, threads] {
+            for (const QThread *thread : threads)
+                oneWasRunning = oneWasRunning || thread->isRunning();
+        });
+    }
+    QVERIFY(!oneWasRunning);
 }
 
 QTEST_MAIN(TstHelpCollection)
