@@ -6,6 +6,7 @@
 #include "controller/powersetting.h"
 #include "modules/common/displayformat.h"
 #include "modules/common/widgetstyle.h"
+#include "modules/widgets/ignorewheel.h"
 #include "ui_modulecontroller_view.h"
 
 #include <array>
@@ -75,6 +76,8 @@ ModuleController_View::ModuleController_View(int moduleNumber, QWidget *parent)
     setStatusFlag(false);
     for (QLabel *label : {m_ui->label_ModuleNumber, m_ui->label_ModuleNumber_Pow})
         label->setText(QString::number(moduleNumber));
+    ignoreWheel(*m_ui->doubleSpinBox_OutputVoltage);
+    ignoreWheel(*m_ui->comboBox_OutputVoltageMode);
     connect(m_ui->doubleSpinBox_OutputVoltage, &MyDoubleSpinBox::valueChangedByUser, this,
             &ModuleController_View::Slot_OutputVoltageSetpointChanged);
     connect(m_ui->comboBox_OutputVoltageMode, qOverload<int>(&QComboBox::activated), this,

@@ -1,7 +1,10 @@
 #include "base/gui/fonts.h"
 #include "controller/modulecontroller_view.h"
 #include "support/childbyname.h"
+#include "support/windowacts.h"
 
+#include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QFontDatabase>
 #include <QGroupBox>
 #include <QLabel>
@@ -49,6 +52,8 @@ private slots:
     void liveValuesBeginEmpty();
     void liveValuesAreFormatted();
     void buttonsArePassedOn();
+    void wheelLeavesThePowerSettings_data();
+    void wheelLeavesThePowerSettings();
     void powerPartHidesAndShows();
     void controllerPartKeepsItsWidth();
     void spacerStandsInThePlaceOfThePowerPart();
@@ -204,6 +209,37 @@ void TstModuleControllerView::buttonsArePassedOn()
     QTest::mouseClick(childByName<QPushButton>(&row, "pushButton_powModType"), Qt::LeftButton);
     QCOMPARE(controller.count(), 1);
     QCOMPARE(power.count(), 1);
+}
+
+void TstModuleControllerView::wheelLeavesThePowerSettings_data()
+{
+    QTest::addColumn<bool>("focused");
+    QTest::newRow("without the focus") << false;
+    QTest::newRow("with the focus") << true;
+}
+
+void TstModuleControllerView::wheelLeavesThePowerSettings()
+{
+    QFETCH(bool, focused);
+    ModuleController_View row(1);
+    row.setOutputVoltageSetpoint(12.0);
+    row.setOutputVoltageMode(0);
+    row.show();
+    QVERIFY(QTest::qWaitForWindowActive(&row));
+    auto *setpoint = childByName<QDoubleSpinBox>(&row, "doubleSpinBox_OutputVoltage");
+    auto *mode = childByName<QComboBox>(&row, "comboBox_OutputVoltageMode");
+    QSignalSpy picked(mode, qOverload<int>(&QComboBox::activated));
+    for (QWidget *control : {static_cast<QWidget *>(setpoint), static_cast<QWidget *>(mode)}) {
+        if (focused)
+            control->setFocus();
+        QCOMPARE(control->hasFocus(), focused);
+        windowacts::turnWheel(*control, true);
+        windowacts::turnWheel(*control, false);
+        windowacts::turnWheel(*control, false);
+    }
+    QCOMPARE(setpoint->value(), 12.0);
+    QCOMPARE(mode->currentIndex(), 0);
+    QCOMPARE(picked.count(), 0);
 }
 
 void TstModuleControllerView::powerPartHidesAndShows()
