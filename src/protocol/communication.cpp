@@ -153,6 +153,7 @@ void Communication::setState(SessionState state)
 
 void Communication::cleanSlate()
 {
+    const bool firmwareWaited = firmwareCommandsWait();
     ++m_session;
     m_queues.clear();
     m_walk.clear();
@@ -160,7 +161,10 @@ void Communication::cleanSlate()
     m_initSequenceTimer->stop();
     m_cyclicCommTimer->stop();
     m_commTimer->stop();
+    m_fpgaRests = false;
     setState(SessionState::SystemStatusAwaited);
+    if (firmwareWaited)
+        emit firmwareCommandsDropped();
 }
 
 // This and the next two: true if no receiver began a new session, which would make further steps of the

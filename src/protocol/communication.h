@@ -39,6 +39,9 @@ public:
 
     SessionState state() const { return m_state; }
 
+    /// True if firmware commands were queued that have not been sent.
+    bool firmwareCommandsWait() const { return m_queues.hasFirmwareCommands(); }
+
     /// True if the link of the kind last asked for is open.
     bool isCommunicationChannelOpen() const;
 
@@ -117,6 +120,7 @@ signals:
     void stateInitialized();                     ///< the walk is over, the cycle is about to start
     void Signal_DebugMsg(QString text);          ///< a line for the user's debug display
     void ModuleRead(ushort index);               ///< the walk asked for this module
+    void firmwareCommandsDropped();              ///< a clean slate took firmware commands that waited
     void Signal_CleanSlateProtocol();            ///< all that is known of the system is void
     void Signal_RcvPayload(QByteArray &payload); ///< a reply was dealt with to its end
 

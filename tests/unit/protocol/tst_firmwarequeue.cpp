@@ -19,6 +19,9 @@ private slots:
     void firmwareCommandsWaitForTheSemaphore();
     void firmwareTimerRestsWhileNoReplyComes();
     void abortWhileNoReplyComesEndsTheRest();
+    void cleanSlateEndsTheRest();
+    void droppedCommandsAreTold_data();
+    void droppedCommandsAreTold();
     void firmwareCommandsSilenceThePolling();
     void firmwareResetBecomesTheSystemReset();
     void firmwareCommandTooLongForAFrameIsDropped_data();
@@ -99,6 +102,56 @@ void TstFirmwareQueue::abortWhileNoReplyComesEndsTheRest()
     s->endTurn();
     s->time.turn();
     QCOMPARE(s->sent(), QList<QByteArray>());
+}
+
+void TstFirmwareQueue::cleanSlateEndsTheRest()
+{
+    s->time.advance(500);
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
+    s->comm->Slot_StartFPGAprocess();
+    s->time.turn();
+    s->comm->Slot_CommTimeout();
+    s->answerUntilCyclic();
+    s->forget();
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(0)); // waits for a new start
+    s->endTurn();
+    s->time.turn();
+    QCOMPARE(s->sent(), QList<QByteArray>());
+}
+
+void TstFirmwareQueue::droppedCommandsAreTold_data()
+{
+    QTest::addColumn<int>("commands");
+    QTest::addColumn<int>("sent");
+    QTest::addColumn<int>("told");
+    QTest::newRow("none") << 0 << 0 << 0;
+    QTest::newRow("none sent") << 2 << 0 << 1;
+    QTest::newRow("one of two sent") << 2 << 1 << 1;
+    QTest::newRow("both sent") << 2 << 2 << 0;
+}
+
+void TstFirmwareQueue::droppedCommandsAreTold()
+{
+    QFETCH(int, commands);
+    QFETCH(int, sent);
+    QFETCH(int, told);
+    for (int i = 0; i < commands; ++i)
+        s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
+    if (sent > 0)
+        s->comm->Slot_StartFPGAprocess();
+    for (int i = 0; i < sent; ++i) {
+        s->time.turn();
+        if (i + 1 < sent)
+            s->endTurn();
+    }
+    QCOMPARE(s->sent().size(), sent);
+    QCOMPARE(s->comm->firmwareCommandsWait(), sent < commands);
+    QSignalSpy dropped(s->comm.get(), &Communication::firmwareCommandsDropped);
+    s->comm->Slot_CommTimeout();
+    QCOMPARE(dropped.count(), told);
+    QVERIFY(!s->comm->firmwareCommandsWait());
+    s->comm->Slot_CommTimeout();
+    QCOMPARE(dropped.count(), told);
 }
 
 void TstFirmwareQueue::firmwareCommandsSilenceThePolling()
