@@ -223,7 +223,7 @@ void TstModuleControllerView::wheelLeavesThePowerSettings()
     QFETCH(bool, focused);
     ModuleController_View row(1);
     row.setOutputVoltageSetpoint(12.0);
-    row.setOutputVoltageMode(0);
+    row.SetOutputVoltageMode(0);
     row.show();
     QVERIFY(QTest::qWaitForWindowActive(&row));
     auto *setpoint = childByName<QDoubleSpinBox>(&row, "doubleSpinBox_OutputVoltage");
