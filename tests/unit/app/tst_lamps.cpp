@@ -10,6 +10,7 @@ class TstLamps : public QObject
 private slots:
     void codeColoursTheBaseRoleOfAllGroups_data();
     void codeColoursTheBaseRoleOfAllGroups();
+    void sameColourAgainChangesNothing();
     void unknownCodeLeavesThePalette_data();
     void unknownCodeLeavesThePalette();
     void otherRolesStay();
@@ -35,6 +36,17 @@ void TstLamps::codeColoursTheBaseRoleOfAllGroups()
     setLampColour(&lamp, code);
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
         QCOMPARE(lamp.palette().color(group, QPalette::Base), colour);
+}
+
+void TstLamps::sameColourAgainChangesNothing()
+{
+    QLineEdit lamp;
+    setLampColour(&lamp, LampColour::Yellow);
+    const qint64 before = lamp.palette().cacheKey();
+    setLampColour(&lamp, LampColour::Yellow);
+    QCOMPARE(lamp.palette().cacheKey(), before);
+    setLampColour(&lamp, LampColour::Green);
+    QVERIFY(lamp.palette().cacheKey() != before);
 }
 
 void TstLamps::unknownCodeLeavesThePalette_data()
