@@ -70,7 +70,7 @@ Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, con
     , m_time(time)
     , m_periods(periods)
     , m_portLister(new PortLister(time, ports, this))
-    , m_firmwareUpdate(new FirmwareUpdate(this))
+    , m_firmwareUpdate(new FirmwareUpdate(time, this))
     , m_ui(std::make_unique<Ui::Framework_View>())
     , m_helpWindow(new HelpWindow(this))
     , m_warningBox(new WarningBox(this))

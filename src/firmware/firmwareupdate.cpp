@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -46,7 +47,7 @@ bool isAccepted(const FirmwareName &name)
 
 } // namespace
 
-FirmwareUpdate::FirmwareUpdate(QWidget *parent)
+FirmwareUpdate::FirmwareUpdate(TimeSource &, QWidget *parent)
     : QDialog(parent, dialogFlags())
     , m_ui(std::make_unique<Ui::FirmwareUpdate>())
 {
@@ -67,11 +68,19 @@ void FirmwareUpdate::beginOperation()
         checkFile();
 }
 
+void FirmwareUpdate::setCommandsWaiting(std::function<bool()> commandsWait)
+{
+    m_commandsWait = std::move(commandsWait);
+}
+
+bool FirmwareUpdate::commandsWait() const
+{
+    return m_commandsWait && m_commandsWait();
+}
+
 void FirmwareUpdate::stopCounting()
 {
-    // The device restarts on the last command, the reset, and may do so without a reply.
-    const QProgressBar &bar = *m_ui->progressBar;
-    if (m_state == State::Running && bar.value() < bar.maximum() - 1)
+    if (m_state == State::Running)
         setState(State::Stalled);
 }
 
@@ -276,7 +285,8 @@ void FirmwareUpdate::Slot_incrementProgress(QVariant)
     if (m_state != State::Running)
         return;
     QProgressBar &bar = *m_ui->progressBar;
-    bar.setValue(bar.value() + 1);
+    const int furthest = commandsWait() ? bar.maximum() - 1 : bar.maximum();
+    bar.setValue(std::min(bar.value() + 1, furthest));
     if (bar.value() == bar.maximum())
         complete();
 }

@@ -5,10 +5,12 @@
 #include <QDialog>
 #include <QPointer>
 #include <QVariant>
+#include <functional>
 #include <memory>
 #include <optional>
 
 class QFileDialog;
+class TimeSource;
 
 namespace Ui {
 class FirmwareUpdate;
@@ -25,19 +27,23 @@ public:
     enum class State {
         Idle,
         Running, ///< each reply counts
-        Stalled  ///< the commands are lost: replies do not count any more, only the abort ends this
+        Stalled  ///< commands were dropped: replies do not count any more, only the abort ends this
     };
     Q_ENUM(State)
 
-    explicit FirmwareUpdate(QWidget *parent = nullptr);
+    /// `time` must outlive the window.
+    explicit FirmwareUpdate(TimeSource &time, QWidget *parent = nullptr);
     ~FirmwareUpdate() override;
 
     /// Looks at the file again that was chosen last, and sets the button by it. Sends nothing, and leaves an
     /// update that runs alone.
     void beginOperation();
 
-    /// The session with the device was lost, and with it the commands that wait. The progress stands from now
-    /// on, unless nothing but the reply to the last command was missing.
+    /// How the window asks whether commands still wait to be sent; without it none wait. It is asked at each
+    /// reply.
+    void setCommandsWaiting(std::function<bool()> commandsWait);
+
+    /// The commands that waited were dropped: the progress of an update that runs stands from now on.
     void stopCounting();
 
 public slots:
@@ -50,7 +56,8 @@ public slots:
     /// nothing while an update runs.
     bool ReadFileAndSendCommands();
 
-    /// One more command was answered. Does nothing unless an update runs.
+    /// The device answered once more. Does nothing unless an update runs. Replies to other requests may be
+    /// among them, so the progress stands one below its end as long as commands wait.
     void Slot_incrementProgress(QVariant data);
 
     /// The settings name the file that was flashed last. While an update runs it is kept for afterwards.
@@ -74,6 +81,7 @@ signals:
     void Signal_StartProcedure();
 
 private:
+    bool commandsWait() const;
     void setState(State state);
     void setButtonText(const QString &text);
     void setWidths();
@@ -92,6 +100,7 @@ private:
     void abort();
 
     const std::unique_ptr<Ui::FirmwareUpdate> m_ui;
+    std::function<bool()> m_commandsWait;
     State m_state = State::Idle;
     firmwareimage::Target m_target;     ///< of the image that was sent last
     std::optional<QString> m_nextPath;  ///< came while an update was running, to be taken afterwards

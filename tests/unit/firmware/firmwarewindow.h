@@ -5,6 +5,7 @@
 #include "support/childbyname.h"
 #include "support/droppedprivileges.h"
 #include "support/messagecatcher.h"
+#include "support/virtualtime.h"
 
 #include <QFileDialog>
 #include <QLabel>
@@ -20,6 +21,7 @@
 struct FirmwareWindow
 {
     explicit FirmwareWindow(bool isShown = true)
+        : window(time)
     {
         if (!folder.isValid() || !QFile::setPermissions(folder.path(), DroppedPrivileges::kOpenFolder))
             qFatal("no folder for the images");
@@ -37,6 +39,7 @@ struct FirmwareWindow
     }
 
     MessageCatcher log;
+    VirtualTime time;
     QTemporaryDir folder;
     FirmwareUpdate window;
     QStringList events;

@@ -1,7 +1,7 @@
 #include "firmwarewindow.h"
 #include "support/windowacts.h"
 
-/// The running update: progress, abort and a lost session.
+/// The running update: progress and abort.
 class TstFirmwareUpdateProgress : public QObject
 {
     Q_OBJECT
@@ -29,12 +29,6 @@ private slots:
     void questionIsAskedOnce();
     void questionGoesWithTheUpdate();
     void questionOfAFormerUpdateAbortsNothing();
-
-    void lostSessionStopsTheCounting_data();
-    void lostSessionStopsTheCounting();
-    void lostSessionLeavesTheLastReply();
-    void lostSessionWithoutAnUpdate();
-    void stalledUpdateCanOnlyBeAborted();
 };
 
 namespace {
@@ -376,72 +370,6 @@ void TstFirmwareUpdateProgress::questionOfAFormerUpdateAbortsNothing()
         childByName<QPushButton>(former, "proceedButton")->click();
     QCOMPARE(w.events, QStringList());
     QCOMPARE(w.status()->text(), QStringLiteral("FPGA flashing complete..."));
-}
-
-void TstFirmwareUpdateProgress::lostSessionStopsTheCounting_data()
-{
-    QTest::addColumn<int>("replies");
-    QTest::newRow("none") << 0;
-    QTest::newRow("some") << 3;
-    QTest::newRow("all but two") << kCommands - 2;
-}
-
-void TstFirmwareUpdateProgress::lostSessionStopsTheCounting()
-{
-    QFETCH(int, replies);
-    FirmwareWindow w;
-    w.flashImage(1000);
-    w.answer(replies);
-    w.window.stopCounting();
-    w.answer(100);
-    w.window.Slot_incrementProgress(QVariant());
-    QCOMPARE(w.bar()->value(), replies - 1);
-    QVERIFY(w.isRunning());
-    w.events.clear();
-    w.abort();
-    QCOMPARE(w.events, kAbort);
-    QVERIFY(w.isIdle());
-    w.flashImage(1000);
-    w.answer(kCommands);
-    QVERIFY(w.isIdle());
-    QCOMPARE(w.status()->text(), QStringLiteral("FPGA flashing complete..."));
-}
-
-void TstFirmwareUpdateProgress::lostSessionLeavesTheLastReply()
-{
-    FirmwareWindow w;
-    w.flashImage(1000);
-    w.answer(kCommands - 1);
-    w.window.stopCounting(); // the device restarts
-    QVERIFY(w.isRunning());
-    w.answer();
-    QVERIFY(w.isIdle());
-    QCOMPARE(w.status()->text(), QStringLiteral("FPGA flashing complete..."));
-}
-
-void TstFirmwareUpdateProgress::lostSessionWithoutAnUpdate()
-{
-    FirmwareWindow w;
-    w.window.stopCounting();
-    QVERIFY(!w.flashButton()->isEnabled());
-    QCOMPARE(w.flashButton()->text(), QStringLiteral("Read and Flash File"));
-    w.flashImage(1000);
-    w.answer(kCommands);
-    w.window.stopCounting();
-    QVERIFY(w.isIdle());
-}
-
-void TstFirmwareUpdateProgress::stalledUpdateCanOnlyBeAborted()
-{
-    FirmwareWindow w;
-    w.flashImage(1000);
-    w.window.stopCounting();
-    w.window.stopCounting();
-    QVERIFY(!w.window.ReadFileAndSendCommands());
-    w.window.beginOperation();
-    w.window.Slot_UpdateFirmwrFilePath(QString());
-    QVERIFY(w.isRunning());
-    QCOMPARE(w.commands.size(), kCommands);
 }
 
 QTEST_MAIN(TstFirmwareUpdateProgress)
