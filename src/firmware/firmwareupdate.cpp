@@ -1,8 +1,10 @@
 #include "firmware/firmwareupdate.h"
 
+#include "base/gui/buttonkeys.h"
 #include "base/gui/confirmation.h"
 #include "base/gui/dialogs.h"
 #include "base/gui/heldkeys.h"
+#include "base/timesource.h"
 #include "firmware/firmwarefile.h"
 #include "firmware/firmwarename.h"
 #include "firmware/firmwaretexts.h"
@@ -11,6 +13,7 @@
 #include <QDebug>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
 #include <utility>
@@ -21,9 +24,18 @@ const QLatin1String kStartText("Read and Flash File");
 const QLatin1String kAbortText("Abort");
 const QLatin1String kAbortBox("abortBox");
 
+/// How long the button starts nothing after an update was complete.
+constexpr std::chrono::milliseconds kRest(500);
+
 bool isBlock(const FPGAfwCommand &command)
 {
     return command.b3 == quint8(FpgaCommandCode::ProgramBlock);
+}
+
+/// Return presses the default button of a dialog only, and there is none.
+bool isPressOfAButton(const QKeyEvent &event)
+{
+    return isButtonKey(event) && !isReturn(event);
 }
 
 /// Judges the words of the name, and logs what is wrong with them.
@@ -47,20 +59,65 @@ bool isAccepted(const FirmwareName &name)
 
 } // namespace
 
-FirmwareUpdate::FirmwareUpdate(TimeSource &, QWidget *parent)
+FirmwareUpdate::FirmwareUpdate(TimeSource &time, QWidget *parent)
     : QDialog(parent, dialogFlags())
     , m_ui(std::make_unique<Ui::FirmwareUpdate>())
+    , m_restTimer(time.createTimer(this))
 {
+    m_restTimer->setSingleShot(true);
     m_ui->setupUi(this);
     setButtonText(kStartText);
     setWidths();
     keepLastMessageInView();
     connect(m_ui->selectFileButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_SelectFilePath);
-    connect(m_ui->flashButton, &QPushButton::clicked, this, &FirmwareUpdate::Slot_UpdateOrAbortFirmw);
+    connect(m_ui->flashButton, &QPushButton::clicked, this, &FirmwareUpdate::endPress);
+    m_ui->flashButton->installEventFilter(this);
     ignoreHeldKeys(*this);
 }
 
 FirmwareUpdate::~FirmwareUpdate() = default;
+
+bool FirmwareUpdate::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_ui->flashButton)
+        notePress(*event);
+    return QDialog::eventFilter(watched, event);
+}
+
+FirmwareUpdate::Press FirmwareUpdate::pressNow() const
+{
+    if (m_state != State::Idle)
+        return Press::Abort;
+    return m_restTimer->isActive() ? Press::Nothing : Press::Start;
+}
+
+void FirmwareUpdate::notePress(const QEvent &event)
+{
+    // Not by the button's own signal: it comes again when the mouse is dragged out of it and back.
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+        if (static_cast<const QMouseEvent &>(event).button() == Qt::LeftButton)
+            m_press = pressNow();
+        break;
+    case QEvent::MouseButtonDblClick: // its first click was for what was here before
+        m_press = Press::Nothing;
+        break;
+    case QEvent::KeyPress:
+        if (isPressOfAButton(static_cast<const QKeyEvent &>(event)))
+            m_press = pressNow();
+        break;
+    default:
+        break;
+    }
+}
+
+void FirmwareUpdate::endPress()
+{
+    const Press now = pressNow();
+    const Press begun = std::exchange(m_press, std::nullopt).value_or(now);
+    if (begun == now && now != Press::Nothing)
+        Slot_UpdateOrAbortFirmw();
+}
 
 void FirmwareUpdate::beginOperation()
 {
@@ -293,6 +350,7 @@ void FirmwareUpdate::Slot_incrementProgress(QVariant)
 
 void FirmwareUpdate::complete()
 {
+    m_restTimer->start(kRest);
     setState(State::Idle);
     showStatus(QStringLiteral("FPGA flashing complete..."));
     append(firmwaretexts::completion());

@@ -11,6 +11,7 @@
 
 class QFileDialog;
 class TimeSource;
+class Timer;
 
 namespace Ui {
 class FirmwareUpdate;
@@ -46,8 +47,12 @@ public:
     /// The commands that waited were dropped: the progress of an update that runs stands from now on.
     void stopCounting();
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 public slots:
-    /// The action of the button: starts, or asks whether to abort.
+    /// The action of the button: starts, or asks whether to abort. The button itself starts nothing shortly
+    /// after an update was complete, and with a press that was begun when it meant something else: that one
+    /// was to abort.
     void Slot_UpdateOrAbortFirmw();
     void Slot_SelectFilePath();
 
@@ -81,6 +86,12 @@ signals:
     void Signal_StartProcedure();
 
 private:
+    /// What a press of the button means.
+    enum class Press { Nothing, Start, Abort };
+
+    Press pressNow() const;
+    void notePress(const QEvent &event);
+    void endPress();
     bool commandsWait() const;
     void setState(State state);
     void setButtonText(const QString &text);
@@ -100,8 +111,10 @@ private:
     void abort();
 
     const std::unique_ptr<Ui::FirmwareUpdate> m_ui;
+    Timer *const m_restTimer; ///< runs after an update was complete
     std::function<bool()> m_commandsWait;
     State m_state = State::Idle;
+    std::optional<Press> m_press;       ///< as it was begun by mouse or key, until it ends
     firmwareimage::Target m_target;     ///< of the image that was sent last
     std::optional<QString> m_nextPath;  ///< came while an update was running, to be taken afterwards
     QPointer<QFileDialog> m_fileDialog; ///< child of this window

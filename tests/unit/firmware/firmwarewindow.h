@@ -93,9 +93,13 @@ struct FirmwareWindow
     void click(QAbstractButton *clicked) const { QTest::mouseClick(clicked, Qt::LeftButton); }
     void clickFlash() const { click(flashButton()); }
 
-    /// Chooses a file as the settings do, and presses the button.
+    /// The time for which the button starts nothing after an update was complete.
+    static constexpr std::chrono::milliseconds kRest{500};
+
+    /// Chooses a file as the settings do, and presses the button when it can start.
     void flash(const QString &path)
     {
+        time.advance(kRest);
         window.Slot_UpdateFirmwrFilePath(path);
         clickFlash();
     }

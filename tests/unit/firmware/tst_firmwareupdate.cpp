@@ -322,6 +322,7 @@ void TstFirmwareUpdate::secondStartClearsTheMessages()
     const QString first = w.messages();
     w.answer(8);
     QVERIFY(w.messages() != first);
+    w.time.advance(FirmwareWindow::kRest);
     w.clickFlash();
     QCOMPARE(w.messages(), first);
 }
