@@ -241,8 +241,8 @@ void FirmwareUpdate::Slot_UpdateOrAbortFirmw()
         askToAbort();
         return;
     }
-    ReadFileAndSendCommands();
-    emit Signal_StartProcedure();
+    if (ReadFileAndSendCommands() || !commandsWait())
+        emit Signal_StartProcedure();
 }
 
 bool FirmwareUpdate::ReadFileAndSendCommands()

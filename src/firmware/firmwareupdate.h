@@ -82,7 +82,7 @@ signals:
     void Signal_AbortFrmwr();
 
     /// The commands that wait are to be sent. Emitted at each press of "Read and Flash File", also if the
-    /// file was refused: then none waits.
+    /// file was refused. But not if it was refused while commands of an abort wait: then nothing is sent.
     void Signal_StartProcedure();
 
 private:

@@ -17,6 +17,7 @@ private slots:
     void largestFileIsNotTooLarge();
     void refusalKeepsTheMessages();
     void refusedFileCanBeTriedAgain();
+    void refusalSendsNothingThatWaits();
     void refusalIsAModalBox();
     void refusalGoesWithTheWindow();
 
@@ -189,6 +190,28 @@ void TstFirmwareUpdate::refusedFileCanBeTriedAgain()
     QVERIFY(w.isRunning());
     QCOMPARE(w.commands.size(), 8);
     QCOMPARE(w.events.mid(9), (QStringList{"save " + path, "start"}));
+}
+
+void TstFirmwareUpdate::refusalSendsNothingThatWaits()
+{
+    FirmwareWindow w;
+    bool commandsWait = true;
+    w.window.setCommandsWaiting([&commandsWait] { return commandsWait; });
+    w.flashImage(1000);
+    w.abort(); // its stop and reset wait
+    w.events.clear();
+    w.flash(w.file(QStringLiteral("any.bin"), "x"));
+    QCOMPARE(w.refusal(), kMismatch);
+    QCOMPARE(w.events, QStringList());
+    w.leaveRefusal();
+    commandsWait = false; // the time-out dropped them
+    w.clickFlash();
+    QCOMPARE(w.events, QStringList{"start"});
+    w.leaveRefusal();
+    w.events.clear();
+    commandsWait = true;
+    w.flashImage(1000); // what waits goes first
+    QCOMPARE(w.events.last(), QStringLiteral("start"));
 }
 
 void TstFirmwareUpdate::refusalIsAModalBox()
