@@ -56,7 +56,8 @@ Framework_Ctrllr::Framework_Ctrllr(const AppEnvironment &environment, QObject *p
 
 Framework_Ctrllr::~Framework_Ctrllr()
 {
-    // The order is agreed. Rows that are still there go with this object's children.
+    // The order is agreed. Rows that are still there go with this object's children, the version check, which
+    // drops what it has under way, with its members.
     m_communication.reset();
     m_appConfig.reset();
     m_moduleConfig.reset();

@@ -73,11 +73,15 @@ Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, con
     , m_firmwareUpdate(new FirmwareUpdate(time, this))
     , m_ui(std::make_unique<Ui::Framework_View>())
     , m_helpWindow(new HelpWindow(this))
+    , m_busyTimer(time.createTimer(this))
+    , m_clockTimer(time.createTimer(this))
+    , m_rxTimer(time.createTimer(this))
+    , m_txTimer(time.createTimer(this))
+    , m_helpEngine(new HelpEngine(helpCollectionFile(QCoreApplication::applicationDirPath()), this))
     , m_warningBox(new WarningBox(this))
+    , m_longPressTimer(time.createTimer(this))
     , m_helpPress(LongPress::Limits{m_periods.helpPress, m_periods.resetPress})
 {
-    createTimers();
-    m_helpEngine = new HelpEngine(helpCollectionFile(QCoreApplication::applicationDirPath()), this);
     setUpForm();
     restoreWindowState();
     createConnections();
@@ -89,15 +93,6 @@ Framework_View::~Framework_View()
 {
     // A held button loses the focus when the window goes, and would tell half an object of its release.
     m_bar->helpButton->disconnect(this);
-}
-
-void Framework_View::createTimers()
-{
-    m_busyTimer = m_time.createTimer(this);
-    m_clockTimer = m_time.createTimer(this);
-    m_rxTimer = m_time.createTimer(this);
-    m_txTimer = m_time.createTimer(this);
-    m_longPressTimer = m_time.createTimer(this);
 }
 
 void Framework_View::setUpForm()
@@ -372,10 +367,10 @@ void Framework_View::Slot_ModulesRead(ushort count)
 void Framework_View::UpdateVersion(QString remote)
 {
     m_bar->updateLabel->setStyleSheet(QLatin1String(kNoticeStyle));
-    const QString version = remote.left(kLongestVersion); // a server may send anything
-    if (!isNewVersionNoticeDue(productVersion(), version))
+    if (!isNewVersionNoticeDue(productVersion(), remote))
         return;
-    m_bar->updateLabel->setText(tr("Please download new version ") + version);
+    const QString shown = remote.left(kLongestVersion); // a label of a megabyte would take seconds to paint
+    m_bar->updateLabel->setText(tr("Please download new version ") + shown);
     m_bar->updateLabel->show();
 }
 

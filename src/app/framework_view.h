@@ -139,7 +139,6 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void createTimers();
     void setUpForm();
     void createConnections();
     void connectFirmwareUpdate();
@@ -158,16 +157,16 @@ private:
     PortLister *const m_portLister; // child of this window, as are all plain pointers below
     FirmwareUpdate *const m_firmwareUpdate;
     const std::unique_ptr<Ui::Framework_View> m_ui;
+    HelpWindow *const m_helpWindow;
+    Timer *const m_busyTimer;
+    Timer *const m_clockTimer;
+    Timer *const m_rxTimer;
+    Timer *const m_txTimer;
+    HelpEngine *const m_helpEngine;
+    WarningBox *const m_warningBox;
+    Timer *const m_longPressTimer;
     std::unique_ptr<ConnectionBar> m_bar;
     std::unique_ptr<StatusLine> m_statusLine;
-    HelpWindow *const m_helpWindow;
-    HelpEngine *m_helpEngine = nullptr;
-    WarningBox *const m_warningBox;
-    Timer *m_busyTimer = nullptr;
-    Timer *m_clockTimer = nullptr;
-    Timer *m_rxTimer = nullptr;
-    Timer *m_txTimer = nullptr;
-    Timer *m_longPressTimer = nullptr;
     QPointer<QWidget> m_systemPanel;
     QPointer<DynamicModulesFrame_View> m_modulesFrame;
     LongPress m_helpPress;

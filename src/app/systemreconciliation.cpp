@@ -10,7 +10,6 @@
 #include "base/variantcast.h"
 #include "controller/modulecontroller_ctrllr.h"
 #include "controller/modulecontroller_view.h"
-#include "firmware/firmwareupdate.h"
 #include "firmware/versionchecker.h"
 #include "modules/analogmodule_ctrllr.h"
 #include "modules/moduledevice_view.h"
@@ -243,7 +242,6 @@ void Framework_Ctrllr::Slot_CleanSlateProtocol()
     m_view->showMessage(QStringLiteral("Retrying to connect with Torvex"));
     showSystemTexts({}); // the numbers of modules and channels stay
     removeAllModules();
-    m_view->firmwareUpdate()->stopCounting();
     emit Signal_DisableSamplingRate();
     m_view->setConnectionLamp(ConnectionState::LinkOpen);
 }

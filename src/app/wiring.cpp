@@ -11,6 +11,8 @@
 #include "settings/portlister.h"
 #include "system/modulesyssettings_ctrllr.h"
 
+#include <QPointer>
+
 namespace {
 
 void wireSession(const ApplicationParts &p)
@@ -80,6 +82,11 @@ void wireCommands(const ApplicationParts &p)
                      &Communication::Slot_ClearFirmwrCommands);
     QObject::connect(p.view, &Framework_View::Signal_StartFPGAprocess, p.communication,
                      &Communication::Slot_StartFPGAprocess);
+    QObject::connect(p.communication, &Communication::firmwareCommandsDropped, p.view->firmwareUpdate(),
+                     &FirmwareUpdate::stopCounting);
+    p.view->firmwareUpdate()->setCommandsWaiting([session = QPointer<Communication>(p.communication)] {
+        return session && session->firmwareCommandsWait();
+    });
     QObject::connect(p.view, &Framework_View::Signal_FirmwrFilePath, p.appConfig,
                      &AppConfigurationManager::Slot_SaveFirmWrFilePath);
     QObject::connect(p.appConfig, &AppConfigurationManager::gateWayInfo, p.sysSettings,

@@ -156,6 +156,7 @@ void ManualPictures::mainWindow()
 {
     start();
     lightLamps(window());
+    window()->mainClockHandlr(); // a picture without a time looks broken
     save("main-window", fitted(window()->grab()));
     QRect bar;
     const char *const ends[] = {"configButton", "statusBox", "systemReportButton"};
@@ -175,6 +176,7 @@ void ManualPictures::mainWindowOffline()
     fixture().start();
     childByName<QLineEdit>(window(), "ipEdit")->setText(kSystemAddress);
     QVERIFY(QTest::qWaitForWindowExposed(window()));
+    window()->mainClockHandlr();
     save("main-window-offline", fitted(window()->grab()));
 }
 

@@ -14,6 +14,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTcpServer>
 #include <QtTest>
 
 /// How the firmware update and the version check are joined to the rest of the program.
@@ -28,11 +29,15 @@ private slots:
     void fileOfTheSettingsReachesTheWindow();
     void flashedFileIsRemembered();
     void readChainStartsTheVersionCheck();
+    void serverOfTheDeploymentIsAsked();
     void versionOfTheServerIsShown();
     void newerFirmwareOnTheServerIsTold_data();
     void newerFirmwareOnTheServerIsTold();
     void newControllerRowHearsOfFirmwareOnce();
     void lostSessionStopsTheProgress();
+    void lostAnswerToTheLastCommandStopsNothing();
+    void repliesToOtherRequestsDoNotComplete();
+    void refusedFileSendsNothingOfAnAbort();
     void otherConnectionStopsTheProgress();
 
 private:
@@ -44,8 +49,14 @@ private:
         return childByName<T>(update(), name);
     }
     void showControllerWithFirmware(const QString &firmware);
+    void readChain();
+    void leaveUnanswered(char code);
+    void writeImage(const QByteArray &contents) const;
+    void sendAll();
     void flash();
     void answer(int times);
+    QString buttonText() const { return inUpdate<QPushButton>("flashButton")->text(); }
+    int progress() const { return inUpdate<QProgressBar>("progressBar")->value(); }
 
     std::unique_ptr<AppFixture> m;
     QTemporaryDir m_folder;
@@ -55,10 +66,7 @@ private:
 void TstFirmwareWiring::init()
 {
     m_image = m_folder.filePath(QStringLiteral("x_ANA_FPGA5_v2.bin"));
-    QFile file(m_image);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    const QByteArray contents = "iCE40UP5K-SG48" + QByteArray(986, 'x');
-    QCOMPARE(file.write(contents), qint64(1000));
+    writeImage("iCE40UP5K-SG48" + QByteArray(986, 'x'));
     m = std::make_unique<AppFixture>();
     m->writeSettings("PORT1=COM7:9600,O,7,2\r\nMode=Serial\r\nFIRMWR_FILEPATH=" + m_image.toUtf8() + "\r\n");
     m->serialOpens = true;
@@ -73,6 +81,37 @@ void TstFirmwareWiring::showControllerWithFirmware(const QString &firmware)
     controller.serialNumber = QStringLiteral("000000001");
     controller.firmware1Version = firmware;
     m->app->controllerModule()->Slot_StaticModuleStatus(QVariant::fromValue(controller));
+}
+
+/// A chain of one module, read and polled.
+void TstFirmwareWiring::readChain()
+{
+    m->serial->script = device::chain(QByteArray("\x01"), false);
+    for (int turn = 0; turn < 200 && session()->state() != SessionState::Cyclic; ++turn)
+        m->time.advance(50);
+    QCOMPARE(session()->state(), SessionState::Cyclic);
+}
+
+/// From now on the chain answers everything but requests that begin with this code.
+void TstFirmwareWiring::leaveUnanswered(char code)
+{
+    m->serial->script = [code, chain = device::chain(QByteArray("\x01"), false)](const QByteArray &request) {
+        return request.startsWith(code) ? QList<QByteArray>() : chain(request);
+    };
+}
+
+void TstFirmwareWiring::writeImage(const QByteArray &contents) const
+{
+    QFile file(m_image);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(contents), qint64(contents.size()));
+}
+
+/// Lets the session send what waits, as far as the chain answers.
+void TstFirmwareWiring::sendAll()
+{
+    for (int turn = 0; turn < 20; ++turn)
+        m->time.turn();
 }
 
 void TstFirmwareWiring::flash()
@@ -111,16 +150,28 @@ void TstFirmwareWiring::readChainStartsTheVersionCheck()
             return message.first().toString() == QLatin1String("Requesting VXConfig Version");
         });
     };
-    m->serial->script = device::chain(QByteArray("\x01"), false);
-    for (int turn = 0; turn < 200 && session()->state() != SessionState::Cyclic; ++turn)
-        m->time.advance(50);
-    QCOMPARE(session()->state(), SessionState::Cyclic);
+    readChain();
     m->time.advance(900);
     QCOMPARE(requested(), 0);
     m->time.advance(100);
     QCOMPARE(requested(), 1);
     m->time.advance(60000);
     QCOMPARE(requested(), 1);
+}
+
+void TstFirmwareWiring::serverOfTheDeploymentIsAsked()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    m.reset();
+    m = std::make_unique<AppFixture>();
+    m->deployment.host = QStringLiteral("127.0.0.1");
+    m->deployment.port = server.serverPort();
+    m->start();
+    emit session()->stateInitialized();
+    m->time.advance(1000);
+    QTRY_VERIFY(server.hasPendingConnections());
+    m.reset(); // while the server owes the answer
 }
 
 void TstFirmwareWiring::versionOfTheServerIsShown()
@@ -180,10 +231,61 @@ void TstFirmwareWiring::lostSessionStopsTheProgress()
     flash();
     answer(3);
     QCOMPARE(inUpdate<QProgressBar>("progressBar")->value(), 2);
-    emit session()->Signal_CleanSlateProtocol();
-    answer(20); // the chain is back and polled
+    session()->Slot_CommTimeout(); // drops the commands
+    answer(20);                    // the chain is back and polled
     QCOMPARE(inUpdate<QProgressBar>("progressBar")->value(), 2);
     QCOMPARE(inUpdate<QPushButton>("flashButton")->text(), QStringLiteral("Abort"));
+}
+
+void TstFirmwareWiring::lostAnswerToTheLastCommandStopsNothing()
+{
+    readChain();
+    leaveUnanswered('\x2B');
+    flash();
+    sendAll();
+    QVERIFY(!session()->firmwareCommandsWait());
+    QCOMPARE(progress(), 6);
+    session()->Slot_CommTimeout(); // the device restarts; no command is left to drop
+    QCOMPARE(buttonText(), QStringLiteral("Abort"));
+    m->time.advance(5000); // it is back and polled
+    QCOMPARE(buttonText(), QStringLiteral("Read and Flash File"));
+    QCOMPARE(inUpdate<QLabel>("flashStatusLabel")->text(), QStringLiteral("FPGA flashing complete..."));
+}
+
+void TstFirmwareWiring::repliesToOtherRequestsDoNotComplete()
+{
+    readChain();
+    leaveUnanswered('\x16');
+    flash();
+    m->time.turn(); // the first command is out
+    answer(20);
+    QCOMPARE(progress(), 6);
+    QCOMPARE(buttonText(), QStringLiteral("Abort"));
+    leaveUnanswered('\x7F');
+    m->serial->reply(device::fastSystemStatus());
+    sendAll();
+    QVERIFY(!session()->firmwareCommandsWait());
+    QCOMPARE(inUpdate<QLabel>("flashStatusLabel")->text(), QStringLiteral("FPGA flashing complete..."));
+}
+
+void TstFirmwareWiring::refusedFileSendsNothingOfAnAbort()
+{
+    readChain();
+    leaveUnanswered('\x16');
+    flash();
+    m->time.turn();
+    QTest::mouseClick(inUpdate<QPushButton>("flashButton"), Qt::LeftButton);
+    QTest::mouseClick(inUpdate<QPushButton>("proceedButton"), Qt::LeftButton);
+    QCOMPARE(buttonText(), QStringLiteral("Read and Flash File"));
+    QVERIFY(session()->firmwareCommandsWait()); // stop and reset
+    m->serial->takePayloads();
+
+    writeImage("no chip");
+    QTest::mouseClick(inUpdate<QPushButton>("flashButton"), Qt::LeftButton);
+    QVERIFY(inUpdate<QDialog>("failureBox")->isVisible());
+    m->serial->reply(device::fastSystemStatus());
+    sendAll();
+    QCOMPARE(m->serial->takePayloads(), QList<QByteArray>());
 }
 
 void TstFirmwareWiring::otherConnectionStopsTheProgress()
