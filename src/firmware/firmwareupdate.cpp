@@ -273,6 +273,10 @@ bool FirmwareUpdate::ReadFileAndSendCommands()
         refuse(firmwaretexts::invalidName());
         return false;
     }
+    if (firmwareimage::chipOfName(name.fpgaWord) != chip) { // the name has the other word too
+        refuse(firmwaretexts::mismatch());
+        return false;
+    }
     append(firmwaretexts::start(name, file.image.size()));
     m_target = firmwareimage::targetOf(name);
     sendImage(file.image);

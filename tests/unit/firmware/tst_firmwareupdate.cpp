@@ -73,6 +73,10 @@ void TstFirmwareUpdate::wrongFileIsRefused_data()
     row("x_ANA_FPGA6_v2.bin", "000000000000000", kMismatch, "zeros are no chip");
     row("x_ANA.bin", large, kMismatch, "the name names no chip");
     row("any.bin", small, kMismatch, "the name names no chip");
+    row("x_ANA_FPGA5_not-FPGA4.bin", small, kMismatch, "both words, and the third piece is of the other");
+    row("FPGA4_ANA_FPGA5_v2.bin", small, kMismatch, "both words, and the third piece is of the other");
+    row("a_ANA_FPGA5_d_e_f_FPGA4.bin", small, kMismatch, "both words in seven pieces");
+    row("x_ANA_FPGA5_not-FPGA4.bin", large, kMismatch, "of both words the first of the list counts");
     row("x_ANA_FPGA5.bin", large, kInvalidName, "the third piece has a suffix");
     row("x_ANA_FPGA55_v2.bin", large, kInvalidName, "the third piece is longer");
     row("x_FPGA5_ANA_v2.bin", large, kInvalidName, "the words are exchanged");
@@ -284,7 +288,8 @@ void TstFirmwareUpdate::acceptedNames_data()
     QTest::newRow("seven pieces") << "a_ANA_FPGA5_d_e_f_g.bin" << large << "1 2" << false;
     QTest::newRow("eight pieces") << "a_ANA_FPGA5_d_e_f_g_h.bin" << large << "1 2" << false;
     QTest::newRow("apostrophe") << "it's 5_ANA_FPGA5_v2.bin" << large << "1 2" << true;
-    QTest::newRow("first FPGA counts for the chip") << "FPGA4_ANA_FPGA5_v2.bin" << small << "1 2" << true;
+    QTest::newRow("both words, and the third piece is the chip's")
+        << "x_ANA_FPGA4_not-FPGA5.bin" << small << "1 1" << true;
 }
 
 void TstFirmwareUpdate::acceptedNames()
