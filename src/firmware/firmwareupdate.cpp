@@ -60,7 +60,7 @@ bool isAccepted(const FirmwareName &name)
 } // namespace
 
 FirmwareUpdate::FirmwareUpdate(TimeSource &time, QWidget *parent)
-    : QDialog(parent, dialogFlags())
+    : QDialog(parent, dialogFlags() & ~Qt::WindowFlags(Qt::WindowStaysOnTopHint))
     , m_ui(std::make_unique<Ui::FirmwareUpdate>())
     , m_restTimer(time.createTimer(this))
 {
@@ -150,20 +150,14 @@ void FirmwareUpdate::setState(State state)
     const bool isIdle = state == State::Idle;
     setButtonText(isIdle ? kStartText : kAbortText);
     m_ui->selectFileButton->setEnabled(isIdle);
-    m_ui->progressBar->setHidden(isIdle);
     if (state == State::Running)
         connect(this, &FirmwareUpdate::Signal_IncrementCntr, this, &FirmwareUpdate::Slot_incrementProgress,
                 Qt::UniqueConnection);
     else
         disconnect(this, &FirmwareUpdate::Signal_IncrementCntr, this,
                    &FirmwareUpdate::Slot_incrementProgress);
-    if (isIdle) {
-        dismissQuestion();
-        takePath(m_nextPath.value_or(path()));
-        m_nextPath.reset();
-    } else {
+    if (!isIdle)
         m_ui->flashButton->setEnabled(true);
-    }
 }
 
 void FirmwareUpdate::setButtonText(const QString &text)
@@ -183,9 +177,13 @@ void FirmwareUpdate::setWidths()
 
 void FirmwareUpdate::keepLastMessageInView()
 {
-    // Not after each message: the progress and the status take their room later, when they are laid out.
+    // Not after each message: the progress and the status take their room later, when they are laid out. And
+    // not if the operator looks at earlier ones.
     QScrollBar *bar = m_ui->messageBox->verticalScrollBar();
-    connect(bar, &QScrollBar::rangeChanged, bar, [bar](int, int maximum) { bar->setValue(maximum); });
+    connect(bar, &QScrollBar::rangeChanged, bar, [bar, end = bar->maximum()](int, int maximum) mutable {
+        if (bar->value() >= std::exchange(end, maximum))
+            bar->setValue(maximum);
+    });
 }
 
 QString FirmwareUpdate::path() const
@@ -201,6 +199,12 @@ void FirmwareUpdate::takePath(const QString &path)
     }
     m_ui->filePathEdit->setText(path);
     checkFile();
+}
+
+void FirmwareUpdate::takeNextPath()
+{
+    takePath(m_nextPath.value_or(path()));
+    m_nextPath.reset();
 }
 
 void FirmwareUpdate::checkFile()
@@ -313,6 +317,7 @@ void FirmwareUpdate::showStatus(const QString &text)
 void FirmwareUpdate::startProgress(int commandCount)
 {
     m_ui->flashStatusLabel->hide();
+    m_ui->progressBar->show();
     m_ui->progressBar->reset(); // to one below its least value, so that the last reply reaches the greatest
     m_ui->progressBar->setRange(0, commandCount - 1);
     setState(State::Running);
@@ -356,8 +361,11 @@ void FirmwareUpdate::complete()
 {
     m_restTimer->start(kRest);
     setState(State::Idle);
+    m_ui->progressBar->hide();
     showStatus(QStringLiteral("FPGA flashing complete..."));
     append(firmwaretexts::completion());
+    dismissQuestion();
+    takeNextPath();
 }
 
 void FirmwareUpdate::askToAbort()
@@ -387,8 +395,10 @@ void FirmwareUpdate::abort()
     setState(State::Idle);
     emit Signal_AbortFrmwr();
     m_ui->progressBar->reset();
+    m_ui->progressBar->hide();
     append({firmwaretexts::aborted()});
     showStatus(firmwaretexts::aborted());
     for (const FpgaCommandCode code : {FpgaCommandCode::Stop, FpgaCommandCode::Reset})
         emit Signal_commandMsg(QVariant::fromValue(firmwareimage::plainCommand(m_target, code)));
+    takeNextPath(); // last, as the disk may be slow
 }

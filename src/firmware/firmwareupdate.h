@@ -18,7 +18,8 @@ class FirmwareUpdate;
 }
 
 /// The window with which the operator writes an FPGA image into the modules of one kind. It checks the file,
-/// hands all commands over at once, and counts the replies. Closing it does not stop what runs.
+/// hands all commands over at once, and counts the replies. Closing it does not stop what runs. It does not
+/// stay on top: it would hide boxes of the program that must be answered before it can be used again.
 class FirmwareUpdate : public QDialog
 {
     Q_OBJECT
@@ -99,6 +100,7 @@ private:
     void keepLastMessageInView();
     QString path() const;
     void takePath(const QString &path);
+    void takeNextPath();
     void checkFile();
     void refuse(const QString &reason);
     void append(const QStringList &texts);

@@ -225,6 +225,7 @@ void TstFirmwareUpdate::refusalIsAModalBox()
     const QPointer<QMessageBox> box(w.box("failureBox"));
     QVERIFY(box);
     QVERIFY(box->isModal());
+    QVERIFY(box->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     QCOMPARE(box->windowTitle(), QStringLiteral("Failure"));
     QCOMPARE(box->standardButtons(), QMessageBox::Ok);
     QCOMPARE(box->textFormat(), Qt::PlainText);

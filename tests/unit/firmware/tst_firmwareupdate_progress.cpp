@@ -22,6 +22,7 @@ private slots:
     void refusedAbortChangesNothing_data();
     void refusedAbortChangesNothing();
     void abortEndsTheUpdate();
+    void abortWaitsForNothing();
     void abortedUpdateDoesNotComplete();
     void updateAfterAnAbortCountsFromTheStart();
     void abortTellsTheTargetThatRuns();
@@ -201,6 +202,7 @@ void TstFirmwareUpdateProgress::abortAsks()
     const QMessageBox *box = w.box("abortBox");
     QVERIFY(box);
     QVERIFY(box->isModal());
+    QVERIFY(box->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     QCOMPARE(box->windowTitle(), QStringLiteral("Warning"));
     QCOMPARE(box->text(), QStringLiteral("Are you sure you want to Abort the Flashing Process"));
     const auto *yes = childByName<QPushButton>(box, "proceedButton");
@@ -251,21 +253,45 @@ void TstFirmwareUpdateProgress::abortEndsTheUpdate()
     w.answer(3);
     w.events.clear();
     const QString before = w.messages();
-    QString button;
-    QString messages;
-    connect(&w.window, &FirmwareUpdate::Signal_AbortFrmwr, this, [&] {
-        button = w.flashButton()->text();
-        messages = w.messages();
-    });
     w.abort();
     QCOMPARE(w.events, kAbort);
-    QCOMPARE(button, QStringLiteral("Read and Flash File")); // before the commands are dropped
-    QCOMPARE(messages, before);
     QVERIFY(w.isIdle());
     QCOMPARE(w.bar()->value(), -1);
     QCOMPARE(w.messages(), before + QStringLiteral("\nFirmware Flashing Aborted.."));
     QVERIFY(w.status()->isVisible());
     QCOMPARE(w.status()->text(), QStringLiteral("Firmware Flashing Aborted.."));
+}
+
+void TstFirmwareUpdateProgress::abortWaitsForNothing()
+{
+    FirmwareWindow w;
+    w.flashImage(1000);
+    w.answer(3);
+    const QString running = w.pathEdit()->text();
+    QStringList looks;
+    const auto look = [&w, &looks] {
+        looks.append(QStringLiteral("%1, %2 %3, %4, %5")
+                         .arg(w.flashButton()->text())
+                         .arg(w.bar()->isHidden() ? "hidden" : "shown")
+                         .arg(w.bar()->value())
+                         .arg(w.status()->isHidden() ? QString() : w.status()->text())
+                         .arg(w.messages().section(QLatin1Char('\n'), -1)));
+        QVERIFY(w.flashButton()->isEnabled()); // no file was looked at yet
+    };
+    connect(&w.window, &FirmwareUpdate::Signal_AbortFrmwr, this, look);
+    connect(&w.window, &FirmwareUpdate::Signal_commandMsg, this, look);
+    const QString missing = w.folder.filePath(QStringLiteral("missing.bin"));
+    w.window.Slot_UpdateFirmwrFilePath(missing);
+    connect(&w.window, &FirmwareUpdate::Signal_commandMsg, this,
+            [&] { QCOMPARE(w.pathEdit()->text(), running); });
+    w.abort();
+    const QString aborted = QStringLiteral("Firmware Flashing Aborted..");
+    const QString after =
+        QStringLiteral("Read and Flash File, hidden -1, %1, %1").arg(aborted); // bar, label, messages
+    QCOMPARE(looks,
+             (QStringList{"Read and Flash File, shown 2, , \tFlashing FPGA started...", after, after}));
+    QCOMPARE(w.pathEdit()->text(), missing);
+    QVERIFY(!w.flashButton()->isEnabled());
 }
 
 void TstFirmwareUpdateProgress::abortedUpdateDoesNotComplete()

@@ -2,6 +2,7 @@
 #include "support/dialoglook.h"
 
 #include <QApplication>
+#include <QScrollBar>
 #include <sys/stat.h>
 
 /// The looks of the window, and the choice of the file.
@@ -20,6 +21,7 @@ private slots:
     void buttonsKeepTheirPlaces();
     void lastMessageIsInView_data();
     void lastMessageIsInView();
+    void earlierMessagesStayInView();
 
     void dialogAsksForAFile();
     void dialogStartsAtTheFileChosenLast();
@@ -69,6 +71,12 @@ void TstFirmwareUpdateWindow::windowIsAsAgreed()
     const FirmwareWindow w;
     QCOMPARE(w.window.windowTitle(), QStringLiteral("Firmware Update"));
     QCOMPARE(w.window.windowModality(), Qt::NonModal);
+    const Qt::WindowFlags flags = w.window.windowFlags();
+    QVERIFY(!flags.testFlag(Qt::WindowStaysOnTopHint)); // it would hide boxes that must be answered
+    QVERIFY(flags.testFlag(Qt::WindowCloseButtonHint));
+    QVERIFY(!flags.testFlag(Qt::WindowContextHelpButtonHint));
+    QVERIFY(!flags.testFlag(Qt::WindowMaximizeButtonHint));
+    QCOMPARE(w.window.windowType(), Qt::Dialog);
     QCOMPARE(childByName<QLabel>(&w.window, "filePathLabel")->text(), QStringLiteral("Firmware File"));
     QCOMPARE(w.pathEdit()->placeholderText(), QStringLiteral("Click on \"Select File\" to choose directory"));
     QCOMPARE(w.pathEdit()->text(), QString());
@@ -175,6 +183,29 @@ void TstFirmwareUpdateWindow::lastMessageIsInView()
     QVERIFY(w.messageBox()->cursorRect(cursor).top() < 0);
     cursor.movePosition(QTextCursor::End);
     QVERIFY(w.messageBox()->viewport()->rect().contains(w.messageBox()->cursorRect(cursor)));
+}
+
+void TstFirmwareUpdateWindow::earlierMessagesStayInView()
+{
+    FirmwareWindow w;
+    w.window.resize(w.window.minimumSizeHint() + QSize(0, 40));
+    w.flashImage(1000);
+    QCoreApplication::sendPostedEvents();
+    QScrollBar *bar = w.messageBox()->verticalScrollBar();
+    QVERIFY(bar->maximum() >= 4);
+    bar->setValue(2);
+    w.abort(); // one message more
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(bar->value(), 2);
+    w.window.resize(w.window.size() - QSize(0, 20));
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(bar->value(), 2);
+    bar->setValue(bar->maximum()); // and follows again
+    w.messageBox()->appendPlainText(QStringLiteral("more"));
+    w.window.resize(w.window.size() + QSize(0, 20));
+    w.window.resize(w.window.size() - QSize(0, 20));
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(bar->value(), bar->maximum());
 }
 
 void TstFirmwareUpdateWindow::dialogAsksForAFile()
