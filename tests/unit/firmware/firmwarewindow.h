@@ -20,8 +20,8 @@
 /// window says to others.
 struct FirmwareWindow
 {
-    explicit FirmwareWindow(bool isShown = true)
-        : window(time)
+    explicit FirmwareWindow(QWidget *parent = nullptr)
+        : window(*new FirmwareUpdate(time, parent))
     {
         if (!folder.isValid() || !QFile::setPermissions(folder.path(), DroppedPrivileges::kOpenFolder))
             qFatal("no folder for the images");
@@ -34,14 +34,18 @@ struct FirmwareWindow
                          [note](const QString &path) { note("save " + path); });
         QObject::connect(&window, &FirmwareUpdate::Signal_AbortFrmwr, [note] { note("abort"); });
         QObject::connect(&window, &FirmwareUpdate::Signal_StartProcedure, [note] { note("start"); });
-        if (isShown)
-            show();
+        show();
     }
+
+    ~FirmwareWindow() { delete m_window; }
+
+    FirmwareWindow(const FirmwareWindow &) = delete;
+    FirmwareWindow &operator=(const FirmwareWindow &) = delete;
 
     MessageCatcher log;
     VirtualTime time;
     QTemporaryDir folder;
-    FirmwareUpdate window;
+    FirmwareUpdate &window;
     QStringList events;
     QVector<FPGAfwCommand> commands;
 
@@ -179,4 +183,7 @@ struct FirmwareWindow
         }
         return shown;
     }
+
+private:
+    const QPointer<FirmwareUpdate> m_window{&window}; ///< a parent may have deleted it
 };

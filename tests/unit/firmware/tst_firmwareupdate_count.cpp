@@ -15,6 +15,7 @@ private slots:
     void droppedCommandsStopTheCounting();
     void droppedCommandsWithoutAnUpdate();
     void stalledUpdateCanOnlyBeAborted();
+    void looksFromTheStallToTheNextCompletion();
 };
 
 namespace {
@@ -160,6 +161,34 @@ void TstFirmwareUpdateCount::stalledUpdateCanOnlyBeAborted()
     w.window.Slot_UpdateFirmwrFilePath(QString());
     QVERIFY(w.isRunning());
     QCOMPARE(w.commands.size(), kCommands);
+}
+
+void TstFirmwareUpdateCount::looksFromTheStallToTheNextCompletion()
+{
+    FirmwareWindow w;
+    const auto looks = [&w] {
+        return QStringLiteral("%1, bar %2 %3, label %4")
+            .arg(w.flashButton()->text(), w.bar()->isVisible() ? "shown" : "hidden")
+            .arg(w.bar()->value())
+            .arg(w.status()->isVisible() ? w.status()->text() : QStringLiteral("hidden"));
+    };
+    w.flashImage(1000);
+    w.answer(3);
+    w.window.stopCounting();
+    w.answer(3);
+    QCOMPARE(looks(), QStringLiteral("Abort, bar shown 2, label hidden"));
+    w.abort();
+    QCOMPARE(looks(),
+             QStringLiteral("Read and Flash File, bar hidden -1, label Firmware Flashing Aborted.."));
+    w.answer(3);
+    QCOMPARE(looks(),
+             QStringLiteral("Read and Flash File, bar hidden -1, label Firmware Flashing Aborted.."));
+    w.clickFlash();
+    QCOMPARE(looks(), QStringLiteral("Abort, bar shown -1, label hidden"));
+    w.answer(kCommands - 1);
+    QCOMPARE(looks(), QStringLiteral("Abort, bar shown 6, label hidden"));
+    w.answer();
+    QCOMPARE(looks(), QStringLiteral("Read and Flash File, bar hidden 7, label FPGA flashing complete..."));
 }
 
 QTEST_MAIN(TstFirmwareUpdateCount)

@@ -29,6 +29,7 @@ private slots:
     void heldKeyAbortsNothing();
     void questionIsAskedOnce();
     void questionGoesWithTheUpdate();
+    void questionIsAnsweredAfterTheClosing();
     void questionOfAFormerUpdateAbortsNothing();
 };
 
@@ -382,6 +383,21 @@ void TstFirmwareUpdateProgress::questionGoesWithTheUpdate()
     QVERIFY(w.isIdle());
     QCOMPARE(w.status()->text(), QStringLiteral("FPGA flashing complete..."));
     QCOMPARE(w.events, QStringList());
+}
+
+void TstFirmwareUpdateProgress::questionIsAnsweredAfterTheClosing()
+{
+    FirmwareWindow w;
+    w.flashImage(1000);
+    w.clickFlash();
+    w.events.clear();
+    QVERIFY(w.window.close());
+    QVERIFY(w.box("abortBox"));
+    w.click(childByName<QPushButton>(w.box("abortBox"), "proceedButton"));
+    QCOMPARE(w.events, kAbort);
+    w.show();
+    QVERIFY(w.isIdle());
+    QVERIFY(w.status()->isVisible());
 }
 
 void TstFirmwareUpdateProgress::questionOfAFormerUpdateAbortsNothing()

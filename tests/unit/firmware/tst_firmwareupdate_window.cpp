@@ -28,7 +28,9 @@ private slots:
     void dialogIsOpenOnlyOnce();
     void chosenFileIsShown();
     void leftDialogChangesNothing();
-    void dialogGoesWithTheWindow();
+    void windowGoesWithTheMainWindow_data();
+    void windowGoesWithTheMainWindow();
+    void fileIsChosenAfterTheClosing();
     void noFileIsSelectedWhileAnUpdateRuns();
 
     void onlyAFileThatOpensCanBeFlashed_data();
@@ -54,6 +56,8 @@ void bringTo(FirmwareWindow &w, const QString &look)
         w.answer(4);
     else if (look == QStringLiteral("done"))
         w.answer(8);
+    else if (look == QStringLiteral("stalled"))
+        w.window.stopCounting();
     else
         w.abort();
 }
@@ -289,14 +293,54 @@ void TstFirmwareUpdateWindow::leftDialogChangesNothing()
     QVERIFY(w.flashButton()->isEnabled());
 }
 
-void TstFirmwareUpdateWindow::dialogGoesWithTheWindow()
+void TstFirmwareUpdateWindow::windowGoesWithTheMainWindow_data()
 {
-    auto w = std::make_unique<FirmwareWindow>();
-    w->click(w->button("selectFileButton"));
-    const QPointer<QFileDialog> dialog(w->fileDialog());
-    QVERIFY(dialog);
-    w.reset();
+    QTest::addColumn<QString>("look");
+    QTest::addColumn<QString>("open");
+    for (const char *look : {"idle", "done", "aborted"})
+        QTest::addRow("file dialog, %s", look) << QString(look) << "firmwareFileDialog";
+    for (const char *look : {"running", "stalled"})
+        QTest::addRow("question, %s", look) << QString(look) << "abortBox";
+    for (const char *look : {"running", "stalled", "done", "aborted"})
+        QTest::addRow("no box, %s", look) << QString(look) << "";
+}
+
+void TstFirmwareUpdateWindow::windowGoesWithTheMainWindow()
+{
+    QFETCH(QString, look);
+    QFETCH(QString, open);
+    auto mainWindow = std::make_unique<QWidget>();
+    mainWindow->show();
+    FirmwareWindow w(mainWindow.get());
+    bringTo(w, look);
+    if (open == QStringLiteral("abortBox"))
+        w.clickFlash();
+    else if (!open.isEmpty())
+        w.click(w.button("selectFileButton"));
+    const QPointer<QDialog> dialog(open.isEmpty() ? &w.window : w.window.findChild<QDialog *>(open));
+    QVERIFY(dialog && dialog->isVisible());
+    const QStringList before = w.events;
+    mainWindow.reset();
     QVERIFY(!dialog);
+    w.time.advance(1000);
+    QCOMPARE(w.events, before); // no abort on its own
+}
+
+void TstFirmwareUpdateWindow::fileIsChosenAfterTheClosing()
+{
+    FirmwareWindow w;
+    const QString path = w.file(QStringLiteral("any.bin"), "x");
+    w.click(w.button("selectFileButton"));
+    QVERIFY(w.window.close());
+    QVERIFY(w.fileDialog());
+    auto *name = childByName<QLineEdit>(w.fileDialog(), "fileNameEdit");
+    name->selectAll();
+    QTest::keyClicks(name, path);
+    QTest::keyClick(name, Qt::Key_Return);
+    QVERIFY(!w.fileDialog());
+    w.show();
+    QCOMPARE(w.pathEdit()->text(), path);
+    QVERIFY(w.flashButton()->isEnabled());
 }
 
 void TstFirmwareUpdateWindow::noFileIsSelectedWhileAnUpdateRuns()
