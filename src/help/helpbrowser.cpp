@@ -39,9 +39,9 @@ void HelpBrowser::setSource(const QUrl &name)
         QDesktopServices::openUrl(name);
         return;
     }
-    if (isManual(name) && manualData(name).isEmpty())
-        return; // the base class would show an empty page and warn of it
-    QTextBrowser::setSource(name);
+    // The base class would show files of the machine too, and warn of a page that it cannot load.
+    if (isManual(name) && !manualData(name).isEmpty())
+        QTextBrowser::setSource(name);
 }
 
 QByteArray HelpBrowser::manualData(const QUrl &name) const

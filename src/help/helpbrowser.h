@@ -4,8 +4,8 @@
 
 class QHelpEngine;
 
-/// The text pane of the manual. It shows pages of the collection; links to the web open in the system's
-/// browser.
+/// The text pane of the manual. It shows pages of the collection and nothing else; links to the web and mail
+/// addresses open in the programs that the system has for them.
 class HelpBrowser : public QTextBrowser
 {
     Q_OBJECT
@@ -21,7 +21,8 @@ public:
     using QTextBrowser::setSource;
 
 public slots:
-    /// Shows a page. One that the collection does not hold leaves what is shown.
+    /// Shows a page, or hands an address of the web or of a person to the system. A page that the collection
+    /// does not hold, and an address of any other scheme, leave what is shown.
     void setSource(const QUrl &name) override;
 
 private:

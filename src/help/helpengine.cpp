@@ -66,7 +66,8 @@ HelpEngine::HelpEngine(const QString &collectionFile, QWidget *parent)
 HelpEngine::~HelpEngine()
 {
     // Contents and index are read by threads of the engine. It deletes what they read from before it waits
-    // for them, so this has to wait; they take milliseconds.
+    // for them, so this has to wait. They take milliseconds, unless another program has locked the collection
+    // for writing, which none of ours does: then they wait for it as long as the engine's database lets them.
     const auto threads = m_engine->contentModel()->QObject::parent()->findChildren<QThread *>();
     for (QThread *thread : threads)
         thread->wait();

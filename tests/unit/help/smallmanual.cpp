@@ -39,12 +39,19 @@ constexpr char kCollection[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 </QHelpCollectionProject>
 )";
 
+/// %1 is the folder.
 constexpr char kFirstPage[] = R"(<html><head><title>First page</title></head><body>
 <p>The first page.</p>
 <p><a href="second.html#end">to the second</a></p>
 <p><a href="https://manual.example/page">to the web</a></p>
 <p><a href="missing.html">to nothing</a></p>
 <p><img src="dot.png"/></p>
+<p><a href="http://manual.example/page">to the open web</a></p>
+<p><a href="mailto:help@manual.example">to a person</a></p>
+<p><a href="file://%1/third.html">to a file</a></p>
+<p><a href="ftp://manual.example/page">to a store</a></p>
+<p><a href="other:page">to an unknown place</a></p>
+<p><a href="qrc:/page.html">to a resource</a></p>
 </body></html>
 )";
 
@@ -63,7 +70,8 @@ bool SmallManual::build() const
     QImage dot(4, 4, QImage::Format_RGB32);
     dot.fill(Qt::red);
     const bool written =
-        write("small.qhp", kProject) && write("small.qhcp", kCollection) && write("index.html", kFirstPage) &&
+        write("small.qhp", kProject) && write("small.qhcp", kCollection) &&
+        write("index.html", QString::fromLatin1(kFirstPage).arg(folder.path()).toUtf8()) &&
         write("second.html", second) &&
         write("third.html",
               "<html><head><title>Third page</title></head><body>The third page.</body></html>") &&

@@ -4,8 +4,8 @@
 #include <QTemporaryDir>
 
 /// A manual of three pages, built into a folder of its own: "index.html" leads to "second.html#end", to
-/// "missing.html" and to the web, and shows the picture "dot.png". The word "one" of the index leads to a
-/// page, "both" to the second and the third.
+/// "missing.html", to the web, to a person and to addresses of other kinds, and shows the picture "dot.png".
+/// The word "one" of the index leads to a page, "both" to the second and the third.
 class SmallManual
 {
 public:

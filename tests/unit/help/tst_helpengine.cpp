@@ -20,6 +20,7 @@ namespace {
 const QString kFirst = QStringLiteral("index.html");
 const QString kSecond = QStringLiteral("second.html");
 const QString kThird = QStringLiteral("third.html");
+constexpr const char *kSchemes[] = {"http", "https", "mailto", "file", "ftp", "other", "qrc"};
 
 /// Index of the item with this text, anywhere in the model.
 QModelIndex itemNamed(const QAbstractItemModel &model, const QString &text)
@@ -64,7 +65,8 @@ private slots:
     void linkLeadsToThePlaceInItsPage();
     void linkToTheWebOpensInTheSystem_data();
     void linkToTheWebOpensInTheSystem();
-    void linkToNothingLeavesThePage();
+    void linkToElsewhereLeavesThePage_data();
+    void linkToElsewhereLeavesThePage();
     void keysGoBack_data();
     void keysGoBack();
     void keysGoForward();
@@ -83,6 +85,7 @@ private:
     QString page() const { return browser()->source().toString(); }
     void choose(const QString &chapter);
     void chooseWord(const QString &word);
+    void follow(const QString &link);
     QMenu *openMenu() const { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
 
     SmallManual m_manual;
@@ -98,7 +101,7 @@ void TstHelpEngine::initTestCase()
 void TstHelpEngine::init()
 {
     m_openedInSystem.clear();
-    for (const char *scheme : {"http", "https", "mailto"})
+    for (const char *scheme : kSchemes)
         QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), this, "openInSystem");
     m_window = std::make_unique<HelpEngine>(m_manual.collection());
     m_window->show();
@@ -109,7 +112,7 @@ void TstHelpEngine::init()
 
 void TstHelpEngine::cleanup()
 {
-    for (const char *scheme : {"http", "https", "mailto"})
+    for (const char *scheme : kSchemes)
         QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
     m_window.reset();
 }
@@ -120,6 +123,12 @@ void TstHelpEngine::choose(const QString &chapter)
     contents()->setFocus();
     contents()->setCurrentIndex(itemNamed(*contents()->model(), chapter));
     QTest::keyClick(contents(), Qt::Key_Return);
+}
+
+/// Clicks on the link with this text.
+void TstHelpEngine::follow(const QString &link)
+{
+    QTest::mouseClick(browser()->viewport(), Qt::LeftButton, Qt::NoModifier, placeOfLink(*browser(), link));
 }
 
 void TstHelpEngine::chooseWord(const QString &word)
@@ -260,8 +269,7 @@ void TstHelpEngine::linkLeadsToThePlaceInItsPage()
 {
     QFETCH(bool, byMouse);
     if (byMouse) {
-        QTest::mouseClick(browser()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          placeOfLink(*browser(), "to the second"));
+        follow("to the second");
     } else {
         browser()->setFocus();
         QTest::keyClick(browser(), Qt::Key_Tab);
@@ -273,35 +281,56 @@ void TstHelpEngine::linkLeadsToThePlaceInItsPage()
 
 void TstHelpEngine::linkToTheWebOpensInTheSystem_data()
 {
-    contentsLeadToPages_data();
+    QTest::addColumn<QString>("link");
+    QTest::addColumn<int>("tabs");
+    QTest::addColumn<QString>("address");
+    const QString page = QStringLiteral("https://manual.example/page");
+    QTest::newRow("https, mouse") << "to the web" << 0 << page;
+    QTest::newRow("https, key") << "to the web" << 2 << page;
+    QTest::newRow("http") << "to the open web" << 0 << "http://manual.example/page";
+    QTest::newRow("mail") << "to a person" << 0 << "mailto:help@manual.example";
 }
 
 void TstHelpEngine::linkToTheWebOpensInTheSystem()
 {
-    QFETCH(bool, byMouse);
+    QFETCH(QString, link);
+    QFETCH(int, tabs);
+    QFETCH(QString, address);
     const QString before = browser()->toPlainText();
-    if (byMouse) {
-        QTest::mouseClick(browser()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          placeOfLink(*browser(), "to the web"));
+    if (tabs == 0) {
+        follow(link);
     } else {
         browser()->setFocus();
-        QTest::keyClick(browser(), Qt::Key_Tab);
-        QTest::keyClick(browser(), Qt::Key_Tab);
+        for (int count = 0; count < tabs; ++count)
+            QTest::keyClick(browser(), Qt::Key_Tab);
         QTest::keyClick(browser(), Qt::Key_Return);
     }
-    QCOMPARE(m_openedInSystem, QList<QUrl>{QUrl("https://manual.example/page")});
+    QCOMPARE(m_openedInSystem, QList<QUrl>{QUrl(address)});
     QCOMPARE(page(), pageAddress(kFirst));
     QCOMPARE(browser()->toPlainText(), before);
 }
 
-void TstHelpEngine::linkToNothingLeavesThePage()
+void TstHelpEngine::linkToElsewhereLeavesThePage_data()
 {
+    QTest::addColumn<QString>("link");
+    QTest::newRow("page that is missing") << "to nothing";
+    QTest::newRow("file") << "to a file";
+    QTest::newRow("ftp") << "to a store";
+    QTest::newRow("unknown") << "to an unknown place";
+    QTest::newRow("resource") << "to a resource";
+}
+
+void TstHelpEngine::linkToElsewhereLeavesThePage()
+{
+    QFETCH(QString, link);
     const QString before = browser()->toPlainText();
     const MessageCatcher log;
-    QTest::mouseClick(browser()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      placeOfLink(*browser(), "to nothing"));
+    QSignalSpy followed(browser(), &HelpBrowser::anchorClicked);
+    follow(link);
+    QCOMPARE(followed.size(), 1); // the link was hit
     QCOMPARE(page(), pageAddress(kFirst));
     QCOMPARE(browser()->toPlainText(), before);
+    QCOMPARE(m_openedInSystem, QList<QUrl>());
     QCOMPARE(log.lines(), QStringList());
 }
 
