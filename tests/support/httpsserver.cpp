@@ -49,10 +49,15 @@ void writeEndlessly(QSslSocket *socket, const QByteArray &bytes)
 } // namespace
 
 HttpsServer::HttpsServer(CertifiedKey identity, QObject *parent)
-    : QTcpServer(parent)
-    , m_identity(std::move(identity))
+    : HttpsServer(std::move(identity), QHostAddress::LocalHost, 0)
 {
-    if (!listen(QHostAddress::LocalHost))
+    setParent(parent);
+}
+
+HttpsServer::HttpsServer(CertifiedKey identity, const QHostAddress &address, quint16 port)
+    : m_identity(std::move(identity))
+{
+    if (!listen(address, port))
         qFatal("no port for the server: %s", qPrintable(errorString()));
 }
 
@@ -72,10 +77,19 @@ void HttpsServer::incomingConnection(qintptr descriptor)
         return;
     }
     connect(socket, &QSslSocket::readyRead, this, [this, socket] { readRequest(socket); });
+    encrypt(socket);
+}
+
+void HttpsServer::encrypt(QSslSocket *socket)
+{
     QSslConfiguration configuration = socket->sslConfiguration();
     configuration.setLocalCertificate(m_identity.certificate);
     configuration.setPrivateKey(m_identity.key);
     configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
+    if (m_protocol) {
+        configuration.setProtocol(*m_protocol);
+        configuration.setBackendConfigurationOption("CipherString", "DEFAULT:@SECLEVEL=0");
+    }
     socket->setSslConfiguration(configuration);
     socket->startServerEncryption();
 }
@@ -107,6 +121,10 @@ void HttpsServer::answer(QSslSocket *socket, const HttpsAnswer &answer)
         break;
     case HttpsAnswer::Manner::Endless:
         socket->write(headersOf(answer));
+        writeEndlessly(socket, answer.contents);
+        break;
+    case HttpsAnswer::Manner::NoHeadEnd:
+        socket->write("HTTP/1.1 " + answer.status);
         writeEndlessly(socket, answer.contents);
         break;
     case HttpsAnswer::Manner::Never:

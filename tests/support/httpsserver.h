@@ -6,7 +6,9 @@
 #include <QHash>
 #include <QList>
 #include <QMetaType>
+#include <QSsl>
 #include <QTcpServer>
+#include <optional>
 
 class QSslSocket;
 
@@ -18,6 +20,7 @@ struct HttpsAnswer
         InPieces,  ///< byte for byte
         BrokenOff, ///< announces one byte more than it sends, and closes
         Endless,   ///< repeats the contents as long as they are read
+        NoHeadEnd, ///< repeats the contents behind the status, without a line end of its own
         Never
     };
 
@@ -29,19 +32,26 @@ struct HttpsAnswer
 
 Q_DECLARE_METATYPE(HttpsAnswer::Manner)
 
-/// A small HTTPS server on a free port of 127.0.0.1, in the thread that makes it. Each connection takes one
-/// request. A path without an answer is not found.
+/// A small HTTPS server on loopback, in the thread that makes it. Each connection takes one request. A path
+/// without an answer is not found.
 class HttpsServer : public QTcpServer
 {
     Q_OBJECT
 
 public:
+    /// Listens on a free port of 127.0.0.1.
     explicit HttpsServer(CertifiedKey identity, QObject *parent = nullptr);
+
+    /// Listens at another address of loopback.
+    HttpsServer(CertifiedKey identity, const QHostAddress &address, quint16 port);
 
     void setAnswer(const QByteArray &path, const HttpsAnswer &answer) { m_answers[path] = answer; }
 
     /// While it is silent, connections are accepted, and nothing is said in them.
     void setSilent(bool isSilent) { m_isSilent = isSilent; }
+
+    /// Offers only this version of the encryption, even one that the system counts as too old.
+    void setProtocol(QSsl::SslProtocol protocol) { m_protocol = protocol; }
 
     /// The requests that came, each with its headers.
     QList<QByteArray> requests() const { return m_requests; }
@@ -57,6 +67,7 @@ protected:
     void incomingConnection(qintptr descriptor) override;
 
 private:
+    void encrypt(QSslSocket *socket);
     void readRequest(QSslSocket *socket);
     void answer(QSslSocket *socket, const HttpsAnswer &answer);
 
@@ -68,4 +79,5 @@ private:
     int m_connections = 0;
     int m_openConnections = 0;
     bool m_isSilent = false;
+    std::optional<QSsl::SslProtocol> m_protocol;
 };
