@@ -13,6 +13,13 @@ namespace {
 
 constexpr char kConfiguratorPath[] = "/fileadmin/Public/Products/Telemetry/Tools/vxconfig.txt";
 constexpr char kFirmwarePath[] = "/fileadmin/Public/Products/Telemetry/Tools/vx_update.txt";
+constexpr int kLongestShown = 500; ///< letters; the server may send megabytes
+
+/// What the log and the debug panel show of a text that the server chose.
+QString shown(const QString &text)
+{
+    return text.left(kLongestShown);
+}
 
 /// True for a line that was read up to its end.
 bool isEnded(const QString &line)
@@ -61,7 +68,7 @@ void VersionChecker::fetchVersion()
 
 void VersionChecker::vxConfigRequest()
 {
-    VersionRequest *request = newRequest(m_configuratorAccess);
+    VersionRequest *request = newRequest(m_configuratorAccess, m_configuratorRequest);
     connect(request, &VersionRequest::finished, this, &VersionChecker::vxConfigReply);
     emit debugMessage(QStringLiteral("Requesting VXConfig Version"));
     request->send(QLatin1String(kConfiguratorPath));
@@ -75,13 +82,13 @@ void VersionChecker::vxConfigReply(QNetworkReply *reply)
     emit debugMessage(QStringLiteral("Contact Established with server"));
     const QString line = versionfiles::configuratorLine(reply->readAll());
     if (isEnded(line))
-        qDebug() << " Server: line is detected" << line;
+        qDebug() << " Server: line is detected" << shown(line);
     qDebug() << "Contacted VXConfig Server1";
-    qDebug() << "****Message from Server:" << line;
+    qDebug() << "****Message from Server:" << shown(line);
     const auto version = versionfiles::configuratorVersion(line);
     if (!version)
         return;
-    qDebug() << *version;
+    qDebug() << shown(*version);
     emit versionNo(*version);
     emit firmwareFetch();
 }
@@ -94,7 +101,7 @@ void VersionChecker::fetchFirmware()
 
 void VersionChecker::firmwareRequest()
 {
-    VersionRequest *request = newRequest(m_firmwareAccess);
+    VersionRequest *request = newRequest(m_firmwareAccess, m_firmwareRequest);
     connect(request, &VersionRequest::finished, this, &VersionChecker::firmwareReply);
     emit debugMessage(QStringLiteral("Request for Firmware Version"));
     request->send(QLatin1String(kFirmwarePath));
@@ -108,16 +115,18 @@ void VersionChecker::firmwareReply(QNetworkReply *reply)
     emit debugMessage(QStringLiteral("Firmware Version Fetched"));
     const auto entries = versionfiles::firmwareEntries(reply->readAll());
     for (const auto &entry : entries) {
-        emit debugMessage(entry.line);
+        emit debugMessage(shown(entry.line));
         emit frmwrVersion(entry.version, entry.flag);
     }
 }
 
-VersionRequest *VersionChecker::newRequest(QNetworkAccessManager &network)
+VersionRequest *VersionChecker::newRequest(QNetworkAccessManager &network, QPointer<VersionRequest> &latest)
 {
-    auto *request = new VersionRequest(m_time, m_hosts, network, m_server, m_periods, this);
-    connect(request, &VersionRequest::failed, this, &VersionChecker::reportFailedContact);
-    return request;
+    if (latest)
+        latest->drop(); // its answer would be stale, and the new request might wait for its connection
+    latest = new VersionRequest(m_time, m_hosts, network, m_server, m_periods, this);
+    connect(latest, &VersionRequest::failed, this, &VersionChecker::reportFailedContact);
+    return latest;
 }
 
 bool VersionChecker::isContact(const QNetworkReply &reply)
@@ -131,5 +140,5 @@ bool VersionChecker::isContact(const QNetworkReply &reply)
 void VersionChecker::reportFailedContact(const QString &error)
 {
     emit debugMessage(QStringLiteral("Error Cannot contact server"));
-    qDebug() << "ERROR!" << error;
+    qDebug() << "ERROR!" << shown(error);
 }

@@ -5,6 +5,7 @@
 
 #include <QNetworkAccessManager>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 class QNetworkReply;
@@ -13,7 +14,8 @@ class TimeSource;
 class VersionRequest;
 
 /// Asks the web server for the current versions of the configurator and of the firmware after each start of a
-/// session. Downloads nothing else. A failed contact ends the sequence without a retry.
+/// session. Downloads nothing else. A failed contact ends the sequence without a retry. Of two requests for
+/// the same file that meet, the older one is dropped without a word.
 class VersionChecker : public QObject
 {
     Q_OBJECT
@@ -49,7 +51,7 @@ signals:
     /// The text of the server on the configurator's current version.
     void versionNo(QString text);
 
-    /// What the check is doing.
+    /// What the check is doing. Text of the server in it is cut.
     void debugMessage(QString text);
 
     /// One current firmware version; `flag` is 1 if the server marks it. Emitted for each in the order of the
@@ -60,7 +62,7 @@ signals:
     void firmwareFetch();
 
 private:
-    VersionRequest *newRequest(QNetworkAccessManager &network);
+    VersionRequest *newRequest(QNetworkAccessManager &network, QPointer<VersionRequest> &latest);
     bool isContact(const QNetworkReply &reply);
     void reportFailedContact(const QString &error);
 
@@ -70,6 +72,8 @@ private:
     HostLookup m_hosts;
     QNetworkAccessManager m_configuratorAccess;
     QNetworkAccessManager m_firmwareAccess;
-    Timer *m_versionDelay;  // child
-    Timer *m_firmwareDelay; // child
+    QPointer<VersionRequest> m_configuratorRequest; ///< the latest one, a child
+    QPointer<VersionRequest> m_firmwareRequest;     ///< likewise
+    Timer *m_versionDelay;                          // child
+    Timer *m_firmwareDelay;                         // child
 };

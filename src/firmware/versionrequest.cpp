@@ -9,7 +9,7 @@
 #include <QNetworkRequest>
 #include <QSslConfiguration>
 #include <QUrl>
-#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -45,17 +45,13 @@ QNetworkRequest requestTo(const QHostAddress &address, const QUrl &named)
 bool isWithoutServer(QNetworkReply::NetworkError error)
 {
     return error == QNetworkReply::ConnectionRefusedError || error == QNetworkReply::HostNotFoundError ||
-           error == QNetworkReply::UnknownNetworkError;
+           error == QNetworkReply::TimeoutError || error == QNetworkReply::TemporaryNetworkFailureError ||
+           error == QNetworkReply::NetworkSessionFailedError || error == QNetworkReply::UnknownNetworkError;
 }
 
-/// A connection that hangs before it is encrypted outlives the reply that is aborted, and the next request
-/// would hang with it. Nothing is done while another request is under way.
-void leaveConnections(QNetworkAccessManager &network)
+double seconds(std::chrono::milliseconds period)
 {
-    const auto replies = network.findChildren<QNetworkReply *>();
-    if (std::none_of(replies.begin(), replies.end(),
-                     [](const QNetworkReply *reply) { return reply->isRunning(); }))
-        network.clearConnectionCache();
+    return std::chrono::duration<double>(period).count();
 }
 
 } // namespace
@@ -68,19 +64,41 @@ VersionRequest::VersionRequest(TimeSource &time, HostLookup &hosts, QNetworkAcce
     , m_server(server)
     , m_periods(periods)
     , m_lookUpTimer(time.createTimer(this))
-    , m_limitTimer(time.createTimer(this))
+    , m_addressTimer(createLimit(time, &VersionRequest::handleUnreached))
+    , m_headTimer(createLimit(time, &VersionRequest::handleMissingHead))
+    , m_silenceTimer(createLimit(time, &VersionRequest::handleSilence))
+    , m_wholeTimer(createLimit(time, &VersionRequest::handleSlowness))
 {
-    m_limitTimer->setSingleShot(true);
     connect(m_lookUpTimer, &Timer::timeout, this, &VersionRequest::lookForAddress);
-    connect(m_limitTimer, &Timer::timeout, this, &VersionRequest::handleSilence);
+}
+
+VersionRequest::~VersionRequest()
+{
+    leaveReply();
+}
+
+Timer *VersionRequest::createLimit(TimeSource &time, void (VersionRequest::*handler)())
+{
+    Timer *timer = time.createTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &Timer::timeout, this, handler);
+    return timer;
 }
 
 void VersionRequest::send(const QString &path)
 {
     m_path = path;
-    m_limitTimer->start(m_periods.transfer);
+    m_silenceTimer->start(m_periods.transfer);
     m_lookUpTimer->start(m_periods.lookUp);
     lookForAddress();
+}
+
+void VersionRequest::drop()
+{
+    disconnect();
+    stopTimers();
+    leaveReply();
+    deleteLater();
 }
 
 void VersionRequest::lookForAddress()
@@ -99,56 +117,124 @@ void VersionRequest::lookForAddress()
 
 void VersionRequest::sendToNextAddress()
 {
-    m_limitTimer->start(m_periods.transfer);
-    followReply(m_network.get(requestTo(m_addresses.takeFirst(), namedUrl(m_server, m_path))));
+    const QHostAddress address = m_addresses.takeFirst();
+    if (!m_addresses.isEmpty())
+        m_addressTimer->start(m_periods.address);
+    m_headTimer->start(m_periods.head);
+    m_silenceTimer->start(m_periods.transfer);
+    m_wholeTimer->start(m_periods.whole);
+    followReply(m_network.get(requestTo(address, namedUrl(m_server, m_path))));
 }
 
 void VersionRequest::followReply(QNetworkReply *reply)
 {
     m_reply = reply;
+    connect(reply, &QNetworkReply::encrypted, m_addressTimer, &Timer::stop);
+    connect(reply, &QNetworkReply::metaDataChanged, this, &VersionRequest::handleHead);
     connect(reply, &QNetworkReply::readyRead, this, &VersionRequest::handleData);
     connect(reply, &QNetworkReply::finished, this, &VersionRequest::handleFinished);
 }
 
-/// The end of a reply that is aborted comes from within the call.
+void VersionRequest::handleHead()
+{
+    m_addressTimer->stop(); // a connection that is used again is not encrypted again
+    m_headTimer->stop();
+    m_silenceTimer->start(m_periods.transfer);
+}
+
 void VersionRequest::handleData()
 {
-    m_limitTimer->start(m_periods.transfer);
+    m_silenceTimer->start(m_periods.transfer);
     if (m_reply->bytesAvailable() <= kMaximumSize)
         return;
     qDebug() << "The version file has more than" << kMaximumSize << "bytes";
-    m_reply->abort();
+    giveUp();
 }
 
 void VersionRequest::handleFinished()
 {
-    m_limitTimer->stop();
-    m_reply->disconnect(this);
-    if (!m_addresses.isEmpty() && isWithoutServer(m_reply->error())) {
-        m_reply->deleteLater();
+    const bool mayGoOn = m_addressTimer->isActive() && isWithoutServer(m_reply->error());
+    stopTimers();
+    if (mayGoOn) {
+        leaveReply();
         sendToNextAddress();
         return;
     }
-    deleteLater();
-    emit finished(m_reply);
+    end();
+}
+
+void VersionRequest::handleUnreached()
+{
+    leaveReply();
+    sendToNextAddress();
+}
+
+void VersionRequest::handleMissingHead()
+{
+    qDebug() << "The server of the version files sent no whole head within" << seconds(m_periods.head)
+             << "seconds";
+    giveUp();
 }
 
 void VersionRequest::handleSilence()
 {
-    const auto seconds = std::chrono::duration<double>(m_periods.transfer).count();
-    qDebug() << "The server of the version files was silent for" << seconds << "seconds";
-    m_lookUpTimer->stop();
-    if (m_reply) {
-        m_reply->abort();
-        leaveConnections(m_network);
+    if (!m_reply) {
+        fail(QStringLiteral("Host %1 not found in time").arg(m_server.host));
         return;
     }
-    fail(QStringLiteral("Host %1 not found in time").arg(m_server.host));
+    qDebug() << "The server of the version files was silent for" << seconds(m_periods.transfer) << "seconds";
+    giveUp();
+}
+
+void VersionRequest::handleSlowness()
+{
+    qDebug() << "The server of the version files did not end within" << seconds(m_periods.whole) << "seconds";
+    giveUp();
+}
+
+void VersionRequest::stopTimers()
+{
+    for (Timer *timer : {m_lookUpTimer, m_addressTimer, m_headTimer, m_silenceTimer, m_wholeTimer})
+        timer->stop();
+}
+
+/// The reply ends within the call, without telling this object. A connection that hangs before it is
+/// encrypted would outlive it, and the next request would hang with it.
+void VersionRequest::abortReply()
+{
+    m_reply->disconnect(this);
+    m_reply->disconnect(m_addressTimer);
+    m_reply->abort();
+    m_network.clearConnectionCache();
+}
+
+void VersionRequest::leaveReply()
+{
+    if (!m_reply)
+        return;
+    abortReply();
+    m_reply->deleteLater();
+    m_reply = nullptr;
+}
+
+void VersionRequest::giveUp()
+{
+    abortReply();
+    end();
+}
+
+/// Last in its caller: the receiver may begin the next request.
+void VersionRequest::end()
+{
+    stopTimers();
+    m_reply->disconnect(this);
+    deleteLater();
+    emit finished(std::exchange(m_reply, nullptr));
 }
 
 void VersionRequest::fail(const QString &error)
 {
-    m_limitTimer->stop();
+    stopTimers();
     deleteLater();
     emit failed(error);
 }

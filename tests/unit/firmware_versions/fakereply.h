@@ -17,6 +17,9 @@ public:
 
     void setFailed(NetworkError error, const QString &text) { setError(error, text); }
 
+    void encrypt() { emit encrypted(); }
+    void receiveHead() { emit metaDataChanged(); }
+
     void receive(const QByteArray &bytes)
     {
         m_contents += bytes;

@@ -46,16 +46,26 @@ private slots:
     void aServerThatIsNotThereIsSoughtAtTheNextAddress();
     void anotherFailureEndsTheRequest_data();
     void anotherFailureEndsTheRequest();
+    void anAddressWithoutAConnectionIsLeftForTheNext();
+    void anAddressWithAConnectionIsKept_data();
+    void anAddressWithAConnectionIsKept();
     void theNameIsLookedForAgainAndAgain();
     void aHostThatIsNoNameIsNotContacted_data();
     void aHostThatIsNoNameIsNotContacted();
     void bytesThatComeStartTheLimitAnew();
+    void anAnswerWithoutAHeadIsGivenUp_data();
+    void anAnswerWithoutAHeadIsGivenUp();
+    void anAnswerThatGoesOnForEverIsGivenUp();
     void theLookUpIsNotPartOfTheLimitOfTheServer();
     void moreThanTheMaximumIsNotRead_data();
     void moreThanTheMaximumIsNotRead();
     void itDeletesItselfAtTheEnd();
+    void aRequestThatIsDroppedIsSilent_data();
+    void aRequestThatIsDroppedIsSilent();
 
 private:
+    bool waitForRequest();
+    FakeReply *reply(int index) const { return m_access->replies.at(index); }
     VersionRequest *newRequest(const VersionServer &server, const QStringList &addresses = {kLoopback});
 
     std::unique_ptr<VirtualTime> m_time;
@@ -72,6 +82,16 @@ VersionRequest *TstVersionRequest::newRequest(const VersionServer &server, const
     m_hosts = std::make_unique<HostLookup>([addresses](const QString &) { return infoOf(addresses); });
     m_owner = std::make_unique<QObject>();
     return new VersionRequest(*m_time, *m_hosts, *m_access, server, {}, m_owner.get());
+}
+
+/// Lets the time pass until the request is sent, and no longer.
+bool TstVersionRequest::waitForRequest()
+{
+    return happens([this] {
+        if (m_access->requests.isEmpty())
+            m_time->advance(10);
+        return !m_access->requests.isEmpty();
+    });
 }
 
 void TstVersionRequest::initTestCase()
@@ -112,7 +132,7 @@ void TstVersionRequest::theRequestGoesToTheAddressInTheNameOfTheServer()
     QFETCH(quint16, port);
     QFETCH(QString, address);
     newRequest({host, port}, {address})->send(QStringLiteral("/a/b.txt"));
-    QTRY_COMPARE((m_time->advance(50), m_access->requests.size()), 1);
+    QVERIFY(waitForRequest());
     const QNetworkRequest request = m_access->requests.first();
     QTEST(request.url().toString(), "url");
     QTEST(request.rawHeader("Host"), "hostHeader");
@@ -140,6 +160,10 @@ void TstVersionRequest::aServerThatIsNotThereIsSoughtAtTheNextAddress_data()
     QTest::addColumn<int>("error");
     QTest::newRow("refused") << int(QNetworkReply::ConnectionRefusedError);
     QTest::newRow("unreachable") << int(QNetworkReply::UnknownNetworkError);
+    QTest::newRow("timed out") << int(QNetworkReply::TimeoutError);
+    QTest::newRow("no such host") << int(QNetworkReply::HostNotFoundError);
+    QTest::newRow("network lost") << int(QNetworkReply::TemporaryNetworkFailureError);
+    QTest::newRow("no network") << int(QNetworkReply::NetworkSessionFailedError);
 }
 
 void TstVersionRequest::aServerThatIsNotThereIsSoughtAtTheNextAddress()
@@ -148,7 +172,7 @@ void TstVersionRequest::aServerThatIsNotThereIsSoughtAtTheNextAddress()
     VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
     QSignalSpy finished(request, &VersionRequest::finished);
     request->send(QStringLiteral("/a"));
-    QTRY_COMPARE((m_time->advance(50), m_access->replies.size()), 1);
+    QVERIFY(waitForRequest());
     m_access->replies.at(0)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
     m_access->replies.at(0)->end();
     QCOMPARE(finished.size(), 0);
@@ -177,11 +201,64 @@ void TstVersionRequest::anotherFailureEndsTheRequest()
     VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
     QSignalSpy finished(request, &VersionRequest::finished);
     request->send(QStringLiteral("/a"));
-    QTRY_COMPARE((m_time->advance(50), m_access->replies.size()), 1);
+    QVERIFY(waitForRequest());
     m_access->replies.at(0)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
     m_access->replies.at(0)->end();
     QCOMPARE(finished.size(), 1);
     QCOMPARE(m_access->requests.size(), 1);
+}
+
+void TstVersionRequest::anAddressWithoutAConnectionIsLeftForTheNext()
+{
+    VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    QVERIFY(waitForRequest());
+    m_time->advance(4999);
+    QCOMPARE(m_access->replies.size(), 1);
+    QSignalSpy ended(reply(0), &QNetworkReply::finished);
+    m_time->advance(1);
+    QCOMPARE(ended.size(), 1);
+    QVERIFY(!reply(0)); // nobody else would delete it
+    QCOMPARE(m_access->requests.size(), 2);
+    QCOMPARE(m_access->requests.at(1).url().host(), QStringLiteral("10.0.0.2"));
+    m_time->advance(9999); // the last address has the limit of every server
+    QCOMPARE(finished.size(), 0);
+    m_time->advance(1);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(finished.at(0).at(0).value<QNetworkReply *>(), reply(1));
+    QCOMPARE(m_access->requests.size(), 2);
+    QCOMPARE(m_time->activeTimers(), 0);
+}
+
+void TstVersionRequest::anAddressWithAConnectionIsKept_data()
+{
+    QTest::addColumn<bool>("isEncrypted");
+    QTest::newRow("encrypted") << true;
+    QTest::newRow("answered in a connection from before") << false;
+}
+
+void TstVersionRequest::anAddressWithAConnectionIsKept()
+{
+    QFETCH(bool, isEncrypted);
+    for (const bool hasFailed : {false, true}) {
+        VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
+        QSignalSpy finished(request, &VersionRequest::finished);
+        request->send(QStringLiteral("/a"));
+        QVERIFY(waitForRequest());
+        m_time->advance(4999);
+        if (isEncrypted)
+            reply(0)->encrypt();
+        else
+            reply(0)->receiveHead();
+        m_time->advance(5000);
+        if (hasFailed) {
+            reply(0)->setFailed(QNetworkReply::TimeoutError, QStringLiteral("gone"));
+            reply(0)->end();
+        }
+        QCOMPARE(finished.size(), hasFailed ? 1 : 0);
+        QCOMPARE(m_access->requests.size(), 1);
+    }
 }
 
 void TstVersionRequest::theNameIsLookedForAgainAndAgain()
@@ -198,7 +275,7 @@ void TstVersionRequest::theNameIsLookedForAgainAndAgain()
     m_time->advance(10000);
     QCOMPARE(m_access->requests.size(), 0);
     mayEnd.release();
-    QTRY_COMPARE((m_time->advance(50), m_access->requests.size()), 1);
+    QVERIFY(waitForRequest());
     m_owner.reset();
 }
 
@@ -228,15 +305,57 @@ void TstVersionRequest::bytesThatComeStartTheLimitAnew()
     VersionRequest *request = newRequest({kLoopback, 443});
     QSignalSpy finished(request, &VersionRequest::finished);
     request->send(QStringLiteral("/a"));
-    m_time->advance(29999);
-    m_access->replies.at(0)->receive("a");
-    m_time->advance(29999);
-    m_access->replies.at(0)->receive("b");
+    m_time->advance(5000);
+    reply(0)->receiveHead();
+    m_time->advance(20000);
+    reply(0)->receive("a");
     m_time->advance(29999);
     QCOMPARE(finished.size(), 0);
     m_time->advance(1);
     QCOMPARE(finished.size(), 1);
-    QCOMPARE(m_access->replies.at(0)->error(), QNetworkReply::OperationCanceledError);
+    QCOMPARE(reply(0)->error(), QNetworkReply::OperationCanceledError);
+    QCOMPARE(m_time->activeTimers(), 0);
+}
+
+void TstVersionRequest::anAnswerWithoutAHeadIsGivenUp_data()
+{
+    QTest::addColumn<bool>("isEncrypted");
+    QTest::newRow("no connection") << false;
+    QTest::newRow("connection") << true;
+}
+
+void TstVersionRequest::anAnswerWithoutAHeadIsGivenUp()
+{
+    QFETCH(bool, isEncrypted);
+    VersionRequest *request = newRequest({kLoopback, 443});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    m_time->advance(9999);
+    if (isEncrypted)
+        reply(0)->encrypt();
+    QCOMPARE(finished.size(), 0);
+    m_time->advance(1);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(reply(0)->error(), QNetworkReply::OperationCanceledError);
+    QCOMPARE(m_time->activeTimers(), 0);
+}
+
+void TstVersionRequest::anAnswerThatGoesOnForEverIsGivenUp()
+{
+    VersionRequest *request = newRequest({kLoopback, 443});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    request->send(QStringLiteral("/a"));
+    reply(0)->receiveHead();
+    for (int second = 1; second < 60; ++second) {
+        m_time->advance(1000);
+        reply(0)->receive("a");
+    }
+    m_time->advance(999);
+    QCOMPARE(finished.size(), 0);
+    m_time->advance(1);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(reply(0)->error(), QNetworkReply::OperationCanceledError);
+    QCOMPARE(m_time->activeTimers(), 0);
 }
 
 void TstVersionRequest::theLookUpIsNotPartOfTheLimitOfTheServer()
@@ -253,7 +372,8 @@ void TstVersionRequest::theLookUpIsNotPartOfTheLimitOfTheServer()
     request->send(QStringLiteral("/a"));
     m_time->advance(20000);
     mayEnd.release();
-    QTRY_VERIFY(!m_access->requests.isEmpty() || (m_time->advance(50), !m_access->requests.isEmpty()));
+    QVERIFY(waitForRequest());
+    reply(0)->receiveHead();
     m_time->advance(29999);
     QCOMPARE(finished.size(), 0);
     m_time->advance(1);
@@ -290,6 +410,33 @@ void TstVersionRequest::itDeletesItselfAtTheEnd()
     m_time->turn();
     QVERIFY(!request);
     QVERIFY(m_access->replies.at(0)); // belongs to whoever took it
+    QCOMPARE(m_time->activeTimers(), 0);
+}
+
+void TstVersionRequest::aRequestThatIsDroppedIsSilent_data()
+{
+    QTest::addColumn<bool>("isDestroyed");
+    QTest::newRow("dropped") << false;
+    QTest::newRow("destroyed") << true;
+}
+
+void TstVersionRequest::aRequestThatIsDroppedIsSilent()
+{
+    QFETCH(bool, isDestroyed);
+    const QPointer<VersionRequest> request = newRequest({kLoopback, 443});
+    QSignalSpy finished(request, &VersionRequest::finished);
+    QSignalSpy failed(request, &VersionRequest::failed);
+    request->send(QStringLiteral("/a"));
+    QSignalSpy ended(reply(0), &QNetworkReply::finished);
+    if (isDestroyed)
+        delete request;
+    else
+        request->drop();
+    QCOMPARE(ended.size(), 1);
+    m_time->turn();
+    QVERIFY(!request);
+    QVERIFY(!reply(0));
+    QCOMPARE(finished.size() + failed.size(), 0);
     QCOMPARE(m_time->activeTimers(), 0);
 }
 

@@ -3,8 +3,12 @@
 #include "firmware/versionchecker.h"
 #include "support/virtualtime.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QHostInfo>
 #include <QStringList>
+#include <QTimer>
+#include <chrono>
 
 inline const QByteArray kConfiguratorPath = "/fileadmin/Public/Products/Telemetry/Tools/vxconfig.txt";
 inline const QByteArray kFirmwarePath = "/fileadmin/Public/Products/Telemetry/Tools/vx_update.txt";
@@ -26,6 +30,23 @@ inline QHostInfo infoOf(const QStringList &addresses)
     return info;
 }
 
+/// Lets events come until the condition holds; false if it does not in time. It looks after each event, where
+/// QTRY_VERIFY would look from time to time: a server in the same thread needs many of them.
+template <typename Condition>
+bool happens(Condition condition)
+{
+    const QDeadlineTimer limit(std::chrono::seconds(10));
+    QTimer look; // other threads bring no event
+    look.start(std::chrono::milliseconds(5));
+    while (!condition()) {
+        if (limit.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
+
 /// A version check in time that the test advances, and a record of what it emits.
 class RecordedCheck
 {
@@ -43,6 +64,13 @@ public:
                          [this](const QString &version, int flag) {
                              events += QStringLiteral("frmwrVersion %1 %2").arg(version).arg(flag);
                          });
+    }
+
+    /// The events once they are the expected ones, or those that there are if they do not become so in time.
+    QStringList eventsLike(const QStringList &expected) const
+    {
+        happens([this, &expected] { return events == expected; });
+        return events;
     }
 
     VirtualTime time;
