@@ -205,7 +205,8 @@ void TstFirmwareFlashing::operatorFlashesAFile()
     s->waitForARound();
     QCOMPARE(s->label(), QStringLiteral("FPGA flashing complete..."));
     QCOMPARE(s->buttonText(), QStringLiteral("Read and Flash File"));
-    // Again, with another file.
+    // Again, with another file. A press right behind the end would start nothing.
+    s->time.skip(std::chrono::milliseconds(500));
     const QByteArray second = imageContents(3000);
     s->choose(s->write("y_GTW_FPGA5_1.bin", second));
     s->click("flashButton");
