@@ -1,14 +1,8 @@
 // How long the session takes to write a firmware image: over a link that is as slow as a serial line, beside
 // the time that the bytes themselves need on the wire, and over one without a limit.
 
-#include "base/timesource.h"
-#include "countingsock.h"
+#include "countedsession.h"
 #include "firmware/firmwareimage.h"
-#include "link/portdirectory.h"
-#include "link/serialcomm.h"
-#include "protocol/commlinks.h"
-#include "protocol/communication.h"
-#include "simulatedchain.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -65,18 +59,8 @@ Run flash(const QStringList &options)
     const QTemporaryDir folder;
     const SimulatedChain chain(QStringLiteral("demo.chain"),
                                QStringList{QStringLiteral("--images"), folder.path()} + options);
-    SystemTime time;
-    qint64 bytes = 0;
-    CommLinks links;
-    links.serial = std::make_unique<SerialComm>(time, PortDirectory(QString()));
-    links.tcp = std::make_unique<CountingSock>(time, bytes);
-    Communication communication(time, std::move(links));
-
-    model_Namespace::Settings settings;
-    settings.ipAddress = QStringLiteral("127.0.0.1");
-    settings.tcpPort = QString::number(chain.port());
-    settings.commType = Comm_Type::Ethernet;
-
+    CountedSession session(chain);
+    Communication &communication = session.communication();
     const auto commands = firmwareimage::commands(kTarget, contents());
     Run run;
     run.commands = commands.size();
@@ -87,7 +71,7 @@ Run flash(const QStringList &options)
         // In a turn of its own: the walk's last reply is dealt with, and no poll is out.
         QTimer::singleShot(0, &loop, [&] {
             waiting = run.commands;
-            bytes = 0;
+            session.bytes = 0;
             clock.start();
             for (const FPGAfwCommand &command : commands)
                 communication.Slot_FirmwareCommands(QVariant::fromValue(command));
@@ -99,11 +83,11 @@ Run flash(const QStringList &options)
         if (waiting == 0 || --waiting > 0)
             return;
         run.seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
-        run.bytes = bytes;
+        run.bytes = session.bytes;
         loop.quit();
     });
     QTimer::singleShot(kPatience, &loop, [] { giveUp("The image was not written in time."); });
-    if (!communication.OpenCommunicationChannel(settings))
+    if (!session.open())
         giveUp("The link did not open.");
     loop.exec();
     checkImage(folder.path());

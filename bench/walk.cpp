@@ -1,13 +1,7 @@
 // How long the session takes to walk a full chain over a link that is as slow as a serial line, beside the
 // time that the bytes themselves need on the wire.
 
-#include "base/timesource.h"
-#include "countingsock.h"
-#include "link/portdirectory.h"
-#include "link/serialcomm.h"
-#include "protocol/commlinks.h"
-#include "protocol/communication.h"
-#include "simulatedchain.h"
+#include "countedsession.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -30,27 +24,17 @@ int main(int argc, char *argv[])
     const SimulatedChain chain(QStringLiteral("full128.chain"),
                                {QStringLiteral("--pace"), QString::number(kBytesPerSecond)});
 
-    SystemTime time;
-    qint64 bytes = 0;
-    CommLinks links;
-    links.serial = std::make_unique<SerialComm>(time, PortDirectory(QString()));
-    links.tcp = std::make_unique<CountingSock>(time, bytes);
-    Communication communication(time, std::move(links));
-
-    model_Namespace::Settings settings;
-    settings.ipAddress = QStringLiteral("127.0.0.1");
-    settings.tcpPort = QString::number(chain.port());
-    settings.commType = Comm_Type::Ethernet;
-
+    CountedSession session(chain);
+    Communication &communication = session.communication();
     QElapsedTimer clock;
     int modules = 0;
     QObject::connect(&communication, &Communication::ModuleRead, &application, [&modules] { ++modules; });
     QObject::connect(&communication, &Communication::stateInitialized, &application, [&] {
         const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
-        const double wire = static_cast<double>(bytes) / kBytesPerSecond;
+        const double wire = static_cast<double>(session.bytes) / kBytesPerSecond;
         std::printf(
             "walk of %d modules: %.3f s, %lld bytes, bare wire time %.3f s, ratio %.4f (limit %.2f)\n",
-            modules, seconds, static_cast<long long>(bytes), wire, seconds / wire, kLimit);
+            modules, seconds, static_cast<long long>(session.bytes), wire, seconds / wire, kLimit);
         QCoreApplication::exit(0);
     });
     QTimer::singleShot(kPatience, &application, [] {
@@ -58,7 +42,7 @@ int main(int argc, char *argv[])
         QCoreApplication::exit(1);
     });
     clock.start();
-    if (!communication.OpenCommunicationChannel(settings)) {
+    if (!session.open()) {
         std::fprintf(stderr, "The link did not open.\n");
         return 1;
     }
