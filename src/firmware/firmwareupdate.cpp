@@ -99,8 +99,18 @@ void FirmwareUpdate::notePress(const QEvent &event)
         if (static_cast<const QMouseEvent &>(event).button() == Qt::LeftButton)
             m_press = pressNow();
         break;
+    case QEvent::MouseButtonRelease: { // outside, it presses nothing
+        const auto &mouse = static_cast<const QMouseEvent &>(event);
+        if (mouse.button() == Qt::LeftButton && !m_ui->flashButton->rect().contains(mouse.pos()))
+            m_press.reset();
+        break;
+    }
     case QEvent::MouseButtonDblClick: // its first click was for what was here before
-        m_press = Press::Nothing;
+        if (static_cast<const QMouseEvent &>(event).button() == Qt::LeftButton)
+            m_press = Press::Nothing;
+        break;
+    case QEvent::FocusOut: // the button lets go of what it was pressed for
+        m_press.reset();
         break;
     case QEvent::KeyPress:
         if (isPressOfAButton(static_cast<const QKeyEvent &>(event)))

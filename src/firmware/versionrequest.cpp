@@ -129,15 +129,22 @@ void VersionRequest::sendToNextAddress()
 void VersionRequest::followReply(QNetworkReply *reply)
 {
     m_reply = reply;
-    connect(reply, &QNetworkReply::encrypted, m_addressTimer, &Timer::stop);
+    m_isEncrypted = false;
+    connect(reply, &QNetworkReply::encrypted, this, &VersionRequest::handleEncryption);
     connect(reply, &QNetworkReply::metaDataChanged, this, &VersionRequest::handleHead);
     connect(reply, &QNetworkReply::readyRead, this, &VersionRequest::handleData);
     connect(reply, &QNetworkReply::finished, this, &VersionRequest::handleFinished);
 }
 
+void VersionRequest::handleEncryption()
+{
+    m_isEncrypted = true;
+    m_addressTimer->stop();
+}
+
 void VersionRequest::handleHead()
 {
-    m_addressTimer->stop(); // a connection that is used again is not encrypted again
+    handleEncryption(); // a connection that is used again does not tell it
     m_headTimer->stop();
     m_silenceTimer->start(m_periods.transfer);
 }
@@ -202,10 +209,11 @@ void VersionRequest::stopTimers()
 /// encrypted would outlive it, and the next request would hang with it.
 void VersionRequest::abortReply()
 {
+    const bool mayHang = !m_isEncrypted && m_reply->isRunning();
     m_reply->disconnect(this);
-    m_reply->disconnect(m_addressTimer);
     m_reply->abort();
-    m_network.clearConnectionCache();
+    if (mayHang)
+        m_network.clearConnectionCache();
 }
 
 void VersionRequest::leaveReply()

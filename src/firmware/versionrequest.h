@@ -48,6 +48,7 @@ private:
     void lookForAddress();
     void sendToNextAddress();
     void followReply(QNetworkReply *reply);
+    void handleEncryption();
     void handleHead();
     void handleData();
     void handleFinished();
@@ -74,4 +75,5 @@ private:
     QString m_path;
     QList<QHostAddress> m_addresses;  ///< those that have not been tried
     QNetworkReply *m_reply = nullptr; ///< the one under way
+    bool m_isEncrypted = false;       ///< its connection
 };

@@ -13,10 +13,11 @@ struct VersionServer
 /// The times of the version check.
 struct VersionPeriods
 {
-    std::chrono::milliseconds delay{1000};     ///< before each of the two requests
-    std::chrono::milliseconds lookUp{50};      ///< between two looks whether the server's name has been found
-    std::chrono::milliseconds address{5000};   ///< to an encrypted connection, if there is another address
-    std::chrono::milliseconds head{10000};     ///< from the request to the whole head of the answer
-    std::chrono::milliseconds transfer{30000}; ///< a server that is silent for so long counts as not there
+    std::chrono::milliseconds delay{1000};   ///< before each of the two requests
+    std::chrono::milliseconds lookUp{50};    ///< between two looks whether the server's name has been found
+    std::chrono::milliseconds address{5000}; ///< to an encrypted connection, if there is another address, and
+                                             ///< this one is not tried again
+    std::chrono::milliseconds head{10000};   ///< from the request to the whole head of the answer
+    std::chrono::milliseconds transfer{30000}; ///< of silence behind the head, or of looking up the name
     std::chrono::milliseconds whole{60000};    ///< from the request to the end of the answer
 };

@@ -10,6 +10,8 @@ private slots:
     void pressForTheAbortStartsNothing();
     void pressDraggedOutAndBackStartsNothing();
     void pressThatWasDraggedOutIsForgotten();
+    void pressThatLostTheFocusIsForgotten();
+    void otherButtonsTwiceForgetNothing();
     void pressForTheAbortAsksWhenCommandsWereDropped();
     void buttonRestsAfterTheCompletion();
     void pressBegunInTheRestStartsNothing();
@@ -129,8 +131,33 @@ void TstFirmwareUpdatePresses::pressThatWasDraggedOutIsForgotten()
     QVERIFY(!w.box("abortBox"));
     w.answer(kCommands);
     w.time.advance(FirmwareWindow::kRest);
-    w.clickFlash();
+    w.flashButton()->click(); // by a program: no press of its own goes before it
     QVERIFY(w.isRunning());
+}
+
+void TstFirmwareUpdatePresses::pressThatLostTheFocusIsForgotten()
+{
+    FirmwareWindow w;
+    w.flashImage(1000);
+    w.flashButton()->setFocus();
+    QTest::keyPress(w.flashButton(), Qt::Key_Space);
+    childByName<QWidget>(&w.window, "messageBox")->setFocus();
+    QVERIFY(!w.flashButton()->hasFocus());
+    QVERIFY(!w.box("abortBox"));
+    w.answer(kCommands);
+    w.time.advance(FirmwareWindow::kRest);
+    w.flashButton()->click();
+    QVERIFY(w.isRunning());
+}
+
+void TstFirmwareUpdatePresses::otherButtonsTwiceForgetNothing()
+{
+    FirmwareWindow w;
+    w.flashImage(1000);
+    QTest::mouseDClick(w.flashButton(), Qt::RightButton);
+    QVERIFY(!w.box("abortBox"));
+    w.flashButton()->click();
+    QVERIFY(w.box("abortBox"));
 }
 
 void TstFirmwareUpdatePresses::pressForTheAbortAsksWhenCommandsWereDropped()

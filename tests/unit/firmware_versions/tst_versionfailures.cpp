@@ -65,7 +65,7 @@ void TstVersionFailures::init()
 void TstVersionFailures::aServerThatIsNotThereEndsTheSequence()
 {
     // Nobody else listens at this address, so the port is free there.
-    RecordedCheck check({QStringLiteral("127.127.127.127"), m_server->serverPort()});
+    RecordedCheck check({QStringLiteral("127.127.127.126"), m_server->serverPort()});
     const MessageCatcher log;
     check.checker.fetchVersion();
     check.time.advance(1000);

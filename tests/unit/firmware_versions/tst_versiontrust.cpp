@@ -37,7 +37,7 @@ private:
 void TstVersionTrust::initTestCase()
 {
     m_certificates.trustAuthority();
-    m_identity = m_certificates.certified(QStringLiteral("DNS:localhost,IP:127.0.0.1,IP:127.127.127.127"));
+    m_identity = m_certificates.certified(QStringLiteral("DNS:localhost,IP:127.0.0.1,IP:127.127.127.125"));
 }
 
 void TstVersionTrust::aServerThatCannotProveItselfGetsNoRequest_data()
@@ -108,15 +108,15 @@ void TstVersionTrust::aRedirectIsNotFollowed_data()
 {
     QTest::addColumn<QByteArray>("target");
     QTest::newRow("the same server") << QByteArray("/elsewhere.txt");
-    QTest::newRow("another host") << QByteArray("https://127.127.127.127:%1/elsewhere.txt");
-    QTest::newRow("without encryption") << QByteArray("http://127.127.127.127:%1/elsewhere.txt");
+    QTest::newRow("another host") << QByteArray("https://127.127.127.125:%1/elsewhere.txt");
+    QTest::newRow("without encryption") << QByteArray("http://127.127.127.125:%1/elsewhere.txt");
 }
 
 void TstVersionTrust::aRedirectIsNotFollowed()
 {
     QFETCH(QByteArray, target);
     HttpsServer server(m_identity);
-    HttpsServer other(m_identity, QHostAddress(QStringLiteral("127.127.127.127")), 0);
+    HttpsServer other(m_identity, QHostAddress(QStringLiteral("127.127.127.125")), 0);
     target.replace("%1", QByteArray::number(other.serverPort()));
     server.setAnswer(kConfiguratorPath,
                      {"moved", Manner::Whole, "302 Found", "Location: " + target + "\r\n"});
