@@ -171,8 +171,10 @@ void Communication::cleanSlate()
 // caller too many.
 bool Communication::resetCommChannels()
 {
+    const quint32 session = m_session + 1; // that of the clean slate
     cleanSlate();
-    const quint32 session = m_session;
+    if (session != m_session)
+        return false;
     sendInitRequest(m_state);
     if (session != m_session)
         return false;

@@ -120,9 +120,9 @@ signals:
     void stateInitialized();                     ///< the walk is over, the cycle is about to start
     void Signal_DebugMsg(QString text);          ///< a line for the user's debug display
     void ModuleRead(ushort index);               ///< the walk asked for this module
-    void firmwareCommandsDropped();              ///< a clean slate took firmware commands that waited
     void Signal_CleanSlateProtocol();            ///< all that is known of the system is void
     void Signal_RcvPayload(QByteArray &payload); ///< a reply was dealt with to its end
+    void firmwareCommandsDropped();              ///< a clean slate took firmware commands that waited
 
 private:
     void createTimers(TimeSource &time);
