@@ -11,7 +11,7 @@ UNUSED = "int none(int value)\n{\n    return 0;\n}\n"
 
 
 class Folder(unittest.TestCase):
-    def check(self, sources, header=""):
+    def check(self, sources, header="", together=False):
         with tempfile.TemporaryDirectory() as scratch:
             root = pathlib.Path(scratch)
             folder = root / "src" / "part"
@@ -25,6 +25,9 @@ class Folder(unittest.TestCase):
                 path.write_text('#include "part.h"\n' + text)
                 commands.append({"directory": scratch, "file": str(path),
                                  "command": f"ccache g++ -std=c++17 -o {name}.o -c {path}"})
+            if together:
+                commands = [{"directory": scratch, "file": f"{root}/src/part/CMakeFiles/part.dir/Unity/unity_0_cxx.cxx",
+                             "command": f"g++ -std=c++17 -I{folder} -o unity.o -c unity_0_cxx.cxx"}]
             (root / "compile_commands.json").write_text(json.dumps(commands))
             return check_tidy.main(scratch, scratch, "src/part")
 
@@ -42,6 +45,10 @@ class Folder(unittest.TestCase):
         own = "namespace {\nconstexpr int kSize = 1;\n}\nint size_%s()\n{\n    return kSize;\n}\n"
         self.assertEqual(self.check({"a.cpp": own % "a", "b.cpp": own % "b"}), 0)
         self.assertNotEqual(self.check({"a.cpp": own % "a", "b.cpp": own % "b" + UNUSED}), 0)
+
+    def test_sources_that_the_build_puts_together_are_read(self):
+        self.assertEqual(self.check({"a.cpp": SOUND}, together=True), 0)
+        self.assertNotEqual(self.check({"a.cpp": SOUND, "b.cpp": UNUSED}, together=True), 0)
 
     def test_files_of_the_other_platform_are_left_out(self):
         self.assertEqual(self.check({"a.cpp": SOUND, "a_win.cpp": UNUSED}), 0)
