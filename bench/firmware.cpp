@@ -1,10 +1,15 @@
 // How long the session takes to write a firmware image: over a link that is as slow as a serial line, beside
-// the time that the bytes themselves need on the wire, and over one without a limit.
+// the time that the bytes themselves need on the wire, and over one without a limit. And how long the window
+// stands still when the operator starts it.
 
+#include "app/framework_view.h"
+#include "benchapplication.h"
 #include "countedsession.h"
 #include "firmware/firmwareimage.h"
+#include "firmware/firmwareupdate.h"
+#include "measuring.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLoggingCategory>
@@ -113,12 +118,34 @@ void measureUnpaced()
                 blocks, run.seconds, blocks / run.seconds, kBlocksPerSecond);
 }
 
+/// The whole program takes a file; debug lines are made and dropped.
+void measureClick(int size)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("x_ANA_FPGA5_v2.bin"));
+    QFile file(path);
+    const QByteArray image = QByteArray("iCE40UP5K-SG48").leftJustified(size, 'x');
+    if (!file.open(QIODevice::WriteOnly) || file.write(image) != image.size())
+        giveUp("The image could not be written.");
+    file.close();
+    BenchApplication application;
+    FirmwareUpdate &update = *application.app().mainWindow()->firmwareUpdate();
+    update.Slot_UpdateFirmwrFilePath(path);
+    QLoggingCategory::setFilterRules(QString());
+    const auto before = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    const double ms = measureMs([&update] { update.Slot_UpdateOrAbortFirmw(); });
+    qInstallMessageHandler(before);
+    std::printf("start of flashing %d bytes: %.0f ms\n", size, ms);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication application(argc, argv);
+    const QApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     measurePaced();
     measureUnpaced();
+    measureClick(kFileSize);
+    measureClick(int(firmwareimage::kMaximumSize));
 }
