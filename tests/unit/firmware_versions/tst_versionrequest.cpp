@@ -67,12 +67,31 @@ private:
     bool waitForRequest();
     FakeReply *reply(int index) const { return m_access->replies.at(index); }
     VersionRequest *newRequest(const VersionServer &server, const QStringList &addresses = {kLoopback});
+    VersionRequest *sendToTheFirstOfTwo();
+
+    /// Lets a reply end with an error.
+    void fail(int index, int error) const;
 
     std::unique_ptr<VirtualTime> m_time;
     std::unique_ptr<FakeAccess> m_access;
     std::unique_ptr<HostLookup> m_hosts;
     std::unique_ptr<QObject> m_owner;
 };
+
+/// A request to a server with two addresses; it goes out when the name has been looked up.
+VersionRequest *TstVersionRequest::sendToTheFirstOfTwo()
+{
+    VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
+    request->send(QStringLiteral("/a"));
+    return request;
+}
+
+void TstVersionRequest::fail(int index, int error) const
+{
+    FakeReply *failing = reply(index);
+    failing->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
+    failing->end();
+}
 
 VersionRequest *TstVersionRequest::newRequest(const VersionServer &server, const QStringList &addresses)
 {
@@ -169,19 +188,15 @@ void TstVersionRequest::aServerThatIsNotThereIsSoughtAtTheNextAddress_data()
 void TstVersionRequest::aServerThatIsNotThereIsSoughtAtTheNextAddress()
 {
     QFETCH(int, error);
-    VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
-    QSignalSpy finished(request, &VersionRequest::finished);
-    request->send(QStringLiteral("/a"));
+    QSignalSpy finished(sendToTheFirstOfTwo(), &VersionRequest::finished);
     QVERIFY(waitForRequest());
-    m_access->replies.at(0)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
-    m_access->replies.at(0)->end();
+    fail(0, error);
     QCOMPARE(finished.size(), 0);
     QCOMPARE(m_access->requests.size(), 2);
     QCOMPARE(m_access->requests.at(1).url().host(), QStringLiteral("10.0.0.2"));
     m_time->turn();
     QVERIFY(!m_access->replies.at(0)); // nobody else would delete it
-    m_access->replies.at(1)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
-    m_access->replies.at(1)->end();
+    fail(1, error);
     QCOMPARE(finished.size(), 1);
     QCOMPARE(finished.at(0).at(0).value<QNetworkReply *>(), m_access->replies.at(1).data());
     QCOMPARE(m_access->requests.size(), 2);
@@ -198,21 +213,16 @@ void TstVersionRequest::anotherFailureEndsTheRequest_data()
 void TstVersionRequest::anotherFailureEndsTheRequest()
 {
     QFETCH(int, error);
-    VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
-    QSignalSpy finished(request, &VersionRequest::finished);
-    request->send(QStringLiteral("/a"));
+    QSignalSpy finished(sendToTheFirstOfTwo(), &VersionRequest::finished);
     QVERIFY(waitForRequest());
-    m_access->replies.at(0)->setFailed(QNetworkReply::NetworkError(error), QStringLiteral("gone"));
-    m_access->replies.at(0)->end();
+    fail(0, error);
     QCOMPARE(finished.size(), 1);
     QCOMPARE(m_access->requests.size(), 1);
 }
 
 void TstVersionRequest::anAddressWithoutAConnectionIsLeftForTheNext()
 {
-    VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
-    QSignalSpy finished(request, &VersionRequest::finished);
-    request->send(QStringLiteral("/a"));
+    QSignalSpy finished(sendToTheFirstOfTwo(), &VersionRequest::finished);
     QVERIFY(waitForRequest());
     m_time->advance(4999);
     QCOMPARE(m_access->replies.size(), 1);
@@ -242,9 +252,7 @@ void TstVersionRequest::anAddressWithAConnectionIsKept()
 {
     QFETCH(bool, isEncrypted);
     for (const bool hasFailed : {false, true}) {
-        VersionRequest *request = newRequest({QStringLiteral("name"), 443}, {"10.0.0.1", "10.0.0.2"});
-        QSignalSpy finished(request, &VersionRequest::finished);
-        request->send(QStringLiteral("/a"));
+        QSignalSpy finished(sendToTheFirstOfTwo(), &VersionRequest::finished);
         QVERIFY(waitForRequest());
         m_time->advance(4999);
         if (isEncrypted)
@@ -253,8 +261,7 @@ void TstVersionRequest::anAddressWithAConnectionIsKept()
             reply(0)->receiveHead();
         m_time->advance(5000);
         if (hasFailed) {
-            reply(0)->setFailed(QNetworkReply::TimeoutError, QStringLiteral("gone"));
-            reply(0)->end();
+            fail(0, QNetworkReply::TimeoutError);
         }
         QCOMPARE(finished.size(), hasFailed ? 1 : 0);
         QCOMPARE(m_access->requests.size(), 1);
