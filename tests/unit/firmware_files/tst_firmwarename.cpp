@@ -13,6 +13,8 @@ const QString kNoChip = QStringLiteral("000000000000000"); // fifteen
 
 } // namespace
 
+Q_DECLARE_METATYPE(FirmwareName::Verdict)
+
 class TstFirmwareName : public QObject
 {
     Q_OBJECT
@@ -274,8 +276,6 @@ void TstFirmwareName::folderDoesNotNameTheChip()
     QCOMPARE(chip("FPGA4'x_ANA_FPGA5_v2.bin"), kIce40);
     QCOMPARE(chip("FPGA4|x_ANA_FPGA5_v2.bin"), kIce40);
 }
-
-Q_DECLARE_METATYPE(FirmwareName::Verdict)
 
 QTEST_GUILESS_MAIN(TstFirmwareName)
 #include "tst_firmwarename.moc"
