@@ -27,17 +27,18 @@ MessageCatcher::~MessageCatcher()
 
 void MessageCatcher::handle(QtMsgType type, const QMessageLogContext &context, const QString &line)
 {
-    const QMutexLocker locker(&mutex);
+    QMutexLocker locker(&mutex);
     if (!catcher)
         return;
-    if (type == QtFatalMsg) {
-        const QtMessageHandler previous = catcher->m_previous;
-        qInstallMessageHandler(previous);
-        if (previous)
-            previous(type, context, line);
+    const QtMessageHandler previous = catcher->m_previous;
+    if (type != QtFatalMsg)
+        catcher->m_messages.append({type, line});
+    if (type != QtFatalMsg && type != QtWarningMsg)
         return;
-    }
-    catcher->m_messages.append({type, line});
+    locker.unlock();
+    if (type == QtFatalMsg)
+        qInstallMessageHandler(previous);
+    previous(type, context, line);
 }
 
 QStringList MessageCatcher::lines() const
