@@ -65,16 +65,19 @@ public:
     bool openLink();
 
 public slots:
+    /// A System_Status that starts a walk: shows it and makes the rows.
     void Slot_SystemStatus(QVariant data);
+
+    /// All that is known of the system is void: removes all rows.
     void Slot_CleanSlateProtocol();
 
     /// Starts to reopen the link each 6 seconds until that works; does nothing if it is at it already.
     void StartSerialTimer();
-    void Slot_SendChannelCommand(QVariant request);
-    void retryCommOpen();
-    void Slot_HwResponseDelay(int ms);
-    void Slot_UpdateSamplingNBitRate(QVariant data);
-    void Slot_GetChannelData(uint module);
+    void Slot_SendChannelCommand(QVariant request);  ///< queues a DatagramT1, DatagramT2 or DatagramT3
+    void retryCommOpen();                            ///< tries once; a success ends the attempts
+    void Slot_HwResponseDelay(int ms);               ///< shows it for a short while
+    void Slot_UpdateSamplingNBitRate(QVariant data); ///< a System_Status, of which both rates are shown
+    void Slot_GetChannelData(uint module);           ///< queues the request for the status of this module
 
     /// The user chose another connection: removes all rows, saves the choice and opens the link. Returns
     /// whether that worked.

@@ -83,31 +83,40 @@ public:
 
 public slots:
     void on_actionLoad_Configuration_from_File_triggered();
+
+    // The dialog of the connection has a new choice: shows it and passes it on.
     void handleCommSettings(model_Namespace::Settings &settings);
     void handleNetworkSettings(model_Namespace::Settings &settings);
+
+    // The settings file has a connection: shows it. An empty address, and any port of a server, is not shown.
     void updateComLabel(model_Namespace::Settings settings);
     void handleServerSettings(QString address, QString port);
+
     /// Shows the firmware update, which looks at its file again.
     void Slot_FirmwareUpdate();
-    void displayHelp();
-    void tmrHndlr();
+    void displayHelp(); ///< the short one
 
     /// Adds half a second to the estimate of the work that waits.
     void SetBusyStatus();
+    void tmrHndlr(); ///< half a second of it is over
     void SetOfflineStatus();
-    void SetAvailableStatus();
+    void SetAvailableStatus(); ///< no work waits
 
     /// Shows a notice if `remote`, the version on the web server, counts as newer than this program's.
     void UpdateVersion(QString remote);
-    void RxTmrSlot();
-    void TxTmrSlot();
+
+    // A frame came in or was sent: the lamp lights for a short while.
     void setRxLed();
     void setTxLed();
-    void longPressTmrSlot();
+    void RxTmrSlot();
+    void TxTmrSlot();
+
+    // The help button: a click opens the short help, a long press resets the system.
     void onHelpPressed();
     void onHelpReleased();
-    void mainClockHandlr();
-    void Slot_SystemStatus(QVariant systemStatus);
+    void longPressTmrSlot();
+    void mainClockHandlr();                        ///< a second is over
+    void Slot_SystemStatus(QVariant systemStatus); ///< a System_Status: so many modules will be read
 
     /// `count` modules were read so far, the controller included.
     void Slot_ModulesRead(ushort count);
@@ -123,7 +132,7 @@ signals:
     void Signal_LoadCsvFile();                   ///< the action "Load Configuration from File" was triggered
     void Signal_AbrtFrmw();                      ///< the user aborts the firmware update
     void Signal_StartFPGAprocess();              ///< the firmware update begins
-    void Signal_FirmwareCommand(QVariant command);
+    void Signal_FirmwareCommand(QVariant command); ///< an FPGAfwCommand of the firmware update
 
     /// The funnel for debug texts of all subsystems.
     void Signal_DebugMessage(QString text);

@@ -16,6 +16,7 @@ class StatusLine
 public:
     enum class Colour { Black, Red };
 
+    /// `time` must outlive the bar.
     StatusLine(QStatusBar *bar, TimeSource &time);
 
     /// Shows the text for `ticks` seconds in the colour that the line has; only the bar becomes black.

@@ -19,7 +19,7 @@ public slots:
     void setValueByCode(double value);
 
 signals:
-    void valueChangedByUser(double value);
+    void valueChangedByUser(double value); ///< after a change by the user: each typed digit, each step
     void valueChangedByCode(double value); ///< after setValueByCode(), if the value is a new one
 
 private slots:

@@ -37,6 +37,8 @@ public:
 public slots:
     /// A cell of the table was clicked; to be called through its signal.
     void handleBtnClick();
+
+    // What the link told. Connected, the panel sets the gateway's clock; else it stops asking.
     void Slot_tcpConnected();
     void Slot_tcpDisconnected();
 
@@ -46,19 +48,23 @@ public slots:
     /// Connects unless the link is up already; for the opening of the panel.
     void connectToTcp();
     void Slot_sendEntr(); ///< wakes the gateway's prompt; no control uses it
+
+    // Each asks the operator first.
     void Slot_Reboot();
     void Slot_Restart();
-    void assignIDs(); ///< gives the table's cells and the radio buttons to their slots
-    void Slot_ChangeGatewayAddr();
-    void Slot_setExtServerAddr();
-    void Slot_OneSecTmrHndlr();
-    void Slot_indexActivCom(int index);
+    void Slot_ChangeGatewayAddr(); ///< then for the new address
+
+    void assignIDs();             ///< gives the table's cells and the radio buttons to their slots
+    void Slot_setExtServerAddr(); ///< asks for the external server
+    void Slot_OneSecTmrHndlr();   ///< asks the gateway for its status
 
     /// The value dialog's answer: its label, which tells minimum from maximum, and the value.
     void Slot_DispatchMinMax(QStringList answer);
 
     /// Shows an address, such as that of the settings file; an empty part leaves what is shown.
     void Slot_loadTcpAddr(QString address, QString port);
+
+    // The operator chose a setting: it goes to the gateway at once. The indices are those of the boxes.
     void BtngrpData(QAbstractButton *btn);
     void BtngrpEndian(QAbstractButton *btn);
     void BtngrpDatPattern(QAbstractButton *btn);
@@ -66,19 +72,20 @@ public slots:
     void simComboBox(int index);
     void Slot_DataPtclChanged(int index);
     void Slot_PTPControl(int index);
+    void Slot_indexActivCom(int index);
 
     /// Shows the fields that belong to the mode.
     void Slot_ModeIndexChange(int index);
-    void parseData(QByteArray &bytes);
-    void changeGatewayAddr(QString address);
-    void Slot_ServDetails(QString address, QString port);
+    void parseData(QByteArray &bytes);                    ///< a read of the link
+    void changeGatewayAddr(QString address);              ///< the answer to Slot_ChangeGatewayAddr()
+    void Slot_ServDetails(QString address, QString port); ///< the answer to Slot_setExtServerAddr()
 
     /// The other table chose a rate: it goes to the gateway, even if its cell is dead here. The other table
     /// does not hear of it again.
     void Slot_setBitRateSettings(QString bitRate, QString channels);
-    void Slot_setExtServerCommand(QString address, QString port);
-    void on_debugBtn_clicked(bool checked); ///< connected by its name
-    void Slot_EnableAllBtns();              ///< all cells of the table but those that the gateway never runs
+    void Slot_setExtServerCommand(QString address, QString port); ///< where the data stream goes
+    void on_debugBtn_clicked(bool checked);                       ///< connected by its name
+    void Slot_EnableAllBtns(); ///< all cells of the table but those that the gateway never runs
     void Slot_disableAllBtns();
 
 signals:

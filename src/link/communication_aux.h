@@ -28,7 +28,8 @@ public:
 
     /// A frame whose next byte does not come within `receiveTimeout` is dropped; the time counts from the
     /// turn of the event loop after the one in which the last byte came. `bufferLimit`, at most kBufferSize,
-    /// is the number of bytes that a frame may have before it counts as an overflow.
+    /// is the number of bytes that a frame may have before it counts as an overflow. `time` must outlive the
+    /// object.
     explicit Communication_Aux(TimeSource &time, QObject *parent = nullptr,
                                std::chrono::milliseconds receiveTimeout = std::chrono::milliseconds(1000),
                                int bufferLimit = kBufferSize);
@@ -54,6 +55,7 @@ public:
     void abandonRead();
 
 public slots:
+    /// The rest of a frame did not come in time: logs that and drops what came.
     void RcvTimeOver();
 
 signals:

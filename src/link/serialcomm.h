@@ -17,6 +17,7 @@ class SerialComm : public QObject
     Q_OBJECT
 
 public:
+    /// `time` must outlive the object; the directory is copied.
     SerialComm(TimeSource &time, const PortDirectory &ports, QObject *parent = nullptr);
     ~SerialComm() override;
 
@@ -26,6 +27,7 @@ public:
     /// True if the port named in the settings is there now.
     bool IsPortAvailable() const;
 
+    /// The next Open() takes them. IsPortAvailable() and Write() look for their port from now on.
     virtual void SetSettings(const model_Namespace::Settings &settings);
 
     /// Opens the port named in the settings. On failure logs, emits retryPort() and returns false.
@@ -40,9 +42,9 @@ public:
     virtual void Write(const QByteArray &frame);
 
 public slots:
-    void Slot_DataReady();
-    void Slot_ResetReceivedData();
-    void Slot_RcvDatagramOK(QByteArray &frame);
+    void Slot_DataReady();                      ///< the port has bytes: gives them to the decoder
+    void Slot_ResetReceivedData();              ///< agreed name; touches the agreed members only
+    void Slot_RcvDatagramOK(QByteArray &frame); ///< the decoder has a frame: passes it on
 
 signals:
     /// A valid frame came in; the kind is always serial.
@@ -52,7 +54,7 @@ signals:
 
     /// The port could not be opened, or is lost.
     void retryPort();
-    void dataWritten();
+    void dataWritten(); ///< the port took a frame, or keeps it to be sent later
 
 private:
     enum class State {

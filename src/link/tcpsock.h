@@ -20,33 +20,40 @@ class TcpSock : public QObject
 
 public:
     /// `connectTimeout` is the longest wait for a connection, `lookUp` finds the addresses of a host name.
+    /// `time` must outlive the object.
     explicit TcpSock(TimeSource &time, QObject *parent = nullptr,
                      std::chrono::milliseconds connectTimeout = std::chrono::milliseconds(50),
                      HostLookup::Function lookUp = &QHostInfo::fromName);
     ~TcpSock() override;
 
+    /// True from a successful connectToServer() until the connection is left or its loss was told: false
+    /// within TcpConnected(), true within the TcpDisconnectd() of a peer that went away.
     virtual bool IsConnected() const;
 
-    /// Writes a whole frame and emits dataWritten(); does nothing on a socket that is not writable.
+    /// Hands bytes to the socket, which sends what the peer does not take at once later, and emits
+    /// dataWritten(). Does nothing on a socket that is not connected.
     virtual void Write(const QByteArray &frame);
 
 public slots:
-    /// Waits no longer than the connect time-out, the look-up of a host name included. True and
+    /// Leaves any other connection. `port` is a decimal text; one that is no number of a port fails. Waits no
+    /// longer than the connect time-out, the look-up of a host name included. True and
     /// TcpConnected() on success; otherwise the attempt is aborted, TcpDisconnectd() is emitted and the
     /// result is false.
     virtual bool connectToServer(QString ipAddr, QString port);
 
     /// Leaves the connection; emits nothing.
     virtual void disconnectSocket();
+
+    // What the socket and the decoder told.
     void readData();
     void handleDisconnect();
     void Slot_RcvDatagramOK(QByteArray &frame);
     void Slot_CommStatus(QAbstractSocket::SocketState state);
 
 signals:
-    void TcpDisconnectd(); ///< the connect failed or the peer went away; name as agreed
-    void TcpConnected();
-    void dataWritten();
+    void TcpDisconnectd();                 ///< the connect failed or the peer went away; name as agreed
+    void TcpConnected();                   ///< a connect worked; a receiver may leave the connection again
+    void dataWritten();                    ///< after each Write() that found a connection
     void packetRecvd(QString text);        ///< agreed name; nothing emits it
     void messagePacket(QByteArray &bytes); ///< the bytes of each read as they came
 

@@ -22,7 +22,7 @@ public:
     void stop();
 
 public slots:
-    void UpdatePortsStatus();
+    void UpdatePortsStatus(); ///< emits the signal
 
 signals:
     /// Emitted each time the period is over.

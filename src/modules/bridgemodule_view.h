@@ -24,6 +24,7 @@ public slots:
     void Slot_SendShuntState_B(uchar value);
 
 signals:
+    // The operator's wishes; `ch` is 1 (A) or 2 (B).
     void Signal_SendGainIndex(int ch, int index);
     void Signal_SendManualOffset(int ch, std::string &value); ///< UTF-8; valid during the emission
     void Signal_SendShuntState(int ch, quint8 value);         ///< action byte of the device

@@ -24,5 +24,6 @@ public slots:
     void SendRevPolState_B(bool state);
 
 signals:
+    /// The operator's wish for channel 1 (A) or 2 (B); place in the list of ranges.
     void Signal_SendRangeGainIndex(int ch, int index);
 };

@@ -25,6 +25,8 @@ public slots:
 
 signals:
     void Signal_SendChannelT4Data(QVariant request); ///< a DatagramT1
+
+    // The arguments of the two slots above. Each is followed by the request for the module's status.
     void Signal_SendChannelChange(uchar ch, uchar type);
     void Signal_SendVoltageSupply(uchar ch, uchar onOff, uchar voltage);
 

@@ -30,8 +30,9 @@ public slots:
     void Slot_SendChangeChannel(uchar ch, uchar type);
 
 signals:
-    void Signal_SendChannelChange(quint8 ch, quint8 type);
-    void Signal_VoltageSupply(quint8 ch, quint8 onOff, quint8 voltage);
+    // For a channel by its number in the chain, in one byte.
+    void Signal_SendChannelChange(quint8 ch, quint8 type);              ///< function as a module type code
+    void Signal_VoltageSupply(quint8 ch, quint8 onOff, quint8 voltage); ///< 1 or 0, (volts - 3) x 10
 
 private:
     std::array<ChannelType4_View *, 2> m_strips; // children of this row

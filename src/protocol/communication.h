@@ -48,9 +48,12 @@ public:
     /// Opens the link of settings.commType, leaves the other kind, and starts a new session. False if the
     /// link did not open or the kind is none of the two; the kind is remembered all the same.
     bool OpenCommunicationChannel(const model_Namespace::Settings &settings);
+
+    /// Close one link. The session stays as it is: its timers find out that nobody answers.
     void closeSerialChannel();
     void closeTcpChannel();
 
+    /// Logs a change of the state; sends nothing and touches no timer.
     void setState(SessionState state);
 
     /// Sends a static status request at once, whatever the state.
@@ -86,17 +89,21 @@ public:
 
 public slots:
     // Each of these emits statusBusy() before it appends to a queue; those that append nothing do not.
+    /// kBit/s and number of channels, as texts of ratecodes.h. The answer is Signal_SamplingNBitRate().
     void Slot_SendSamplingRates(const QString &bitRate, const QString &channelCount);
+    /// Sensor supply of a channel: its number in the chain, 1 or 0, and (volts - 3) x 10.
     void Slot_SendVoltageSupply(uchar channel, uchar on, uchar voltage);
-    void Slot_SendChannnelChangeReq(uchar channel, uchar type); ///< name as agreed
+    /// Function of a channel: its number in the chain, and a module type code. Name as agreed.
+    void Slot_SendChannnelChangeReq(uchar channel, uchar type);
     /// For the power module: 1, what is set, and millivolts where that has a value. Reads its status
     /// afterwards.
     void Slot_SendPowerModuleSetting(uchar first, uchar setting, ushort value);
-    void Slot_SendSystemReset();
-    void Slot_FirmwareCommands(const QVariant &cmdMsg);
-    void Slot_StartFPGAprocess();
-    void Slot_ClearFirmwrCommands();
+    void Slot_SendSystemReset();                        ///< goes out when nothing else waits
+    void Slot_FirmwareCommands(const QVariant &cmdMsg); ///< an FPGAfwCommand; waits for the next slot
+    void Slot_StartFPGAprocess();                       ///< sends what waits of them, reply by reply
+    void Slot_ClearFirmwrCommands();                    ///< drops what waits of them; emits nothing
 
+    // What the timers and the links told.
     void Slot_FPGAcmdsSend();
     void Slot_CyclicCommTrigger();
     void Slot_CommTimeout();

@@ -63,20 +63,20 @@ public slots:
     /// Shows the dialog; does not block.
     void displaySystemReport();
 
-    // Reports of one module, by its address.
-    void setClipboard(uchar address);
-    void openNotepad(uchar address);
-    void printModule(uchar address);
-    void printPDF(uchar address);
+    // Reports of one module, by its address: 0 the controller, 129 the power module.
+    void setClipboard(uchar address); ///< its line into the clipboard
+    void openNotepad(uchar address);  ///< its line into "temp.txt" in the desktop folder, which is shown
+    void printModule(uchar address);  ///< its line on paper, after the print dialog
+    void printPDF(uchar address);     ///< its test protocol, which is shown once it is saved
 
-    // Reports of the system.
-    void savePdfAll();
-    void createXlsxFile();
+    // Reports of the modules that are marked. Each asks for the file first.
+    void savePdfAll();     ///< the overview, which is shown once it is saved
+    void createXlsxFile(); ///< the complete report; a box refuses it while the store is not full
 
 signals:
     /// The user chose a folder for reports by saving one there.
     void DefltLctn(const QString &path);
-    void debugMessage(const QString &error);
+    void debugMessage(const QString &error); ///< the folder of a save, or a PDF that cannot be shown
 
 private:
     struct SaveDialog;

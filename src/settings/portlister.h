@@ -22,6 +22,7 @@ class PortLister : public QDialog
     Q_OBJECT
 
 public:
+    /// `time` must outlive the dialog; the directory is copied. The first survey is due after 2500 ms.
     PortLister(TimeSource &time, const PortDirectory &ports, QWidget *parent = nullptr);
     ~PortLister() override;
 
@@ -29,7 +30,7 @@ public:
     QString version() const;
 
 public slots:
-    /// Runs the box of the serial parameters and returns when it is closed.
+    /// Runs the box of the serial parameters in an event loop of its own and returns when it is closed.
     void portConfig();
 
     /// The box was confirmed: shows and takes over its parameters.
@@ -40,8 +41,8 @@ public slots:
 
     /// Enables the controls of the link kind that is checked. The button's id is not used.
     void commntnChanged(int id);
-    void Slot_AvailblePorts();
-    void Slot_ComportFocus();
+    void Slot_AvailblePorts(); ///< surveys the ports and shows them
+    void Slot_ComportFocus();  ///< gives the focus to the number of the COM port
 
     /// Confirms the choice and hides the dialog. Connected by its name.
     void on_openBtn_clicked();

@@ -40,8 +40,8 @@ public slots:
 
     /// Opens the panel of the gateway; does not block.
     void showGateway();
-    void setPreselExec();
-    void clearPreselExec();
+    void setPreselExec();   ///< all preselected shunts of the chain on
+    void clearPreselExec(); ///< all shunts of the chain off
 
 signals:
     /// The user chose a data rate: kBit/s and number of channels.

@@ -45,10 +45,11 @@ public slots:
     void Slot_FilterShiftEnter();
 
 signals:
+    // The operator's wishes, by a gesture here or by a group command that reaches the channel.
     void Signal_SendBridgeTypeIndex(int index);
-    void Signal_SendAutozero(bool state);
-    void Signal_SendAutoReset(bool state);
-    void Signal_SendRevPolState(bool state);
+    void Signal_SendAutozero(bool state);    ///< always true
+    void Signal_SendAutoReset(bool state);   ///< the Auto Zero is to be reset; always true
+    void Signal_SendRevPolState(bool state); ///< true: reversed
 
 protected:
     /// `time` must outlive the strip.

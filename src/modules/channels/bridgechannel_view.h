@@ -47,7 +47,7 @@ public slots:
     void Slot_LoadPresel();
 
 signals:
-    void Signal_SendGainIndex(int index);
+    void Signal_SendGainIndex(int index);             ///< the operator's wish; place in the list of ranges
     void Signal_SendManualOffset(std::string &value); ///< UTF-8; valid during the emission
     void Signal_SendShuntState(uchar code);           ///< action byte of the device
     void Signal_ShiftClickShunt(bool state);          ///< agreed, connected, never emitted

@@ -26,7 +26,7 @@ public slots:
     void Slot_FilterShiftClick();
 
 signals:
-    void Signal_SendRangeGainIndex(int index);
+    void Signal_SendRangeGainIndex(int index); ///< the operator's wish; place in the list of ranges
 
 protected:
     void emitRangeIndex(int index) override;

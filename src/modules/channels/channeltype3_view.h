@@ -33,6 +33,7 @@ public slots:
     void Slot_RangeShiftClick();
 
 signals:
+    // The operator's wishes: places in the lists, a special range once it is confirmed.
     void Signal_SendThermoDeviceTypeIndex(int index);
     void Signal_SendTemperatureRangeIndex(int index);
 
