@@ -247,7 +247,7 @@ void Framework_View::openPortLister()
     m_portLister->setModal(true);
     m_portLister->Slot_AvailblePorts(); // the next survey may be seconds away
     m_portLister->Slot_ComportFocus();
-    m_portLister->exec();
+    m_portLister->exec(); // an event loop of its own, on purpose: this window outlives the dialog
     // The dialog swallowed the release of the press that opened it; the button hears of the press only now.
     QMetaObject::invokeMethod(
         m_bar->configButton, [button = m_bar->configButton] { button->setDown(false); },

@@ -107,7 +107,7 @@ void PortLister::takeSerialDefaults()
 void PortLister::portConfig()
 {
     m_comConfigBox->setModal(true);
-    m_comConfigBox->exec();
+    m_comConfigBox->exec(); // an event loop of its own, on purpose: this dialog outlives the box
 }
 
 void PortLister::takeSerialParameters(const model_Namespace::Settings &setting)
