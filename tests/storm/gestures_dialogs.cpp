@@ -1,0 +1,133 @@
+#include "gestures.h"
+
+#include "hands.h"
+#include "program.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <utility>
+
+namespace storm {
+
+QString Gestures::leave(QWidget *dialog, Way way)
+{
+    const QString done = QStringLiteral("leave %1 by %2").arg(dialogName(*dialog), nameOf(way));
+    const QPointer<QWidget> left = dialog;
+    const auto expect = [this, left, way] {
+        if (left)
+            m_book.expectLeave(left, way);
+    };
+    switch (way) {
+    case Way::Escape:
+        m_hands.activate(dialog);
+        m_hands.then(expect);
+        m_hands.key(Qt::Key_Escape);
+        return done;
+    case Way::Close:
+        m_hands.then(expect);
+        m_hands.close(dialog);
+        return done;
+    case Way::Accept:
+    case Way::Refuse:
+        break;
+    }
+    if (way == Way::Accept) {
+        work(dialog);
+        if (dialogName(*dialog) == QLatin1String("PortLister"))
+            chooseLink(dialog, m_chance.happens(0.8)); // whatever was typed before
+    }
+    pressButton(dialog, way);
+    return done;
+}
+
+QString Gestures::leaveAccepting(QWidget *dialog)
+{
+    pressButton(dialog, Way::Accept);
+    return QStringLiteral("leave %1 as it is").arg(dialogName(*dialog));
+}
+
+void Gestures::pressButton(QWidget *dialog, Way way)
+{
+    const QPointer<QWidget> left = dialog;
+    m_hands.then([this, left, way] {
+        QAbstractButton *button = left ? buttonOf(*left, way) : nullptr;
+        if (!button || !button->isVisible() || !button->isEnabled())
+            return;
+        m_book.expectLeave(left, way);
+        const bool isFunction = dialogName(*left) == QLatin1String("ChangeModuleType");
+        m_hands.click(button, isFunction ? someModifiers() : Qt::NoModifier);
+    });
+}
+
+QString Gestures::work(QWidget *dialog)
+{
+    if (dialog->inherits("QFileDialog"))
+        return workInFileDialog(dialog);
+    if (dialogName(*dialog) == QLatin1String("PortLister") && m_chance.happens(0.5))
+        return chooseLink(dialog, m_chance.happens(0.8));
+    QList<QWidget *> controls;
+    for (QWidget *control : controlsOf(*dialog).others) {
+        const bool leaves =
+            control == buttonOf(*dialog, Way::Accept) || control == buttonOf(*dialog, Way::Refuse);
+        if (!leaves)
+            controls.append(control);
+    }
+    return controls.isEmpty() ? QString() : use(m_chance.oneOf(controls));
+}
+
+QString Gestures::chooseLink(QWidget *portLister, bool live)
+{
+    const bool serial = m_chance.happens(0.4);
+    const char *kind = serial ? "checkBoxComprt" : "checkBoxGateway";
+    const char *field = serial ? "comBox" : "ipAddrBox";
+    const Addresses &places = m_program.addresses();
+    QString text = serial ? QString::number(kLivePort) : places.device;
+    if (!live)
+        text = serial ? QString::number(kDeadPort) : m_chance.happens(0.5) ? places.nobody : places.deaf;
+    clickIn(portLister, kind);
+    const QPointer<QWidget> dialog = portLister;
+    m_hands.then([this, dialog, field, text] {
+        QWidget *edit = dialog ? inWindow(dialog, field) : nullptr;
+        if (!edit)
+            return;
+        m_hands.click(edit);
+        m_hands.typeOver(text);
+    });
+    return QStringLiteral("choose %1").arg(text);
+}
+
+QString Gestures::chooseFile(QWidget *dialog, const QString &path)
+{
+    const QPointer<QWidget> chooser = dialog;
+    m_hands.then([this, chooser, path] {
+        QWidget *edit = chooser ? inWindow(chooser, "fileNameEdit") : nullptr;
+        if (!edit)
+            return;
+        m_hands.click(edit);
+        m_hands.typeOver(path);
+        m_hands.then([this] {
+            if (QApplication::activePopupWidget()) // the names that begin so
+                m_hands.key(Qt::Key_Escape);
+        });
+    });
+    return QStringLiteral("name the file ") + path;
+}
+
+QString Gestures::workInFileDialog(QWidget *dialog)
+{
+    if (m_chance.happens(0.2))
+        return clickIn(dialog, m_chance.happens(0.5) ? "detailModeButton" : "listModeButton");
+    if (dialogName(*dialog) == QLatin1String("firmwareFileDialog") && !m_wantedImage.isEmpty())
+        return chooseFile(dialog, std::exchange(m_wantedImage, QString()));
+    if (dialogName(*dialog) == QLatin1String("firmwareFileDialog"))
+        return chooseFile(dialog, m_chance.oneOf(QStringList{m_program.smallImage(), m_program.largeImage(),
+                                                             m_program.wrongImage()}));
+    // Names with a point get no suffix from the dialog, and so meet the file of an earlier report.
+    const QStringList names{QStringLiteral("report"), QStringLiteral("report.v1"), QStringLiteral("a.b")};
+    return chooseFile(dialog, m_program.folder() + QLatin1Char('/') + m_chance.oneOf(names));
+}
+
+} // namespace storm

@@ -1,0 +1,147 @@
+#include "memorywatch.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <cstdio>
+#include <malloc.h>
+#include <unistd.h>
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VX_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define VX_ADDRESS_SANITIZER
+#endif
+
+#ifdef VX_ADDRESS_SANITIZER
+#include <sanitizer/allocator_interface.h>
+#endif
+
+// The table in which Qt lets tools be told of objects; the same in all versions of Qt 5.
+extern Q_CORE_EXPORT quintptr qtHookData[];
+
+namespace storm {
+
+namespace {
+
+constexpr int kAddQObject = 3;    // place of the function that is told of a new object
+constexpr int kRemoveQObject = 4; // and of one that goes
+constexpr double kSecondsPerMinute = 60;
+
+thread_local bool isCounted = false;
+std::atomic<qint64> objectCount{0};
+
+void objectMade(QObject *)
+{
+    if (isCounted)
+        ++objectCount;
+}
+
+void objectGone(QObject *)
+{
+    if (isCounted)
+        --objectCount;
+}
+
+template <typename Value>
+Value most(const QVector<MemorySample> &samples, Value MemorySample::*value)
+{
+    Value found = samples.constFirst().*value;
+    for (const MemorySample &sample : samples)
+        found = std::max(found, sample.*value);
+    return found;
+}
+
+} // namespace
+
+qint64 allocatedBytes()
+{
+#ifdef VX_ADDRESS_SANITIZER
+    return static_cast<qint64>(__sanitizer_get_current_allocated_bytes());
+#else
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<qint64>(info.uordblks + info.hblkhd);
+#endif
+}
+
+qint64 residentBytes()
+{
+    std::FILE *file = std::fopen("/proc/self/statm", "r");
+    if (!file)
+        return 0;
+    long whole = 0;
+    long resident = 0;
+    const int fields = std::fscanf(file, "%ld %ld", &whole, &resident);
+    std::fclose(file);
+    return fields == 2 ? qint64(resident) * sysconf(_SC_PAGESIZE) : 0;
+}
+
+void objectcount::start()
+{
+    isCounted = true;
+    qtHookData[kAddQObject] = reinterpret_cast<quintptr>(&objectMade);
+    qtHookData[kRemoveQObject] = reinterpret_cast<quintptr>(&objectGone);
+}
+
+qint64 objectcount::now()
+{
+    return objectCount;
+}
+
+Trend trendOf(const QVector<MemorySample> &samples, qint64 MemorySample::*value)
+{
+    const auto count = static_cast<double>(samples.size());
+    double meanTime = 0;
+    double meanValue = 0;
+    for (const MemorySample &sample : samples) {
+        meanTime += sample.seconds / count;
+        meanValue += static_cast<double>(sample.*value) / count;
+    }
+    double timeSquares = 0;
+    double products = 0;
+    for (const MemorySample &sample : samples) {
+        timeSquares += std::pow(sample.seconds - meanTime, 2);
+        products += (sample.seconds - meanTime) * (static_cast<double>(sample.*value) - meanValue);
+    }
+    const double slope = products / timeSquares;
+    double rest = 0;
+    for (const MemorySample &sample : samples) {
+        const double onTheLine = meanValue + slope * (sample.seconds - meanTime);
+        rest += std::pow(static_cast<double>(sample.*value) - onTheLine, 2);
+    }
+    const double error = std::sqrt(rest / (count - 2) / timeSquares);
+    return {slope * kSecondsPerMinute, error * kSecondsPerMinute};
+}
+
+QString complaint(const QVector<MemorySample> &samples, const MemoryRule &rule)
+{
+    if (samples.size() < qMax(3, rule.fewest))
+        return QStringLiteral("%1 samples are too few to tell").arg(samples.size());
+    const Trend bytes = trendOf(samples, &MemorySample::bytes);
+    if (!(bytes.upperEnd() <= rule.bytesPerMinute))
+        return QStringLiteral("memory may grow by %1 bytes a minute (%2 with an error of %3)")
+            .arg(bytes.upperEnd(), 0, 'f', 0)
+            .arg(bytes.perMinute, 0, 'f', 0)
+            .arg(bytes.error, 0, 'f', 0);
+    const Trend objects = trendOf(samples, &MemorySample::objects);
+    if (!(objects.upperEnd() <= rule.objectsPerMinute))
+        return QStringLiteral("objects may grow by %1 a minute (%2 with an error of %3)")
+            .arg(objects.upperEnd(), 0, 'f', 1)
+            .arg(objects.perMinute, 0, 'f', 1)
+            .arg(objects.error, 0, 'f', 1);
+    const auto before = samples.mid(0, samples.size() - 1);
+    const MemorySample &last = samples.constLast();
+    if (last.widgets > most(before, &MemorySample::widgets))
+        return QStringLiteral("%1 widgets at the end, never more than %2 before")
+            .arg(last.widgets)
+            .arg(most(before, &MemorySample::widgets));
+    if (last.topLevels > most(before, &MemorySample::topLevels))
+        return QStringLiteral("%1 windows at the end, never more than %2 before")
+            .arg(last.topLevels)
+            .arg(most(before, &MemorySample::topLevels));
+    return {};
+}
+
+} // namespace storm

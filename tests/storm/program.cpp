@@ -1,0 +1,109 @@
+#include "program.h"
+
+#include "protocol/communication.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QWindow>
+
+namespace storm {
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("%s cannot be written", qPrintable(path));
+}
+
+/// An image of this size for the FPGA5.
+QByteArray image(int size)
+{
+    QByteArray bytes(size, '\x5A');
+    for (int i = 0; i < size; ++i)
+        bytes[i] = static_cast<char>(i * 7 + i / 256);
+    const QByteArray chip("iCE40UP5K-SG48");
+    return bytes.replace(100, chip.size(), chip);
+}
+
+} // namespace
+
+CommPeriods stormPeriods()
+{
+    CommPeriods periods;
+    periods.cyclic = std::chrono::milliseconds(20);
+    periods.comm = std::chrono::milliseconds(800);
+    periods.initSequence = std::chrono::milliseconds(760);
+    return periods;
+}
+
+Program::Program(const Addresses &addresses)
+    : m_addresses(addresses)
+{
+    QDir().mkpath(portFolder());
+    writeImages();
+}
+
+Program::~Program() = default;
+
+void Program::writeImages() const
+{
+    constexpr int kSmall = 2000;
+    constexpr int kLarge = 120000;
+    writeFile(smallImage(), image(kSmall));
+    writeFile(largeImage(), image(kLarge));
+    writeFile(wrongImage(), image(kSmall));
+}
+
+void Program::start(quint16 gatewayPort, quint16 webPort)
+{
+    const QString settings = QStringLiteral("MainServer=%1:%2\r\nPORT1=COM%3:115200,E,8,1\r\nMode=TCP\r\n"
+                                            "ZrtGateway=%4:%5\r\n")
+                                 .arg(m_addresses.device)
+                                 .arg(kDevicePort)
+                                 .arg(kLivePort)
+                                 .arg(m_addresses.gateway)
+                                 .arg(gatewayPort);
+    writeFile(folder() + QStringLiteral("/vxconfig.ini"), settings.toUtf8());
+    const PortDirectory ports(folder());
+    const auto createLinks = [this, ports] {
+        CommLinks links;
+        links.serial = std::make_unique<SerialComm>(m_time, ports);
+        links.tcp = std::make_unique<TcpSock>(m_time, nullptr, kConnect);
+        return links;
+    };
+    const ConfigPaths paths{folder(), folder() + QStringLiteral("/desktop"), QString()};
+    QDir().mkpath(paths.desktopFolder);
+    Deployment deployment;
+    deployment.host = QStringLiteral("127.0.0.1");
+    deployment.port = webPort;
+    VersionPeriods versions;
+    versions.delay = std::chrono::milliseconds(200);
+    m_app = std::make_unique<Framework_Ctrllr>(
+        AppEnvironment{m_time, ports, paths, deployment, createLinks, stormPeriods(), kReconnect, versions});
+    const Communication *session = m_app->communication();
+    QObject::connect(session, &Communication::Signal_SystemStatus, session, [this] {
+        ++m_sessionsBegun;
+        m_walk.start();
+    });
+    QObject::connect(session, &Communication::stateInitialized, session, [this] {
+        ++m_sessionsRead;
+        m_walkMs = static_cast<double>(m_walk.nsecsElapsed()) / 1e6;
+    });
+    QObject::connect(session, &Communication::Signal_FastModuleStatus, session, [this] { ++m_polls; });
+}
+
+void Program::end()
+{
+    window()->windowHandle()->close();
+    m_app.reset();
+}
+
+QString Program::statusBox() const
+{
+    return window()->findChild<QLineEdit *>(QStringLiteral("statusBox"))->text();
+}
+
+} // namespace storm

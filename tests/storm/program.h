@@ -1,0 +1,74 @@
+#pragma once
+
+#include "app/framework_ctrllr.h"
+#include "app/framework_view.h"
+#include "base/timesource.h"
+#include "world.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace storm {
+
+/// The times of the session in the storm, shorter than the product's, so that many sessions fit into it.
+CommPeriods stormPeriods();
+constexpr std::chrono::milliseconds kReconnect{150};
+/// How long the program waits for a connection to come up.
+constexpr std::chrono::milliseconds kConnect{50};
+
+/// The whole program with its real links, windows and clock, in a folder of its own, before the world.
+class Program
+{
+public:
+    explicit Program(const Addresses &addresses);
+    ~Program();
+
+    /// Writes the settings file and starts the program. The ports are those of the gateway and of the server
+    /// of the version files.
+    void start(quint16 gatewayPort, quint16 webPort);
+    /// The operator closes the main window, and the program ends.
+    void end();
+
+    Framework_View *window() const { return m_app->mainWindow(); }
+    Framework_Ctrllr &app() const { return *m_app; }
+    const Addresses &addresses() const { return m_addresses; }
+
+    QString folder() const { return m_folder.path(); }
+    /// Here the user's own names of ports stand.
+    QString portFolder() const { return folder() + QStringLiteral("/ports"); }
+
+    QString statusBox() const;
+    bool isReady() const { return statusBox() == QStringLiteral("READY"); }
+    /// Whether the rows of all modules that the system status named are there.
+    int rowCount() const { return static_cast<int>(m_app->analogModules().size()); }
+
+    /// Sessions that were begun, and those that came to the cyclic polling.
+    int sessionsBegun() const { return m_sessionsBegun; }
+    int sessionsRead() const { return m_sessionsRead; }
+
+    /// Replies with the values of all modules.
+    int polls() const { return m_polls; }
+    /// How long the last reading of the modules took, from the system status on.
+    double walkMs() const { return m_walkMs; }
+
+    /// Firmware files, which are there from the start on.
+    QString smallImage() const { return m_folder.filePath(QStringLiteral("X_ANA_FPGA5_1_2_3_s.bin")); }
+    QString largeImage() const { return m_folder.filePath(QStringLiteral("X_CON_FPGA5_1_2_3_l.bin")); }
+    QString wrongImage() const { return m_folder.filePath(QStringLiteral("X_ANA_FPGA4_1_2_3_w.bin")); }
+
+private:
+    void writeImages() const;
+
+    const Addresses m_addresses;
+    QTemporaryDir m_folder;
+    SystemTime m_time;
+    std::unique_ptr<Framework_Ctrllr> m_app;
+    int m_sessionsBegun = 0;
+    int m_sessionsRead = 0;
+    int m_polls = 0;
+    QElapsedTimer m_walk;
+    double m_walkMs = 0;
+};
+
+} // namespace storm

@@ -1,0 +1,146 @@
+#include "storm.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VX_SLOW_BUILD
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define VX_SLOW_BUILD
+#endif
+
+namespace storm {
+
+namespace {
+
+#ifdef VX_SLOW_BUILD
+constexpr double kSlowness = 3;
+#else
+constexpr double kSlowness = 1;
+#endif
+
+constexpr double kStallLimitMs = 100;
+constexpr double kRequestMs = 20; ///< of a walk, at most
+constexpr int kFixedModules = 2;
+constexpr int kPollsToReady = 8;
+
+void print(const char *title, const QString &text)
+{
+    std::printf("%-12s %s\n", title, qPrintable(text));
+}
+
+QString asText(const QMap<QString, int> &counts)
+{
+    QStringList parts;
+    for (auto entry = counts.cbegin(); entry != counts.cend(); ++entry)
+        parts.append(QStringLiteral("%1 %2").arg(entry.key()).arg(entry.value()));
+    return parts.join(QStringLiteral(", "));
+}
+
+QString asText(const Stall &stall)
+{
+    return QStringLiteral(
+               "%1 ms by the clock, %2 ms of them without a processor, %3 ms of its own; at \"%4\"")
+        .arg(stall.wholeMs, 0, 'f', 1)
+        .arg(stall.waitedMs, 0, 'f', 1)
+        .arg(stall.ownMs(), 0, 'f', 1)
+        .arg(stall.during);
+}
+
+QString asText(const MemorySample &sample)
+{
+    return QStringLiteral("at %1 s %2 bytes, %3 resident, %4 objects, %5 widgets, %6 windows")
+        .arg(sample.seconds, 0, 'f', 1)
+        .arg(sample.bytes)
+        .arg(sample.resident)
+        .arg(sample.objects)
+        .arg(sample.widgets)
+        .arg(sample.topLevels);
+}
+
+} // namespace
+
+double stallLimitMs()
+{
+    return kStallLimitMs * kSlowness;
+}
+
+double recoveryLimitMs(int modules)
+{
+    const CommPeriods periods = stormPeriods();
+    const auto ms = [](std::chrono::milliseconds time) { return static_cast<double>(time.count()); };
+    const double timeout = std::max(ms(periods.comm), ms(periods.initSequence));
+    const double reopening = ms(kReconnect) + ms(kConnect);
+    const double walk =
+        kRequestMs * kSlowness * (modules + kFixedModules) + kPollsToReady * ms(periods.cyclic);
+    return timeout + reopening + walk;
+}
+
+void Storm::judge()
+{
+    for (const Stall &stall : m_meter.violations())
+        fail(QStringLiteral("stall: ") + asText(stall));
+    for (const QString &line : m_log.complaints())
+        fail(QStringLiteral("the log has: ") + line);
+    for (const QString &name : m_book.missing())
+        fail(QStringLiteral("%1 was not opened and left in all of its ways").arg(name));
+    const QString memory = complaint(m_samples, MemoryRule());
+    if (!memory.isEmpty())
+        fail(memory);
+}
+
+void Storm::report(const WorldCounts &counts) const
+{
+    print("gestures", QStringLiteral("%1 in %2 acts: %3")
+                          .arg(m_operator->gestureCount())
+                          .arg(m_operator->actCount())
+                          .arg(asText(m_operator->gesturesByKind())));
+    print("dialogs", QStringLiteral("%1 opened; all of them within %2 s")
+                         .arg(m_book.openings())
+                         .arg(m_tourSeconds, 0, 'f', 1));
+    for (const QString &line : m_book.report())
+        print("", line);
+    print("sessions", QStringLiteral("%1 begun, %2 read to the end; %3 requests, %4 lines to the gateway, "
+                                     "%5 web requests")
+                          .arg(m_program->sessionsBegun())
+                          .arg(m_program->sessionsRead())
+                          .arg(counts.requests)
+                          .arg(counts.gatewayLines)
+                          .arg(counts.webRequests));
+    print("weather", m_weather->spells().join(QStringLiteral(", ")));
+    print("faults", asText(counts.faults));
+    print("log", QStringLiteral("%1 lines, %2 of them errors that are meant, %3 that are not")
+                     .arg(m_log.lineCount())
+                     .arg(m_log.meantCount())
+                     .arg(m_log.complaintCount()));
+    print("stall",
+          QStringLiteral("limit %1 ms; longest: %2").arg(stallLimitMs()).arg(asText(m_meter.longestOwn())));
+    print("", QStringLiteral("by the clock: %1").arg(asText(m_meter.longestWhole())));
+    print(
+        "recovery",
+        QStringLiteral("%1 times, READY after %2 ms at most (limit for 14 modules %3 ms); walk %4 ms at most")
+            .arg(m_recoveries)
+            .arg(m_longestRecoveryMs, 0, 'f', 0)
+            .arg(recoveryLimitMs(14), 0, 'f', 0)
+            .arg(m_longestWalkMs, 0, 'f', 0));
+    print("values", QStringLiteral("%1 compared in %2 looks").arg(m_comparedValues).arg(m_comparisons));
+    if (m_samples.size() > 2) {
+        const Trend bytes = trendOf(m_samples, &MemorySample::bytes);
+        const Trend objects = trendOf(m_samples, &MemorySample::objects);
+        print("memory",
+              QStringLiteral("%1 samples: %2 bytes a minute (error %3), %4 objects a minute (error %5)")
+                  .arg(m_samples.size())
+                  .arg(bytes.perMinute, 0, 'f', 0)
+                  .arg(bytes.error, 0, 'f', 0)
+                  .arg(objects.perMinute, 0, 'f', 1)
+                  .arg(objects.error, 0, 'f', 1));
+        print("", asText(m_samples.constFirst()));
+        print("", asText(m_samples.constLast()));
+    }
+    std::printf("%s after %.1f s, %d failures\n", m_failures.isEmpty() ? "PASS" : "FAIL", secondsNow(),
+                static_cast<int>(m_failures.size()));
+}
+
+} // namespace storm

@@ -1,0 +1,283 @@
+#include "storm.h"
+
+#include "support/testcertificates.h"
+
+#include <QApplication>
+#include <cstdio>
+
+namespace storm {
+
+namespace {
+
+constexpr int kRoundMs = 3500;
+constexpr int kAftermathMs = 2400; ///< longer than the longest pending display
+constexpr int kAwayMs = 250;
+constexpr int kLookEveryMs = 4;
+constexpr int kSettleMs = 120;
+constexpr int kGiveUpMs = 15000;
+constexpr int kLongestTourMs = 60000;
+constexpr int kRoundsToASessionLook = 3;
+constexpr int kMismatchChain = 2;
+const QString kOfflineBox = QStringLiteral("notSavedBox");
+const QString kMismatchBox = QStringLiteral("WarningBox");
+
+} // namespace
+
+Storm::Storm(const Options &options, LogWatch &log, const CertifiedKey &identity)
+    : m_options(options)
+    , m_log(log)
+    , m_addresses(addressesOfThisProcess())
+    , m_meter(stallLimitMs())
+    , m_chance(options.seed)
+{
+    const auto seed = [this] { return static_cast<quint32>(m_chance.number(1, 1 << 30)); };
+    m_phaseTimer.setSingleShot(true);
+    m_phaseTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_lookTimer, &QTimer::timeout, this, &Storm::lookWhetherReady);
+    m_program = std::make_unique<Program>(m_addresses);
+    m_world = std::make_unique<World>(m_addresses, m_program->portFolder(), seed(), identity);
+    m_weather = std::make_unique<Weather>(*m_world, seed());
+    m_operator = std::make_unique<Operator>(*m_program, m_book, m_meter, seed());
+    m_operator->setVerbose(options.isVerbose);
+    connect(m_operator.get(), &Operator::mismatchWanted, this, [this] { m_mismatchWanted = true; });
+}
+
+Storm::~Storm() = default;
+
+void Storm::fail(const QString &text)
+{
+    m_failures.append(text);
+    std::printf("FAILURE at %.1f s: %s\n", secondsNow(), qPrintable(text));
+}
+
+void Storm::after(int ms, void (Storm::*next)())
+{
+    m_phaseTimer.disconnect(this);
+    connect(&m_phaseTimer, &QTimer::timeout, this, next);
+    m_phaseTimer.start(ms);
+}
+
+void Storm::begin()
+{
+    m_clock.start();
+    m_world->start();
+    m_program->start(m_world->gatewayPort(), m_world->webPort());
+    m_meter.start();
+    m_phase = Phase::TourOffline;
+    connect(m_operator.get(), &Operator::done, this, &Storm::goOn);
+    m_operator->visit({kOfflineBox}); // only a program that has read nothing shows it
+    after(kLongestTourMs, &Storm::end);
+}
+
+/// The operator has done what the phase asked for.
+void Storm::goOn()
+{
+    switch (m_phase) {
+    case Phase::TourOffline:
+        startTour();
+        break;
+    case Phase::Tour:
+        startMismatch();
+        break;
+    case Phase::Mismatch:
+        endTour();
+        break;
+    case Phase::Leaving:
+        gesturesAreOver();
+        break;
+    case Phase::Gestures:
+    case Phase::Aftermath:
+    case Phase::Outage:
+    case Phase::Recovery:
+    case Phase::Looking:
+    case Phase::Over:
+        break;
+    }
+}
+
+void Storm::startTour()
+{
+    m_phase = Phase::Tour;
+    m_weather->setChain(0);
+    QStringList names;
+    for (const DialogKind &kind : dialogKinds()) {
+        if (kind.name != kMismatchBox && kind.name != kOfflineBox)
+            names.append(kind.name);
+    }
+    m_operator->visit(names);
+    after(kLongestTourMs, &Storm::end);
+}
+
+void Storm::startMismatch()
+{
+    m_phase = Phase::Mismatch;
+    m_weather->setChain(kMismatchChain);
+    m_operator->visit({kMismatchBox});
+    after(kLongestTourMs, &Storm::end);
+}
+
+void Storm::endTour()
+{
+    m_tourSeconds = secondsNow();
+    m_weather->setChain(0);
+    startRound();
+}
+
+void Storm::startRound()
+{
+    ++m_round;
+    m_phase = Phase::Gestures;
+    if (m_mismatchWanted)
+        m_weather->setChain(kMismatchChain);
+    m_mismatchWanted = false;
+    m_weather->setForeignReplies(m_round % kRoundsToASessionLook != 0);
+    m_weather->start();
+    m_operator->work();
+    after(kRoundMs, &Storm::stopGestures);
+}
+
+void Storm::stopGestures()
+{
+    m_isLast = isTimeUp();
+    m_phase = Phase::Leaving;
+    m_operator->leaveAll();
+    after(kGiveUpMs, &Storm::end);
+}
+
+void Storm::gesturesAreOver()
+{
+    m_sessionsAtOutage = 0; // any session will do
+    if (m_round % kRoundsToASessionLook == 0) {
+        m_phase = Phase::Aftermath;
+        after(kAftermathMs, &Storm::endOutage);
+        m_reach = Comparison::Reach::Session;
+    } else {
+        startOutage();
+    }
+}
+
+/// Something that ends the session for certain.
+void Storm::startOutage()
+{
+    m_phase = Phase::Outage;
+    m_reach = Comparison::Reach::Whole;
+    m_sessionsAtOutage = m_program->sessionsRead();
+    const int longer = static_cast<int>(stormPeriods().comm.count()) + m_chance.number(20, 300);
+    if (m_chance.happens(0.4)) {
+        m_weather->takeDeviceAway();
+        after(kAwayMs, &Storm::endOutage);
+        return;
+    }
+    const QStringList faults{QStringLiteral("lose"), QStringLiteral("silence"), QStringLiteral("close ms=50"),
+                             QStringLiteral("corrupt part=crc"), QStringLiteral("originator value=7")};
+    m_weather->hold(m_chance.oneOf(faults));
+    after(longer, &Storm::endOutage);
+}
+
+void Storm::endOutage()
+{
+    recover(m_reach);
+}
+
+void Storm::recover(Comparison::Reach reach)
+{
+    m_phase = Phase::Recovery;
+    m_reach = reach;
+    constexpr int kRoundsToAnotherChain = 4;
+    const bool another = m_round % kRoundsToAnotherChain == 0 && !m_isLast;
+    if (reach == Comparison::Reach::Whole && !another && m_weather->chain() != 0)
+        m_weather->setChain(0); // so that samples of the memory can be compared
+    m_recovery.start();
+    m_waitedAtRecovery = waitedForProcessorNs();
+    m_pollsAtRecovery = m_program->polls();
+    m_weather->clear();
+    m_lookTimer.start(kLookEveryMs);
+}
+
+void Storm::lookWhetherReady()
+{
+    const double passed = static_cast<double>(m_recovery.nsecsElapsed()) / 1e6;
+    const bool isReady = m_program->isReady() && m_program->polls() > m_pollsAtRecovery + 1 &&
+                         m_program->sessionsRead() > m_sessionsAtOutage;
+    if (!isReady && passed < kGiveUpMs)
+        return;
+    m_lookTimer.stop();
+    const double waited = static_cast<double>(waitedForProcessorNs() - m_waitedAtRecovery) / 1e6;
+    const double own = passed - waited;
+    ++m_recoveries;
+    m_longestRecoveryMs = qMax(m_longestRecoveryMs, own);
+    m_longestWalkMs = qMax(m_longestWalkMs, m_program->walkMs());
+    const double limit = recoveryLimitMs(m_program->rowCount());
+    if (own > limit)
+        fail(QStringLiteral("READY after %1 ms (%2 ms of them without a processor), not %3; the box reads %4")
+                 .arg(passed, 0, 'f', 0)
+                 .arg(waited, 0, 'f', 0)
+                 .arg(limit, 0, 'f', 0)
+                 .arg(m_program->statusBox()));
+    m_phase = Phase::Looking;
+    after(kSettleMs, &Storm::look);
+}
+
+void Storm::look()
+{
+    m_world->look(this, [this](const Snapshot &snapshot) { compare(snapshot); });
+}
+
+void Storm::compare(const Snapshot &snapshot)
+{
+    {
+        const Unmeasured unmeasured(m_meter);
+        Comparison comparison(snapshot, m_reach);
+        comparison.compare(*m_program);
+        ++m_comparisons;
+        m_comparedValues += comparison.valueCount();
+        for (const QString &difference : comparison.differences())
+            fail(QStringLiteral("round %1: %2").arg(m_round).arg(difference));
+    }
+    if (m_reach == Comparison::Reach::Session) {
+        startOutage();
+        return;
+    }
+    if (m_weather->chain() == 0)
+        sample();
+    if (m_isLast)
+        end();
+    else
+        startRound();
+}
+
+void Storm::sample()
+{
+    const Unmeasured unmeasured(m_meter);
+    MemorySample sample;
+    sample.seconds = secondsNow();
+    sample.bytes = allocatedBytes();
+    sample.resident = residentBytes();
+    sample.objects = objectcount::now();
+    sample.widgets = static_cast<int>(QApplication::allWidgets().size());
+    sample.topLevels = static_cast<int>(QApplication::topLevelWidgets().size());
+    m_samples.append(sample);
+}
+
+void Storm::end()
+{
+    if (!m_isLast)
+        fail(QStringLiteral("phase %1 did not end; still missing: %2")
+                 .arg(static_cast<int>(m_phase))
+                 .arg(m_book.missing().join(QStringLiteral(", "))));
+    m_phase = Phase::Over;
+    m_phaseTimer.stop();
+    m_lookTimer.stop();
+    m_operator->rest();
+    m_weather->clear();
+    m_world->count(this, [this](const WorldCounts &counts) { finish(counts); });
+}
+
+void Storm::finish(const WorldCounts &counts)
+{
+    judge();
+    report(counts);
+    emit finished();
+}
+
+} // namespace storm

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "comparison.h"
+#include "dialogbook.h"
+#include "logwatch.h"
+#include "memorywatch.h"
+#include "operator.h"
+#include "program.h"
+#include "stallmeter.h"
+#include "weather.h"
+#include "world.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+struct CertifiedKey;
+
+namespace storm {
+
+struct Options
+{
+    quint32 seed = 1;
+    int seconds = 60;
+    bool isVerbose = false; ///< prints each gesture
+    bool hasLog = false;    ///< writes the program's log
+};
+
+/// The longest time for which the event loop may not come round.
+double stallLimitMs();
+/// The longest time from the end of the faults to READY: one time-out and one walk through so many modules.
+double recoveryLimitMs(int modules);
+
+/// One run: a tour through all dialogs, then rounds of storm, each of which ends with a recovery and a look
+/// at what the program shows, then the end.
+class Storm : public QObject
+{
+    Q_OBJECT
+
+public:
+    Storm(const Options &options, LogWatch &log, const CertifiedKey &identity);
+    ~Storm() override;
+
+    /// Runs from the event loop; emits finished() at the end.
+    void begin();
+
+    bool isGood() const { return m_failures.isEmpty(); }
+
+signals:
+    void finished();
+
+private:
+    enum class Phase {
+        TourOffline,
+        Tour,
+        Mismatch,
+        Gestures,
+        Leaving,
+        Aftermath,
+        Outage,
+        Recovery,
+        Looking,
+        Over
+    };
+
+    void after(int ms, void (Storm::*next)());
+    void startTour();
+    void startMismatch();
+    void endTour();
+    void startRound();
+    void stopGestures();
+    void gesturesAreOver();
+    void startOutage();
+    void endOutage();
+    void recover(Comparison::Reach reach);
+    void lookWhetherReady();
+    void look();
+    void compare(const Snapshot &snapshot);
+    void sample();
+    void goOn();
+    void end();
+    void finish(const WorldCounts &counts);
+    void judge();
+    void report(const WorldCounts &counts) const;
+    void fail(const QString &text);
+    double secondsNow() const { return static_cast<double>(m_clock.elapsed()) / 1000; }
+    bool isTimeUp() const { return m_clock.elapsed() >= m_options.seconds * 1000LL; }
+
+    const Options m_options;
+    LogWatch &m_log;
+    const Addresses m_addresses;
+    StallMeter m_meter;
+    DialogBook m_book;
+    std::unique_ptr<World> m_world;
+    std::unique_ptr<Program> m_program;
+    std::unique_ptr<Weather> m_weather;
+    std::unique_ptr<Operator> m_operator;
+    Chance m_chance;
+    QElapsedTimer m_clock;
+    QTimer m_phaseTimer;
+    QTimer m_lookTimer;
+    Phase m_phase = Phase::TourOffline;
+    Comparison::Reach m_reach = Comparison::Reach::Whole;
+    int m_round = 0;
+    bool m_isLast = false;
+    bool m_mismatchWanted = false;
+    double m_tourSeconds = 0;
+
+    // Of the recovery under way.
+    QElapsedTimer m_recovery;
+    qint64 m_waitedAtRecovery = 0;
+    int m_sessionsAtOutage = 0;
+    int m_pollsAtRecovery = 0;
+
+    // Of all.
+    int m_recoveries = 0;
+    double m_longestRecoveryMs = 0;
+    double m_longestWalkMs = 0;
+    int m_comparedValues = 0;
+    int m_comparisons = 0;
+    QVector<MemorySample> m_samples;
+    QStringList m_failures;
+};
+
+} // namespace storm

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "chance.h"
+
+#include <QObject>
+#include <QStringList>
+
+class QTimer;
+
+namespace storm {
+
+class World;
+
+/// What goes wrong on the way to the devices, by chance, from a seed: spells of calm, rough and wild weather
+/// follow each other, and now and then the chain goes away and comes back, or another one does.
+class Weather : public QObject
+{
+    Q_OBJECT
+
+public:
+    Weather(World &world, quint32 seed, QObject *parent = nullptr);
+
+    /// The chain is there and all is well, until start().
+    void clear();
+    void start();
+    bool isStormy() const { return m_isStormy; }
+
+    /// The chain of the clear weather, and the first one of the next storm.
+    void setChain(int chain);
+    int chain() const { return m_chain; }
+
+    /// The chain goes away now, until clear(); the spells go on.
+    void takeDeviceAway();
+
+    /// This goes wrong with each request, until clear().
+    void hold(const QString &fault);
+
+    /// Whether replies may come with a foreign code. The session takes such a one for an answer and knows
+    /// nothing of what was in it.
+    void setForeignReplies(bool allowed) { m_foreignReplies = allowed; }
+
+    /// Spells so far, by their names.
+    QStringList spells() const;
+
+    enum class Spell { Calm, Rough, Wild };
+
+    /// Rules for a spell; by chance. Of the device and of the gateway.
+    static QString deviceRules(Spell spell, Chance &chance);
+    static QString gatewayRules(Spell spell, Chance &chance);
+
+private:
+    void nextSpell();
+
+    World &m_world;
+    Chance m_chance;
+    QTimer *m_spellTimer;  // child
+    QTimer *m_returnTimer; // child; runs while the chain is away
+    int m_chain = 0;
+    bool m_isAway = true;
+    bool m_isStormy = false;
+    bool m_foreignReplies = true;
+    int m_calm = 0;
+    int m_rough = 0;
+    int m_wild = 0;
+    int m_absences = 0;
+};
+
+} // namespace storm
