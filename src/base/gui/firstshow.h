@@ -1,0 +1,10 @@
+#pragma once
+
+#include <functional>
+
+class QWidget;
+
+/// Runs the step once, when the window that the widget belongs to now is shown for the first time and before
+/// its size is computed for that. For what takes long and is needed only when the window is seen: most
+/// windows are made at the start of the program and stay hidden.
+void beforeFirstShow(QWidget &widget, const std::function<void()> &step);

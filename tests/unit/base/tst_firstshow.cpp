@@ -1,0 +1,112 @@
+#include "base/gui/firstshow.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <QtTest>
+
+class TstFirstShow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void stepWaitsForTheFirstShow();
+    void stepRunsOnce();
+    void stepCountsForTheFirstSize();
+    void stepOfAPartRunsWithItsWindow();
+    void stepDoesNotRunWithTheParentOfItsWindow();
+    void widgetMadeByTheStepIsShown();
+    void widgetMayGoBeforeItIsShown();
+};
+
+void TstFirstShow::stepWaitsForTheFirstShow()
+{
+    QWidget widget;
+    int runs = 0;
+    beforeFirstShow(widget, [&runs] { ++runs; });
+    widget.setWindowTitle(QStringLiteral("title"));
+    widget.resize(100, 100);
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+    widget.show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::stepRunsOnce()
+{
+    QWidget parent;
+    auto *widget = new QWidget;
+    int runs = 0;
+    beforeFirstShow(*widget, [&runs] { ++runs; });
+    widget->show();
+    widget->hide();
+    widget->show();
+    widget->setParent(&parent);
+    parent.show();
+    widget->show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::stepCountsForTheFirstSize()
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    auto *label = new QLabel;
+    layout.addWidget(label);
+    beforeFirstShow(window, [label] { label->setFixedSize(321, 123); });
+    window.show();
+    QVERIFY(window.width() >= 321);
+    QVERIFY(window.height() >= 123);
+}
+
+void TstFirstShow::stepOfAPartRunsWithItsWindow()
+{
+    QWidget window;
+    auto *part = new QWidget(&window);
+    int runs = 0;
+    beforeFirstShow(*part, [&runs] { ++runs; });
+    window.show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::stepDoesNotRunWithTheParentOfItsWindow()
+{
+    QWidget window;
+    auto *dialog = new QDialog(&window);
+    auto *part = new QWidget(dialog);
+    int runs = 0;
+    beforeFirstShow(*part, [&runs] { ++runs; });
+    window.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+    dialog->show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::widgetMadeByTheStepIsShown()
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    QLabel *label = nullptr;
+    beforeFirstShow(window, [&] {
+        label = new QLabel(QStringLiteral("text"));
+        layout.addWidget(label);
+    });
+    window.show();
+    QVERIFY(label && label->isVisible());
+}
+
+void TstFirstShow::widgetMayGoBeforeItIsShown()
+{
+    int runs = 0;
+    {
+        QWidget widget;
+        beforeFirstShow(widget, [&runs] { ++runs; });
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+}
+
+QTEST_MAIN(TstFirstShow)
+
+#include "tst_firstshow.moc"
