@@ -1,5 +1,6 @@
 #include "system/rates/ratetable.h"
 
+#include "base/gui/firstshow.h"
 #include "base/gui/fonts.h"
 #include "modules/common/widgetstyle.h"
 #include "system/rates/ratepairs.h"
@@ -9,6 +10,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <algorithm>
 
 namespace {
 
@@ -40,16 +42,11 @@ QString nameOf(const RateChoice &choice)
     return choice.channels + QLatin1Char(',') + choice.bitRate;
 }
 
-QLabel *newHeading(const QString &first, const QString &second, const QString &colour, QWidget *parent)
+QString headingText(const QString &first, const QString &second, const QString &colour)
 {
-    auto *label = new QLabel(parent);
-    label->setTextFormat(Qt::RichText);
-    label->setText(QStringLiteral("<p align=center><font size = 4 color=%1>%2</font><br/>"
-                                  "<font size=2 color=%1>%3</font></p>")
-                       .arg(colour, first, second));
-    label->setAlignment(Qt::AlignCenter);
-    setStyleIfChanged(*label, headingStyle());
-    return label;
+    return QStringLiteral("<p align=center><font size = 4 color=%1>%2</font><br/>"
+                          "<font size=2 color=%1>%3</font></p>")
+        .arg(colour, first, second);
 }
 
 /// Places of the cells, from 0.
@@ -90,45 +87,69 @@ RateTable::RateTable(QWidget *parent)
         grid->setColumnStretch(column, 1);
     for (int row = 0; row < grid->rowCount(); ++row)
         grid->setRowStretch(row, 1);
+    beforeFirstShow(*this, [this] {
+        writeHeadings();
+        drawPictures();
+    });
 }
 
 void RateTable::addHeadings(QGridLayout &grid)
 {
-    grid.addWidget(newHeading(QStringLiteral("Bitrate"), QString(), bitRateColour(), this), 0, 0);
-    for (int i = 0; i < rates::tableChannelCounts().size(); ++i) {
-        const QString channels = QString::number(rates::tableChannelCounts()[i]);
-        grid.addWidget(newHeading(QStringLiteral("Channels"), channels, channelsColour(), this), 0, i + 1);
+    for (int i = 0; i <= rates::tableChannelCounts().size() + rates::tableBitRates().size(); ++i) {
+        const int row = std::max(0, i - rates::tableChannelCounts().size());
+        auto *label = new QLabel(this);
+        label->setTextFormat(Qt::RichText);
+        label->setAlignment(Qt::AlignCenter);
+        grid.addWidget(label, row, row > 0 ? 0 : i);
+        m_headings.append(label);
     }
-    for (int i = 0; i < rates::tableBitRates().size(); ++i) {
-        const QString bitRate = QString::number(rates::tableBitRates()[i]);
-        grid.addWidget(newHeading(QStringLiteral("kBit/s"), bitRate, bitRateColour(), this), i + 1, 0);
+}
+
+void RateTable::writeHeadings()
+{
+    QStringList texts{headingText(QStringLiteral("Bitrate"), QString(), bitRateColour())};
+    for (const int channels : rates::tableChannelCounts())
+        texts << headingText(QStringLiteral("Channels"), QString::number(channels), channelsColour());
+    for (const int bitRate : rates::tableBitRates())
+        texts << headingText(QStringLiteral("kBit/s"), QString::number(bitRate), bitRateColour());
+    for (int i = 0; i < m_headings.size(); ++i) {
+        m_headings[i]->setText(texts[i]);
+        setStyleIfChanged(*m_headings[i], headingStyle());
     }
 }
 
 void RateTable::addCells(QGridLayout &grid)
 {
-    QVector<rates::RatePicture> pictures;
-    for (const rates::RatePair &pair : rates::ratePairs())
-        pictures.append(rates::ratePicture(pair));
     for (int row = 0; row < rates::tableBitRates().size(); ++row) {
         for (int column = 0; column < rates::tableChannelCounts().size(); ++column) {
             const RateChoice choice{QString::number(rates::tableBitRates()[row]),
                                     QString::number(rates::tableChannelCounts()[column])};
             const rates::RatePair &pair = rates::ratePairs()[row + column];
-            const rates::RatePicture &picture = pictures[row + column];
             auto *button = new QPushButton(this);
             button->setObjectName(nameOf(choice));
             button->setAccessibleName(tr("%1 kBit/s, %2 channels: %3, %4")
                                           .arg(choice.bitRate, choice.channels, pair.large, pair.small));
             button->setAutoDefault(false); // the Return key is not to send a rate
-            button->setIcon(picture.icon);
-            button->setIconSize(picture.size);
-            button->setMinimumSize(picture.size + kRoomAroundPicture);
             button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
             button->installEventFilter(this);
             grid.addWidget(button, row + 1, column + 1);
             m_buttons.append(button);
         }
+    }
+}
+
+void RateTable::drawPictures()
+{
+    QVector<rates::RatePicture> pictures;
+    for (const rates::RatePair &pair : rates::ratePairs())
+        pictures.append(rates::ratePicture(pair));
+    const int width = rates::tableChannelCounts().size();
+    for (int i = 0; i < m_buttons.size(); ++i) {
+        const rates::RatePicture &picture = pictures[i / width + i % width];
+        QPushButton &button = *m_buttons[i];
+        button.setIcon(picture.icon);
+        button.setIconSize(picture.size);
+        button.setMinimumSize(picture.size + kRoomAroundPicture);
     }
 }
 

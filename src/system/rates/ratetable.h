@@ -6,6 +6,7 @@
 #include <optional>
 
 class QGridLayout;
+class QLabel;
 class QPushButton;
 
 /// A bit rate in kBit/s and a number of channels, as the texts that name them.
@@ -19,7 +20,7 @@ struct RateChoice
 /// a button with the two figures which that pair gives. A button's object name is the number of channels,
 /// a comma and the bit rate; all cells are found by it. The table sends nothing and decides nothing: whoever
 /// shows it connects the buttons and says which cells are dead. The arrow keys go to the next live cell in
-/// their direction; the Return key presses no cell.
+/// their direction; the Return key presses no cell. Headings and figures are there from the first show on.
 class RateTable : public QWidget
 {
     Q_OBJECT
@@ -58,10 +59,14 @@ protected:
 private:
     void addHeadings(QGridLayout &grid);
     void addCells(QGridLayout &grid);
+    void writeHeadings();
+    void drawPictures();
+
     /// From the cell with this index to the next live one that many rows and columns further, if there is
     /// one.
     void moveFocus(int from, int rows, int columns);
 
-    QList<QPushButton *> m_buttons; // children of this widget
+    QList<QLabel *> m_headings;     // children of this widget; those of the columns, then those of the rows
+    QList<QPushButton *> m_buttons; // likewise
     QPushButton *m_selected = nullptr;
 };

@@ -138,7 +138,8 @@ void TstRatePairs::cellShowsItsPair()
 {
     QFETCH(QString, name);
     QFETCH(QString, large);
-    const RateTable table;
+    RateTable table;
+    table.show();
     const auto *cell = childByName<QPushButton>(&table, qPrintable(name));
     QVERIFY(cell->text().isEmpty());
     const Pair &pair = pairWith(large);

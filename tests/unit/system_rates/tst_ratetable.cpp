@@ -74,6 +74,7 @@ private slots:
     void thereAreNoOtherHeadings();
     void cellsStandUnderTheirHeadings();
 
+    void picturesAreDrawnForTheFirstShow();
     void picturesHaveBlackAboveRed();
     void pictureForAFineScreenIsNotMagnified();
     void deadPicturesAreGrey();
@@ -121,7 +122,8 @@ void TstRateTable::headingsReadAsAgreed()
     QFETCH(int, row);
     QFETCH(int, column);
     QFETCH(QString, text);
-    const RateTable table;
+    RateTable table;
+    table.show();
     const auto *grid = qobject_cast<QGridLayout *>(table.layout());
     QVERIFY(grid);
     const auto *heading = qobject_cast<QLabel *>(grid->itemAtPosition(row, column)->widget());
@@ -153,9 +155,21 @@ void TstRateTable::cellsStandUnderTheirHeadings()
     }
 }
 
+void TstRateTable::picturesAreDrawnForTheFirstShow()
+{
+    RateTable table;
+    const QPushButton &cell = *table.buttons().first();
+    QVERIFY(cell.icon().isNull()); // the start of the program does not wait for it
+    table.show();
+    QVERIFY(!cell.icon().isNull());
+    QVERIFY(cell.width() >= cell.iconSize().width() + 4);
+    QVERIFY(cell.height() >= cell.iconSize().height() + 4);
+}
+
 void TstRateTable::picturesHaveBlackAboveRed()
 {
-    const RateTable table;
+    RateTable table;
+    table.show();
     const auto buttons = table.buttons();
     for (const QPushButton *cell : buttons) {
         for (const int ratio : {1, 2}) {
@@ -173,7 +187,8 @@ void TstRateTable::picturesHaveBlackAboveRed()
 
 void TstRateTable::pictureForAFineScreenIsNotMagnified()
 {
-    const RateTable table;
+    RateTable table;
+    table.show();
     const QPushButton &cell = *table.buttons().first();
     const QSize size = cell.iconSize();
     const QList<QSize> sizes = cell.icon().availableSizes();
@@ -186,7 +201,8 @@ void TstRateTable::pictureForAFineScreenIsNotMagnified()
 
 void TstRateTable::deadPicturesAreGrey()
 {
-    const RateTable table;
+    RateTable table;
+    table.show();
     const QColor grey = QApplication::palette().color(QPalette::Disabled, QPalette::ButtonText);
     const auto buttons = table.buttons();
     for (const QPushButton *cell : buttons) {
