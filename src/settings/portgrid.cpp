@@ -19,20 +19,23 @@ constexpr int kBandWidth = 70;   ///< pixels
 constexpr int kRowHeight = 25;   ///< pixels
 constexpr int kFullStretch = 100;
 
-/// The font, made narrower if the text would be wider than `width` pixels.
-QFont fitted(QFont font, const QString &widestText, int width)
+/// Makes the font of the labels narrower if the text would be wider than `width` pixels.
+void fit(const QList<QLabel *> &labels, const QString &widestText, int width)
 {
+    QFont font = fonts::strong();
     const int natural = QFontMetrics(font).horizontalAdvance(widestText);
-    if (natural > width)
-        font.setStretch(kFullStretch * width / natural);
-    return font;
+    if (natural <= width)
+        return;
+    font.setStretch(kFullStretch * width / natural);
+    for (QLabel *label : labels)
+        label->setFont(font);
 }
 
-QLabel *makeLabel(const QString &text, const QFont &font, const QString &objectName, QWidget &parent)
+QLabel *makeLabel(const QString &text, const QString &objectName, QWidget &parent)
 {
     auto *label = new QLabel(text, &parent);
     label->setObjectName(objectName);
-    label->setFont(font);
+    label->setFont(fonts::strong());
     label->setFixedHeight(kRowHeight);
     return label;
 }
@@ -57,9 +60,8 @@ void PortGrid::addNumbers(QWidget &parent)
     auto *layout = new QGridLayout(&parent);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    const QFont font = fitted(fonts::strong(), QString::number(kPorts), kColumnWidth - kColumnGap);
     for (int i = 0; i < kPorts; ++i) {
-        QLabel *label = makeLabel(kAbsent, font, QStringLiteral("portNumber%1").arg(i + 1), parent);
+        QLabel *label = makeLabel(kAbsent, QStringLiteral("portNumber%1").arg(i + 1), parent);
         label->setFixedWidth(kColumnWidth);
         label->setAlignment(Qt::AlignCenter);
         layout->addWidget(label, i / kColumns, i % kColumns);
@@ -76,13 +78,19 @@ void PortGrid::addBands(QWidget &parent)
     auto *layout = new QVBoxLayout(&parent);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    const QFont font = fitted(fonts::strong(), bands.last(), kBandWidth);
     for (int i = 0; i < bands.size(); ++i) {
-        QLabel *label = makeLabel(bands.at(i), font, QStringLiteral("portBand%1").arg(i + 1), parent);
+        QLabel *label = makeLabel(bands.at(i), QStringLiteral("portBand%1").arg(i + 1), parent);
         label->setFixedWidth(kBandWidth);
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         layout->addWidget(label);
+        m_bands.append(label);
     }
+}
+
+void PortGrid::fitFonts()
+{
+    fit(m_numbers, QString::number(kPorts), kColumnWidth - kColumnGap);
+    fit(m_bands, m_bands.last()->text(), kBandWidth);
 }
 
 void PortGrid::show(const QStringList &portNames)

@@ -11,7 +11,7 @@ class QWidget;
 int portNumber(const QString &portName);
 
 /// The table of the COM ports 1 to 150: six rows of 25 numbers, and in front of each row which numbers
-/// stand in it. Numbers too wide for their column are set in a narrower cut of the same font.
+/// stand in it.
 class PortGrid
 {
 public:
@@ -22,6 +22,10 @@ public:
     /// Puts the labels into the two widgets, which own them.
     PortGrid(QWidget &numbers, QWidget &bands);
 
+    /// Sets numbers too wide for their column in a narrower cut of the same font. Takes a while: the fonts
+    /// are looked up for it.
+    void fitFonts();
+
     /// Shows the numbers of these ports and "__" in all other places. A port beyond the table is logged, a
     /// name without a number skipped.
     void show(const QStringList &portNames);
@@ -31,4 +35,5 @@ private:
     void addBands(QWidget &parent);
 
     QList<QLabel *> m_numbers; ///< [n - 1] is port n
+    QList<QLabel *> m_bands;
 };

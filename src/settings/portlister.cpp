@@ -1,5 +1,6 @@
 #include "settings/portlister.h"
 
+#include "base/gui/firstshow.h"
 #include "base/gui/fonts.h"
 #include "base/gui/heldkeys.h"
 #include "base/timesource.h"
@@ -91,6 +92,7 @@ void PortLister::setUpLabels()
     heading.setColor(QPalette::WindowText, QColor(kHeadingColour));
     m_ui->secondLabel->setPalette(heading);
     m_grid = std::make_unique<PortGrid>(*m_ui->portsWidget, *m_ui->portLables);
+    beforeFirstShow(*this, [this] { m_grid->fitFonts(); });
 }
 
 QString PortLister::version() const
