@@ -1,6 +1,7 @@
 #include "reports/systemreport.h"
 
 #include "base/gui/dialogs.h"
+#include "base/gui/firstshow.h"
 #include "base/gui/fonts.h"
 #include "base/gui/heldkeys.h"
 #include "base/gui/tabtochecked.h"
@@ -24,8 +25,11 @@ SystemReport::SystemReport(QWidget *parent)
     , m_model(new SensorModel(this))
 {
     m_ui->setupUi(this);
-    setFonts();
-    setUpTable();
+    m_ui->tableView->setModel(m_model);
+    beforeFirstShow(*this, [this] { // it is made at the start of the program, and fonts take long to look up
+        setFonts();
+        setUpTable();
+    });
     setUpKinds();
     makeConnections();
     ignoreHeldKeys(*this);
@@ -52,7 +56,6 @@ void SystemReport::setFonts()
 void SystemReport::setUpTable()
 {
     ModuleTable &table = *m_ui->tableView;
-    table.setModel(m_model);
     const QFontMetrics metrics(table.font());
     table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table.verticalHeader()->setDefaultSectionSize(metrics.height() + 2 * kRowMargin);
