@@ -5,6 +5,7 @@
 #include "firmware/versionrequest.h"
 
 #include <QDebug>
+#include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
 #include <utility>
@@ -46,9 +47,6 @@ VersionChecker::VersionChecker(TimeSource &time, const VersionServer &server, co
     , m_versionDelay(singleShot(time, this))
     , m_firmwareDelay(singleShot(time, this))
 {
-    // A proxy found in the system's settings would have its name looked up by means that may delay the end.
-    m_configuratorAccess.setProxy(QNetworkProxy::NoProxy);
-    m_firmwareAccess.setProxy(QNetworkProxy::NoProxy);
     connect(m_versionDelay, &Timer::timeout, this, &VersionChecker::vxConfigRequest);
     connect(m_firmwareDelay, &Timer::timeout, this, &VersionChecker::firmwareRequest);
     connect(this, &VersionChecker::firmwareFetch, this, &VersionChecker::fetchFirmware);
@@ -120,11 +118,18 @@ void VersionChecker::firmwareReply(QNetworkReply *reply)
     }
 }
 
-VersionRequest *VersionChecker::newRequest(QNetworkAccessManager &network, QPointer<VersionRequest> &latest)
+VersionRequest *VersionChecker::newRequest(NetworkAccess &network, QPointer<VersionRequest> &latest)
 {
+    if (!network) {
+        // Not with this object: it looks at all networks of the machine, which the start would wait for.
+        network = std::make_unique<QNetworkAccessManager>();
+        // A proxy found in the system's settings would have its name looked up by means that may delay the
+        // end.
+        network->setProxy(QNetworkProxy::NoProxy);
+    }
     if (latest)
         latest->drop(); // its answer would be stale, and the new request might wait for its connection
-    latest = new VersionRequest(m_time, m_hosts, network, m_server, m_periods, this);
+    latest = new VersionRequest(m_time, m_hosts, *network, m_server, m_periods, this);
     connect(latest, &VersionRequest::failed, this, &VersionChecker::reportFailedContact);
     return latest;
 }

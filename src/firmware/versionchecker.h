@@ -3,11 +3,12 @@
 #include "firmware/versionserver.h"
 #include "link/hostlookup.h"
 
-#include <QNetworkAccessManager>
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <memory>
 
+class QNetworkAccessManager;
 class QNetworkReply;
 class Timer;
 class TimeSource;
@@ -62,7 +63,9 @@ signals:
     void firmwareFetch();
 
 private:
-    VersionRequest *newRequest(QNetworkAccessManager &network, QPointer<VersionRequest> &latest);
+    using NetworkAccess = std::unique_ptr<QNetworkAccessManager>;
+
+    VersionRequest *newRequest(NetworkAccess &network, QPointer<VersionRequest> &latest);
     bool isContact(const QNetworkReply &reply);
     void reportFailedContact(const QString &error);
 
@@ -70,8 +73,8 @@ private:
     const VersionServer m_server;
     const VersionPeriods m_periods;
     HostLookup m_hosts;
-    QNetworkAccessManager m_configuratorAccess;
-    QNetworkAccessManager m_firmwareAccess;
+    NetworkAccess m_configuratorAccess;             ///< made with the first request
+    NetworkAccess m_firmwareAccess;                 ///< likewise
     QPointer<VersionRequest> m_configuratorRequest; ///< the latest one, a child
     QPointer<VersionRequest> m_firmwareRequest;     ///< likewise
     Timer *m_versionDelay;                          // child
