@@ -56,6 +56,7 @@ protected:
 
 private:
     FirmwareUpdate *firmware() const { return m->view->firmwareUpdate(); }
+    /// Null until it is asked for.
     HelpEngine *manual() const { return m->view->findChild<HelpEngine *>(); }
     HelpWindow *shortHelp() const { return m->view->findChild<HelpWindow *>(); }
 
@@ -92,14 +93,14 @@ void TstFrameworkViewWindows::keyOpensItsWindow()
 {
     QFETCH(int, key);
     QFETCH(bool, withControl);
-    QVERIFY(!manual()->isVisible());
+    QVERIFY(!manual()); // the start does not wait for it
     QVERIFY(!firmware()->isVisible());
     m->child<QPushButton>("systemReportButton")->setFocus();
     QTest::keyClick(m->view->windowHandle(), Qt::Key(key),
                     withControl ? Qt::ControlModifier : Qt::NoModifier);
-    QTEST(manual()->isVisible(), "manual");
+    QTEST(manual() && manual()->isVisible(), "manual");
     QTEST(firmware()->isVisible(), "firmware");
-    QVERIFY(manual()->isWindow());
+    QVERIFY(!manual() || manual()->isWindow());
 }
 
 void TstFrameworkViewWindows::keysWorkInTheOtherWindowsToo()
@@ -209,7 +210,7 @@ void TstFrameworkViewWindows::closingClosesAllWindowsInOrder()
     m->view->displayHelp();
     m->view->Slot_FirmwareUpdate();
     m->view->showWarning(QStringLiteral("beware"));
-    manual()->show();
+    QTest::keyClick(m->view.get(), Qt::Key_F1);
     m->view->portLister()->show();
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows)
