@@ -78,3 +78,12 @@ BareWindow::BareWindow()
     window.show();
     QCoreApplication::processEvents();
 }
+
+BareChain::BareChain(const QVector<quint8> &types)
+{
+    for (int row = 0; row < types.size(); ++row) {
+        m_rows.push_back(new BareRow(types.at(row)));
+        m_window.frame.addModule(m_rows.back(), row);
+    }
+    QCoreApplication::processEvents();
+}

@@ -3,7 +3,9 @@
 #include "app/dynamicmodulesframe_view.h"
 
 #include <QFrame>
+#include <QVector>
 #include <QWidget>
+#include <vector>
 
 class QLabel;
 
@@ -31,4 +33,17 @@ struct BareWindow
 
     QWidget window;
     DynamicModulesFrame_View frame;
+};
+
+/// A window with a bare row for each of these modules.
+class BareChain
+{
+public:
+    explicit BareChain(const QVector<quint8> &types);
+
+    const std::vector<BareRow *> &rows() const { return m_rows; }
+
+private:
+    BareWindow m_window;
+    std::vector<BareRow *> m_rows;
 };

@@ -6,20 +6,25 @@
 #include "barerows.h"
 #include "benchapplication.h"
 #include "measuring.h"
+#include "modules/common/channelstyles.h"
 #include "modules/common/displayformat.h"
 #include "modules/common/livevalues.h"
 #include "modules/moduledevice_ctrllr.h"
 #include "modules/moduledevice_view.h"
+#include "number.h"
 #include "protocol/communication.h"
 #include "protocol/records/fastmodulestatus.h"
 #include "protocol/records/modulestatus.h"
 #include "protocol/records/moduletypes.h"
 #include "widgetbench.h"
 
+#include <QComboBox>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <QTimer>
-#include <cstdio>
 
 namespace {
 
@@ -86,10 +91,14 @@ Module_Status staticStatus(int address, quint8 type, int round)
     return status;
 }
 
-void print(const char *what, const std::vector<double> &times, double limit)
+void report(const char *what, const std::vector<double> &times, double limit, const char *bare,
+            const std::vector<double> &bareTimes)
 {
-    std::printf("%s: median %.2f ms, worst %.2f ms of %d (limit %.0f ms)\n", what, medianMs(times),
-                worstMs(times), static_cast<int>(times.size()), limit);
+    Number(what, medianMs(times), "ms")
+        .worst(worstMs(times))
+        .atMost(limit)
+        .beside(bare, medianMs(bareTimes))
+        .report();
 }
 
 /// A chain whose rows have all had their first status.
@@ -139,15 +148,8 @@ private:
 };
 
 /// The texts of fast statuses on labels of bare rows.
-std::vector<double> bareLabelTimes(const QVector<quint8> &types)
+std::vector<double> bareLabelTimes(const BareChain &bare)
 {
-    BareWindow bare;
-    std::vector<BareRow *> rows;
-    for (int row = 0; row < types.size(); ++row) {
-        rows.push_back(new BareRow(types.at(row)));
-        bare.frame.addModule(rows.back(), row);
-    }
-    QCoreApplication::processEvents();
     std::vector<double> times;
     for (int round = 0; round < kRounds; ++round) {
         const QVector<Fast_Module_Status> status = fastStatus(round);
@@ -159,13 +161,84 @@ std::vector<double> bareLabelTimes(const QVector<quint8> &types)
                   << displayformat::selftest(values.selftest);
         }
         times.push_back(measureMs([&] {
-            for (std::size_t i = 0; i < rows.size(); ++i) {
+            for (std::size_t i = 0; i < bare.rows().size(); ++i) {
                 const int first = 3 * static_cast<int>(i);
-                rows.at(i)->setVoltage(texts.at(first));
-                rows.at(i)->setTemperature(texts.at(first + 1));
-                rows.at(i)->setSelftest(texts.at(first + 2));
+                bare.rows().at(i)->setVoltage(texts.at(first));
+                bare.rows().at(i)->setTemperature(texts.at(first + 1));
+                bare.rows().at(i)->setSelftest(texts.at(first + 2));
             }
         }));
+        QCoreApplication::processEvents();
+    }
+    return times;
+}
+
+/// Red letters on the Auto Zero buttons of bare rows, and black ones again.
+std::vector<double> bareButtonTimes(const BareChain &bare)
+{
+    QList<QPushButton *> buttons;
+    for (const BareRow *row : bare.rows())
+        buttons << row->findChildren<QPushButton *>(QStringLiteral("pushButton_Autozero"));
+    std::vector<double> times;
+    for (int round = 0; round < kGestureRounds * 2; ++round) {
+        const QString style = round % 2 == 0 ? channelstyles::sent() : channelstyles::confirmed();
+        times.push_back(measureMs([&] {
+            for (QPushButton *button : buttons)
+                button->setStyleSheet(style);
+        }));
+        QCoreApplication::processEvents();
+    }
+    return times;
+}
+
+/// What a static status of a bridge module changes, on one bare row: names, places in lists, filters and
+/// texts of buttons.
+std::vector<double> bareControlTimes(const BareRow &row)
+{
+    const auto labels = row.findChildren<QLabel *>(QRegularExpression(QStringLiteral("Vers")));
+    const auto lists = row.findChildren<QComboBox *>();
+    const auto boxes = row.findChildren<QSpinBox *>();
+    const auto offsets = row.findChildren<QPushButton *>(QStringLiteral("pushButton_ManualOffset"));
+    for (QComboBox *list : lists)
+        list->addItems({QStringLiteral("120 Full"), QStringLiteral("350 Full"), QStringLiteral("1000 Full")});
+    for (QSpinBox *box : boxes)
+        box->setMaximum(1 << 20);
+    std::vector<double> times;
+    for (int round = 0; round < kRounds; ++round) {
+        const QString text = QString::number(1000 + round);
+        times.push_back(measureMs([&] {
+            for (QLabel *label : labels)
+                label->setText(text);
+            for (QComboBox *list : lists)
+                list->setCurrentIndex(round % 3);
+            for (QSpinBox *box : boxes)
+                box->setValue(1000 + round);
+            for (QPushButton *offset : offsets)
+                offset->setText(text);
+        }));
+        QCoreApplication::processEvents();
+    }
+    return times;
+}
+
+/// Values and red letters in the spin boxes of bare rows.
+std::vector<double> bareSpinBoxTimes(const BareChain &bare)
+{
+    QList<QSpinBox *> boxes;
+    for (const BareRow *row : bare.rows())
+        boxes << row->findChildren<QSpinBox *>();
+    for (QSpinBox *box : boxes)
+        box->setMaximum(1 << 20);
+    std::vector<double> times;
+    for (int round = 0; round < kGestureRounds; ++round) {
+        times.push_back(measureMs([&] {
+            for (QSpinBox *box : boxes) {
+                box->setValue(3000 + round);
+                box->setStyleSheet(channelstyles::sent());
+            }
+        }));
+        for (QSpinBox *box : boxes)
+            box->setStyleSheet(channelstyles::confirmed());
         QCoreApplication::processEvents();
     }
     return times;
@@ -174,7 +247,15 @@ std::vector<double> bareLabelTimes(const QVector<quint8> &types)
 void measureStatuses()
 {
     const QVector<quint8> types = typesInTurn();
-    const std::vector<double> bare = bareLabelTimes(types);
+    std::vector<double> bareLabels;
+    std::vector<double> bareButtons;
+    std::vector<double> bareControls;
+    {
+        const BareChain bare(types);
+        bareLabels = bareLabelTimes(bare);
+        bareButtons = bareButtonTimes(bare);
+        bareControls = bareControlTimes(*bare.rows().front());
+    }
     Chain chain(types);
     std::vector<double> fast;
     std::vector<double> autozero;
@@ -192,16 +273,18 @@ void measureStatuses()
         single.push_back(chain.staticMs(1 + round % kModules, round / kModules + round % 2));
         QCoreApplication::processEvents();
     }
-    std::printf("the same texts on %d bare rows: median %.2f ms, worst %.2f ms\n", kModules, medianMs(bare),
-                worstMs(bare));
-    print("fast status to 128 modules", fast, kFastLimitMs);
-    print("fast status in which all Auto Zeros begin or end", autozero, kGapLimitMs);
-    print("static status of one of 128 modules", single, kStaticLimitMs);
+    report("fast status to 128 modules", fast, kFastLimitMs, "the same texts on bare rows", bareLabels);
+    report("fast status in which all Auto Zeros begin or end", autozero, kGapLimitMs,
+           "the same colours on bare buttons", bareButtons);
+    report("static status of one of 128 modules", single, kStaticLimitMs, "as many values in one bare row",
+           bareControls);
 }
 
 void measureGesture()
 {
-    Chain chain(QVector<quint8>(kModules, wireCode(ModuleType::StrainGauge)));
+    const QVector<quint8> types(kModules, wireCode(ModuleType::StrainGauge));
+    const std::vector<double> bare = bareSpinBoxTimes(BareChain(types));
+    Chain chain(types);
     auto *box = chain.row(1)->findChild<QSpinBox *>(QStringLiteral("filterSpinBox"));
     std::vector<double> times;
     for (int round = 0; round < kGestureRounds; ++round) {
@@ -214,7 +297,8 @@ void measureGesture()
         chain.confirmAll(round);
         QCoreApplication::processEvents();
     }
-    print("filter gesture to 256 channels of 128 modules", times, kGapLimitMs);
+    report("filter gesture to 256 channels of 128 modules", times, kGapLimitMs,
+           "the same value and colour in bare boxes", bare);
 }
 
 } // namespace

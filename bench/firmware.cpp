@@ -8,6 +8,7 @@
 #include "firmware/firmwareimage.h"
 #include "firmware/firmwareupdate.h"
 #include "measuring.h"
+#include "number.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -23,6 +24,7 @@ namespace {
 constexpr int kBytesPerSecond = 10472; // 115200 bit/s, 11 bits a byte
 constexpr double kLimit = 1.03;
 constexpr double kBlocksPerSecond = 2000;
+constexpr double kClickLimitMs = 30; ///< as long as the event loop may be held up
 constexpr int kFileSize = 300000;
 constexpr firmwareimage::Target kTarget{1, 2};
 const char kImageFile[] = "analog-fpga2.bin";
@@ -103,19 +105,19 @@ void measurePaced()
 {
     const Run run = flash({QStringLiteral("--pace"), QString::number(kBytesPerSecond)});
     const double wire = static_cast<double>(run.bytes) / kBytesPerSecond;
-    std::printf(
-        "flashing of %d bytes, %d commands: %.3f s, %lld bytes, bare wire time %.3f s, ratio %.4f (limit "
-        "%.2f)\n",
-        kFileSize, run.commands, run.seconds, static_cast<long long>(run.bytes), wire, run.seconds / wire,
-        kLimit);
+    Number("flashing of " + std::to_string(kFileSize) + " bytes at 115200 bit/s", run.seconds, "s")
+        .beside("bare wire time of the same bytes", wire)
+        .ratioAtMost(kLimit)
+        .report();
 }
 
 void measureUnpaced()
 {
     const Run run = flash({});
     const int blocks = (kFileSize + firmwareimage::kBlockSize - 1) / firmwareimage::kBlockSize;
-    std::printf("flashing without a limit of the link: %d blocks in %.3f s, %.0f blocks/s (at least %.0f)\n",
-                blocks, run.seconds, blocks / run.seconds, kBlocksPerSecond);
+    Number("flashing over a link without a limit", blocks / run.seconds, "blocks/s")
+        .atLeast(kBlocksPerSecond)
+        .report();
 }
 
 /// The whole program takes a file; debug lines are made and dropped.
@@ -135,7 +137,9 @@ void measureClick(int size)
     const auto before = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     const double ms = measureMs([&update] { update.Slot_UpdateOrAbortFirmw(); });
     qInstallMessageHandler(before);
-    std::printf("start of flashing %d bytes: %.0f ms\n", size, ms);
+    Number("click that starts flashing of " + std::to_string(size) + " bytes", ms, "ms")
+        .atMost(kClickLimitMs)
+        .report();
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // one go: for this time the window stands still.
 
 #include "measuring.h"
+#include "number.h"
 #include "reports/overviewhtml.h"
 #include "reports/pdfdocument.h"
 #include "reports/protocolhtml.h"
@@ -11,9 +12,12 @@
 #include "reports/workbook.h"
 #include "widgetbench.h"
 
-#include <QFileInfo>
+#include <QPdfWriter>
 #include <QTemporaryDir>
+#include <QTextDocument>
 #include <cstdio>
+#include <functional>
+#include <xlsxwriter.h>
 
 namespace {
 
@@ -59,20 +63,56 @@ bool isEveryModule(int)
     return true;
 }
 
-/// `make` writes the report to the device and returns whether it did.
-void measureReport(const char *name, const std::function<bool(QIODevice &)> &make)
+using Step = std::function<void(const QString &path)>;
+
+std::vector<double> timesOf(const Step &step)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("report"));
-    bool isSaved = true;
     std::vector<double> times;
     for (int round = 0; round < kRounds; ++round)
-        times.push_back(measureMs([&] { isSaved = saveReport(path, make) && isSaved; }));
-    std::printf("%s of a chain of %d modules (%lld bytes%s): first %.0f ms, median %.0f ms, worst %.0f ms "
-                "(limit %.0f "
-                "ms)\n",
-                name, kModules, QFileInfo(path).size(), isSaved ? "" : ", NOT SAVED", times.front(),
-                medianMs(times), worstMs(times), kLimitMs);
+        times.push_back(measureMs([&] { step(path); }));
+    return times;
+}
+
+/// `make` writes the report to the device and returns whether it did.
+void measureReport(const char *name, const std::function<bool(QIODevice &)> &make, const char *bareName,
+                   const Step &bare)
+{
+    const std::vector<double> times = timesOf([&make](const QString &path) {
+        if (!saveReport(path, make))
+            qFatal("A report could not be saved.");
+    });
+    Number(name + (" of a chain of " + std::to_string(kModules)) + " modules", medianMs(times), "ms")
+        .worst(worstMs(times))
+        .atMost(kLimitMs)
+        .beside(bareName, medianMs(timesOf(bare)))
+        .report();
+}
+
+void measurePdf(const char *name, const std::function<QString()> &html, PdfFlow flow)
+{
+    measureReport(
+        name, [&](QIODevice &file) { return writePdf(file, html(), flow, QString()); },
+        "bare text document of the same HTML",
+        [text = html()](const QString &path) {
+            QPdfWriter writer(path);
+            QTextDocument document;
+            document.setHtml(text);
+            document.print(&writer);
+        });
+}
+
+void writeBareWorkbook(const QString &path, const ReportSheet &sheet)
+{
+    lxw_workbook *book = workbook_new(path.toUtf8().constData());
+    lxw_worksheet *page = workbook_add_worksheet(book, nullptr);
+    for (const ReportSheet::Row &row : sheet.rows) {
+        for (int i = 0; i < row.values.size(); ++i)
+            worksheet_write_string(page, static_cast<lxw_row_t>(row.number), static_cast<lxw_col_t>(i),
+                                   row.values.at(i).toUtf8().constData(), nullptr);
+    }
+    workbook_close(book);
 }
 
 void measure()
@@ -80,16 +120,20 @@ void measure()
     const StatusStore store = fullStore();
     const ReportHead head{QStringLiteral("/reports/report.pdf"), QDateTime(QDate(2026, 1, 2), QTime(3, 4)),
                           QStringLiteral("1.1.62"), QStringLiteral("an OS")};
-    measureReport("overview PDF", [&](QIODevice &file) {
-        return writePdf(file, overviewHtml(store, isEveryModule, head), PdfFlow::PageByPage, QString());
-    });
-    measureReport("protocol PDF", [&](QIODevice &file) {
-        return writePdf(file, protocolHtml(store, 1, head), PdfFlow::OnePage, QString());
-    });
-    measureReport("XLSX", [&](QIODevice &file) {
-        const QByteArray bytes = workbook(reportSheet(store, isEveryModule, head));
-        return !bytes.isEmpty() && file.write(bytes) == bytes.size();
-    });
+    measurePdf(
+        "overview PDF", [&] { return overviewHtml(store, isEveryModule, head); }, PdfFlow::PageByPage);
+    measurePdf(
+        "protocol PDF of one module", [&] { return protocolHtml(store, 1, head); }, PdfFlow::OnePage);
+    measureReport(
+        "XLSX",
+        [&](QIODevice &file) {
+            const QByteArray bytes = workbook(reportSheet(store, isEveryModule, head));
+            return !bytes.isEmpty() && file.write(bytes) == bytes.size();
+        },
+        "bare workbook of the same cells",
+        [sheet = reportSheet(store, isEveryModule, head)](const QString &path) {
+            writeBareWorkbook(path, sheet);
+        });
 }
 
 } // namespace

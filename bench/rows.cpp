@@ -5,12 +5,12 @@
 #include "benchapplication.h"
 #include "loopgap.h"
 #include "measuring.h"
+#include "number.h"
 #include "protocol/communication.h"
 #include "simulatedchain.h"
 #include "widgetbench.h"
 
 #include <QTimer>
-#include <cstdio>
 
 namespace {
 
@@ -60,12 +60,26 @@ void measureRows()
         bare.push_back(bareRowsMs(types));
         rows.push_back(rowsFromStatusMs(bench.app(), status));
     }
-    std::printf("%d rows from a system status: %.1f ms, bare forms %.1f ms, ratio %.2f (limit %.2f)\n",
-                kModules, medianMs(rows), medianMs(bare), medianMs(rows) / medianMs(bare), kRowLimit);
+    Number(std::to_string(kModules) + " rows from a system status", medianMs(rows), "ms")
+        .worst(worstMs(rows))
+        .beside("bare forms of the same rows", medianMs(bare))
+        .ratioAtMost(kRowLimit)
+        .report();
+}
+
+double longestGapMs(std::chrono::milliseconds time)
+{
+    QEventLoop loop;
+    QTimer::singleShot(time, &loop, &QEventLoop::quit);
+    LoopGap gap;
+    gap.start();
+    loop.exec();
+    return gap.longestMs();
 }
 
 void measureGap()
 {
+    const double bareMs = longestGapMs(kPolling); // what the machine itself holds up
     const SimulatedChain chain(QStringLiteral("full128.chain"));
     BenchApplication bench("MainServer=127.0.0.1:" + QByteArray::number(chain.port()) +
                            "\r\nPORT1=COM5:115200,E,8,1\r\nMode=TCP\r\n");
@@ -74,12 +88,13 @@ void measureGap()
     QObject::connect(application.communication(), &Communication::stateInitialized, &loop, &QEventLoop::quit);
     loop.exec();
 
-    QTimer::singleShot(kPolling, &loop, &QEventLoop::quit);
-    LoopGap gap;
-    gap.start();
-    loop.exec();
-    std::printf("longest gap in the event loop while %d modules are polled: %.1f ms (limit %.0f ms)\n",
-                static_cast<int>(application.analogModules().size()), gap.longestMs(), kGapLimitMs);
+    const double ms = longestGapMs(kPolling);
+    Number("longest gap in the event loop, " + std::to_string(application.analogModules().size()) +
+               " modules polled",
+           ms, "ms")
+        .atMost(kGapLimitMs)
+        .beside("bare event loop for the same time", bareMs)
+        .report();
 }
 
 } // namespace

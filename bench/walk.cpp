@@ -2,6 +2,7 @@
 // time that the bytes themselves need on the wire.
 
 #include "countedsession.h"
+#include "number.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -32,9 +33,10 @@ int main(int argc, char *argv[])
     QObject::connect(&communication, &Communication::stateInitialized, &application, [&] {
         const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
         const double wire = static_cast<double>(session.bytes) / kBytesPerSecond;
-        std::printf(
-            "walk of %d modules: %.3f s, %lld bytes, bare wire time %.3f s, ratio %.4f (limit %.2f)\n",
-            modules, seconds, static_cast<long long>(session.bytes), wire, seconds / wire, kLimit);
+        Number("walk of " + std::to_string(modules) + " modules at 115200 bit/s", seconds, "s")
+            .beside("bare wire time of the same bytes", wire)
+            .ratioAtMost(kLimit)
+            .report();
         QCoreApplication::exit(0);
     });
     QTimer::singleShot(kPatience, &application, [] {
