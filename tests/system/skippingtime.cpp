@@ -73,7 +73,7 @@ SkippingTime::SkippingTime()
 
 QDateTime SkippingTime::now() const
 {
-    return m_start.addMSecs(nowMs());
+    return m_start.addMSecs(nowMs() + m_sleptMs);
 }
 
 Timer *SkippingTime::createTimer(QObject *parent)
@@ -122,4 +122,20 @@ void SkippingTime::skip(std::chrono::milliseconds by)
     }
     m_skippedMs += qMax<qint64>(0, end - nowMs());
     armTimers();
+}
+
+void SkippingTime::sleep(std::chrono::milliseconds by, Asleep timers)
+{
+    switch (timers) {
+    case Asleep::InTurn:
+        skip(by);
+        return;
+    case Asleep::Overdue:
+        m_skippedMs += by.count();
+        skip(std::chrono::milliseconds(0));
+        return;
+    case Asleep::Stopped:
+        m_sleptMs += by.count();
+        return;
+    }
 }

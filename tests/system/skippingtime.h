@@ -24,11 +24,22 @@ public:
     /// times, and each but once, as after a halt of the machine.
     void skip(std::chrono::milliseconds by);
 
+    /// What becomes of the timers while the machine sleeps: platforms differ in it.
+    enum class Asleep {
+        InTurn,  ///< as skip(): as if it had not slept but been halted each time a timer fell due
+        Overdue, ///< each that fell due fires once when it wakes up, and counts from then on
+        Stopped, ///< the sleep does not count; only the clock on the wall has moved
+    };
+
+    /// The machine sleeps for so long.
+    void sleep(std::chrono::milliseconds by, Asleep timers);
+
     static constexpr std::chrono::milliseconds kShort{500};
 
 private:
     friend class SkippingTimer;
 
+    /// The time that the timers know, since the start.
     qint64 nowMs() const { return (m_held ? m_heldAtMs : m_clock.elapsed()) + m_skippedMs; }
     class SkippingTimer *nextDue(qint64 end) const;
     void armTimers() const;
@@ -38,6 +49,7 @@ private:
     bool m_held = false;
     qint64 m_heldAtMs = 0;
     qint64 m_skippedMs = 0;
+    qint64 m_sleptMs = 0; ///< which the timers do not know of
     int m_skips = 0;
     QList<QPointer<class SkippingTimer>> m_timers;
 };
