@@ -44,8 +44,8 @@ void compare(QStringList *mismatches, const QString &place, const QWidget *contr
 
 } // namespace
 
-ChannelFixture::ChannelFixture()
-    : SystemFixture(LinkKind::Tcp)
+ChannelFixture::ChannelFixture(LinkKind kind)
+    : SystemFixture(kind)
 {
     usePatientTimeouts();
     periods.cyclic = std::chrono::milliseconds(4);

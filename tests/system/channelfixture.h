@@ -35,7 +35,7 @@ const QString kShuntActive =
 class ChannelFixture : public SystemFixture
 {
 public:
-    ChannelFixture();
+    explicit ChannelFixture(LinkKind kind = LinkKind::Tcp);
 
     /// Plugs the chain and starts the program; returns when the chain is read and the window is active. From
     /// then on the seconds pass by time.skip() only.
