@@ -1,0 +1,287 @@
+// What modules report of themselves: lists, indices, texts and live values. Each row shows what its module
+// said last, and a report of it can be written.
+
+#include "fuzzinput.h"
+#include "fuzztarget.h"
+#include "listsinput.h"
+#include "reports/channelsettings.h"
+#include "reports/htmltext.h"
+#include "reports/moduleline.h"
+#include "reports/protocolhtml.h"
+#include "reports/reporthead.h"
+#include "reports/statusstore.h"
+#include "sim/payloadlayout.h"
+#include "unit/modules/familymodule.h"
+
+#include <QApplication>
+#include <QRegularExpression>
+
+using fuzz::require;
+
+namespace {
+
+constexpr int kNumber = 3;       ///< of the module whose row it is
+constexpr int kPendingMs = 1000; ///< how long a change of the operator stands
+constexpr int kUnknownType = 77;
+
+void put(QByteArray &payload, int at, int width, const QByteArray &text)
+{
+    payload.replace(at, width, text.leftJustified(width, '\0', true));
+}
+
+/// The items in a list text, each closed by "$"; what follows the last one is none.
+QStringList itemsOf(const QString &text)
+{
+    QStringList items;
+    QString item;
+    for (const QChar character : text) {
+        if (character != QLatin1Char('$')) {
+            item.append(character);
+            continue;
+        }
+        items.append(item);
+        item.clear();
+    }
+    return items;
+}
+
+/// The list text of one channel: a universal module may join those of both.
+QString textOf(Channel channel, const QString &text, bool isUniversal)
+{
+    if (!isUniversal || text.count(QLatin1Char('#')) != 1)
+        return text;
+    const int cut = text.indexOf(QLatin1Char('#'));
+    return channel == Channel::A ? text.left(cut) : text.mid(cut + 1);
+}
+
+QString decimal(int hundredths, int decimals)
+{
+    const int scale = decimals == 2 ? 100 : 10;
+    const QString sign = hundredths < 0 ? QStringLiteral("-") : QString();
+    const int size = std::abs(hundredths);
+    return sign + QString::number(size / scale) + QLatin1Char('.') +
+           QString::number(size % scale).rightJustified(decimals, QLatin1Char('0'));
+}
+
+void checkHtml(const QString &text)
+{
+    static const QRegularExpression markup(QStringLiteral("[<>\"]|&(?!(amp|lt|gt|quot|nbsp|#[0-9]+);)"));
+    require(!htmlText(text).contains(markup), "a text of a module is no markup");
+}
+
+void checkReports(const Module_Status &status)
+{
+    StatusStore store;
+    require(store.setModule(status) == (status.moduleAddress < kReportAddresses), "an address has its place");
+    protocolHtml(store, status.moduleAddress, ReportHead());
+    moduleLine(store, status.moduleAddress);
+    const ModuleSettings settings = moduleSettings(status);
+    for (const ChannelSettings *channel : {&settings.a, &settings.b}) {
+        require(!channel->sensor || channel->sensors.contains(*channel->sensor), "a sensor is of the list");
+        require(!channel->range || channel->ranges.contains(*channel->range), "a range is of the list");
+    }
+    for (const QString *text : {&status.serialNumber, &status.sensorList, &status.rangeList, &status.offsetA})
+        checkHtml(*text);
+}
+
+/// One row, which is kept from input to input: making one takes longer than trying many inputs.
+class Row
+{
+public:
+    explicit Row(int type)
+        : m_type(type)
+        , m_module(type, kNumber)
+    {
+        if (type == kUnknownType)
+            m_module.controller->showAsUnknownModule();
+        m_module.begin();
+        m_soundRow = shown();
+    }
+
+    void take(fuzz::Input &input);
+
+    /// Whatever was reported, a sound report is shown as ever.
+    void finish()
+    {
+        m_module.time.advance(2 * kPendingMs);
+        m_sinceChangeMs = kPendingMs;
+        m_module.begin();
+        require(shown() == m_soundRow, "a sound report is shown, whatever came before");
+        m_module.takeSent();
+    }
+
+private:
+    QStringList shown() const
+    {
+        QStringList all{m_module.identification(), m_module.live()};
+        if (m_type != kUnknownType) {
+            all.append(m_module.names());
+            all.append(m_module.shownAll());
+            for (const Channel channel : kBothChannels) {
+                all.append(textsOf(*m_module.typeBox(channel)).join(QLatin1Char('|')));
+                all.append(textsOf(*m_module.rangeBox(channel)).join(QLatin1Char('|')));
+            }
+        }
+        return all;
+    }
+
+    static QStringList textsOf(const QComboBox &box)
+    {
+        QStringList texts;
+        for (int i = 0; i < box.count(); ++i)
+            texts.append(box.itemText(i));
+        return texts;
+    }
+
+    void takeStatus(const QByteArray &payload);
+    void takeLive(const QByteArray &entry);
+    void checkStrips(const Module_Status &status) const;
+    static void checkBox(const QComboBox &box, const QStringList &items, int index);
+
+    const int m_type;
+    FamilyModule m_module;
+    QStringList m_soundRow;
+    int m_sinceChangeMs = kPendingMs; ///< since the operator changed something
+};
+
+QByteArray statusPayload(fuzz::Input &input, int ownType)
+{
+    QByteArray payload(sim::kHeadSize, '\0');
+    payload[0] = char(sim::StaticStatusCode);
+    const bool isForeign = input.flag();
+    const quint8 type = input.u8();
+    payload.append(static_cast<char>(isForeign ? kNumber + 1 : kNumber));
+    payload.append('\0');
+    payload.append(static_cast<char>(type == 0 ? ownType : type));
+    return payload + input.longBlock();
+}
+
+QByteArray listsPayload(fuzz::Input &input, int ownType)
+{
+    QByteArray payload(sim::kModuleStatusSize, '\0');
+    payload[0] = char(sim::StaticStatusCode);
+    payload[sim::AddressAt] = char(kNumber);
+    payload[sim::TypeAt] = static_cast<char>(ownType);
+    for (const int at : {int(sim::BridgeAt), sim::BridgeAt + 1, int(sim::RangeAt), sim::RangeAt + 1})
+        payload[at] = static_cast<char>(input.u8());
+    put(payload, sim::SensorsAt, sim::kListTextSize, input.shortBlock());
+    put(payload, sim::RangesAt, sim::kListTextSize, input.shortBlock());
+    put(payload, sim::FilterAt, sim::kShortTextSize, input.shortBlock());
+    put(payload, sim::OffsetAt, sim::kShortTextSize, input.shortBlock());
+    return payload;
+}
+
+void Row::takeStatus(const QByteArray &payload)
+{
+    const Module_Status status = decodeModuleStatus(payload);
+    checkReports(status);
+    const QStringList before = shown();
+    m_module.take(status);
+    if (status.moduleAddress != kNumber) {
+        require(shown() == before, "a status of another module changes nothing");
+        return;
+    }
+    require(m_module.identification() == status.serialNumber + QLatin1Char('|') + status.hardwareVersion +
+                                             QLatin1Char('|') + status.firmware1Version + QLatin1Char('|') +
+                                             status.firmware2Version,
+            "the identification is shown");
+    if (status.moduleType == m_type && m_type != kUnknownType && m_sinceChangeMs >= kPendingMs)
+        checkStrips(status);
+}
+
+void Row::checkBox(const QComboBox &box, const QStringList &items, int index)
+{
+    require(textsOf(box) == items, "the list offers its items");
+    require(box.currentIndex() == (index < items.size() ? index : -1), "the item of the index is shown");
+}
+
+void Row::checkStrips(const Module_Status &status) const
+{
+    const bool isUniversal = m_type == 9;
+    for (const Channel channel : kBothChannels) {
+        const bool isA = channel == Channel::A;
+        checkBox(*m_module.typeBox(channel), itemsOf(textOf(channel, status.sensorList, isUniversal)),
+                 isA ? status.bridgeIndexA : status.bridgeIndexB);
+        checkBox(*m_module.rangeBox(channel), itemsOf(textOf(channel, status.rangeList, isUniversal)),
+                 isA ? status.rangeIndexA : status.rangeIndexB);
+        static const QRegularExpression digits(QStringLiteral("^[0-9]{1,9}$"));
+        const QString filter = isA ? status.filterA : status.filterB;
+        const QSpinBox &box = *m_module.filterBox(channel);
+        const int value = digits.match(filter).hasMatch() ? filter.toInt() : box.value();
+        require(box.value() == qBound(box.minimum(), value, box.maximum()), "the filter is shown");
+    }
+    require(m_module.sent.isEmpty(), "a status sends nothing");
+}
+
+void Row::takeLive(const QByteArray &entry)
+{
+    QByteArray payload(sim::kHeadSize + sim::kFastEntries * sim::kFastEntrySize, '\0');
+    payload.replace(sim::kHeadSize + kNumber * sim::kFastEntrySize, entry.size(), entry);
+    const auto entries = decodeFastModuleStatus(payload);
+    const QStringList before = m_module.live().split(QLatin1Char('|'));
+    m_module.controller->Slot_FastModuleStatus(QVariant::fromValue(entries));
+    const QStringList live = m_module.live().split(QLatin1Char('|'));
+    const Fast_Module_Status &own = entries.at(kNumber);
+    const QString volts = decimal(own.supplyVoltage, 2) + QStringLiteral(" V");
+    const QString celsius = decimal(own.temperature * 5 - 550, 1) + QStringLiteral(" °C");
+    require(live.at(0) == (own.supplyVoltageInvalid ? before.at(0) : volts), "the voltage is shown");
+    require(live.at(1) == (own.temperatureInvalid ? before.at(1) : celsius), "the temperature is shown");
+    require((live.at(2) == QLatin1String("O.K.")) == (own.moduleState == 0), "the self-test is shown");
+}
+
+void Row::take(fuzz::Input &input)
+{
+    using listsinput::Step;
+    switch (input.choice<Step>()) {
+    case Step::Status:
+        takeStatus(statusPayload(input, m_type));
+        break;
+    case Step::Lists:
+        takeStatus(listsPayload(input, m_type));
+        break;
+    case Step::Live:
+        takeLive(input.bytes(sim::kFastEntrySize));
+        break;
+    case Step::Change: {
+        const quint8 parameter = input.u8();
+        const int channel = 1 + input.u8() % 2;
+        if (m_type == kUnknownType)
+            break;
+        const auto parameters = m_module.parameters();
+        m_module.callSlot(parameters.at(parameter % parameters.size()), channel);
+        m_module.takeSent();
+        m_sinceChangeMs = 0;
+        break;
+    }
+    case Step::Wait: {
+        const int ms = input.u16() % (listsinput::kLongestWait + 1);
+        m_module.time.advance(ms);
+        m_module.takeSent(); // the status is fetched
+        m_sinceChangeMs += ms;
+        break;
+    }
+    case Step::Count:
+        break;
+    }
+}
+
+QVector<Row *> *rows = nullptr; // one for each type; they live until the process ends
+
+} // namespace
+
+void fuzz::begin(int &argc, char **argv)
+{
+    new QApplication(argc, argv);
+    rows = new QVector<Row *>;
+    for (const quint8 type : listsinput::kRowTypes)
+        rows->append(new Row(type));
+}
+
+void fuzz::tryInput(const QByteArray &bytes)
+{
+    Input input(bytes);
+    Row &row = *rows->at(input.u8() % rows->size());
+    while (!input.atEnd())
+        row.take(input);
+    row.finish();
+}
