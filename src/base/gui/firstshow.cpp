@@ -6,21 +6,23 @@
 
 namespace {
 
-/// A child of the widget that watches its window. The first show begins with making a window for the screen;
-/// the polish event is no sign of it, since what is hidden gets it as well.
-class FirstShowFilter : public QObject
+/// A child of the widget that waits for the first event of a type at the widget or its window.
+class FirstEvent : public QObject
 {
 public:
-    FirstShowFilter(QWidget &widget, std::function<void()> step)
+    using Step = std::function<void()>;
+
+    FirstEvent(QWidget &widget, QWidget &watched, QEvent::Type type, Step step)
         : QObject(&widget)
+        , m_type(type)
         , m_step(std::move(step))
     {
-        widget.window()->installEventFilter(this);
+        watched.installEventFilter(this);
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::WinIdChange) {
+        if (event->type() == m_type) {
             watched->removeEventFilter(this);
             deleteLater();
             m_step();
@@ -29,12 +31,21 @@ public:
     }
 
 private:
-    const std::function<void()> m_step;
+    const QEvent::Type m_type;
+    const Step m_step;
 };
 
 } // namespace
 
 void beforeFirstShow(QWidget &widget, const std::function<void()> &step)
 {
-    new FirstShowFilter(widget, step);
+    // The first show begins with making a window for the screen. Polishing is no sign of it: what is hidden
+    // is polished as well.
+    new FirstEvent(widget, *widget.window(), QEvent::WinIdChange, step);
+}
+
+void afterFirstPaint(QWidget &widget, const std::function<void()> &step)
+{
+    new FirstEvent(widget, widget, QEvent::Paint,
+                   [&widget, step] { QMetaObject::invokeMethod(&widget, step, Qt::QueuedConnection); });
 }

@@ -8,3 +8,7 @@ class QWidget;
 /// its size is computed for that. For what takes long and is needed only when the window is seen: most
 /// windows are made at the start of the program and stay hidden.
 void beforeFirstShow(QWidget &widget, const std::function<void()> &step);
+
+/// Runs the step once, soon after the widget was painted for the first time. For what the first look at it
+/// does not need.
+void afterFirstPaint(QWidget &widget, const std::function<void()> &step);

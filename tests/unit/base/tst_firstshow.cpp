@@ -17,6 +17,7 @@ private slots:
     void stepDoesNotRunWithTheParentOfItsWindow();
     void widgetMadeByTheStepIsShown();
     void widgetMayGoBeforeItIsShown();
+    void laterStepWaitsForTheFirstPaint();
 };
 
 void TstFirstShow::stepWaitsForTheFirstShow()
@@ -105,6 +106,28 @@ void TstFirstShow::widgetMayGoBeforeItIsShown()
     }
     QCoreApplication::processEvents();
     QCOMPARE(runs, 0);
+}
+
+void TstFirstShow::laterStepWaitsForTheFirstPaint()
+{
+    class Painted : public QWidget
+    {
+    public:
+        int paints = 0;
+
+    protected:
+        void paintEvent(QPaintEvent *) override { ++paints; }
+    };
+    Painted widget;
+    QList<int> paintsAtStep;
+    afterFirstPaint(widget, [&] { paintsAtStep << widget.paints; });
+    QCoreApplication::processEvents();
+    QCOMPARE(paintsAtStep, QList<int>());
+    widget.show();
+    QTRY_COMPARE(paintsAtStep, QList<int>{1});
+    widget.repaint();
+    QCoreApplication::processEvents();
+    QCOMPARE(paintsAtStep, QList<int>{1});
 }
 
 QTEST_MAIN(TstFirstShow)
