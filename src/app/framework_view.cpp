@@ -9,6 +9,7 @@
 #include "app/statusline.h"
 #include "app/versionnotice.h"
 #include "app/warningbox.h"
+#include "base/gui/firstshow.h"
 #include "base/timesource.h"
 #include "base/variantcast.h"
 #include "firmware/firmwareupdate.h"
@@ -98,7 +99,8 @@ void Framework_View::setUpForm()
 {
     m_ui->setupUi(this);
     setWindowTitle(tr("Torvex Configurator ") + QStringLiteral("(V%1)").arg(productVersion()));
-    setWindowIcon(applicationIcon());
+    setWindowIcon(smallApplicationIcon());
+    afterFirstPaint(*this, [this] { setWindowIcon(applicationIcon()); });
     m_bar = std::make_unique<ConnectionBar>(m_ui->centralWidget);
     m_statusLine = std::make_unique<StatusLine>(m_ui->statusBar, m_time);
     SetOfflineStatus();

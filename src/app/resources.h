@@ -8,3 +8,6 @@ void initResources();
 
 /// The program's icon in all its sizes.
 QIcon applicationIcon();
+
+/// The same without its large pictures, which take the most time to read.
+QIcon smallApplicationIcon();

@@ -38,6 +38,7 @@ private slots:
     void cleanup();
 
     void titleNamesTheVersion();
+    void iconGetsItsLargePicturesOnceItIsPainted();
     void onlyTheHeightIsResizable();
     void barStandsInItsOrder();
     void widgetsOfTheBarAreAsAgreed();
@@ -86,6 +87,14 @@ void TstFrameworkView::titleNamesTheVersion()
 {
     QCOMPARE(m->view->windowTitle(), QString("Torvex Configurator (V1.1.62)"));
     QVERIFY(!m->view->windowIcon().isNull());
+}
+
+void TstFrameworkView::iconGetsItsLargePicturesOnceItIsPainted()
+{
+    const QSize large(256, 256);
+    QVERIFY(!m->view->windowIcon().availableSizes().contains(large)); // the start does not wait for them
+    m->show();
+    QTRY_VERIFY(m->view->windowIcon().availableSizes().contains(large));
 }
 
 void TstFrameworkView::onlyTheHeightIsResizable()
