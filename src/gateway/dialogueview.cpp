@@ -1,5 +1,6 @@
 #include "gateway/dialogueview.h"
 
+#include "base/gui/firstshow.h"
 #include "base/gui/fonts.h"
 
 #include <QScrollBar>
@@ -21,7 +22,7 @@ int lineOf(const QTextCursor &cursor)
 DialogueView::DialogueView(QWidget *parent)
     : QPlainTextEdit(parent)
 {
-    setFont(fonts::console());
+    beforeFirstShow(*this, [this] { setFont(fonts::console()); }); // takes long to look up
     setReadOnly(true);
     setTabChangesFocus(true);
     setUndoRedoEnabled(false);
