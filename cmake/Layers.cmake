@@ -20,8 +20,13 @@ if(VX_SANITIZE)
   target_link_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE})
 endif()
 if(VX_COVERAGE)
-  target_compile_options(vx_options INTERFACE --coverage)
-  target_link_options(vx_options INTERFACE --coverage)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "scripts/coverage.py reads the counters of Clang: use the preset coverage")
+  endif()
+  # One file of counters for each program, which all its runs add to.
+  target_compile_options(vx_options INTERFACE -fcoverage-mapping
+    -fprofile-instr-generate=${CMAKE_BINARY_DIR}/profiles/%m.profraw)
+  target_link_options(vx_options INTERFACE -fprofile-instr-generate)
 endif()
 
 # vx_add_form(<target> <name>): lets the target include "ui_<name>.h", made of src/forms/<name>.ui. Not by AUTOUIC:
