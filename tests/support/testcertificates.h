@@ -2,6 +2,7 @@
 
 #include <QSslCertificate>
 #include <QSslKey>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /// A certificate with its private key.
@@ -21,11 +22,22 @@ public:
     /// Signed by the authority of this object. `subjectNames` as in "DNS:localhost,IP:127.0.0.1".
     CertifiedKey certified(const QString &subjectNames);
 
+    /// The same, but its time ended a day ago.
+    CertifiedKey expired(const QString &subjectNames);
+
     /// Has this authority, and no other, trusted wherever the default configuration is used.
     void trustAuthority() const;
 
 private:
-    CertifiedKey request(const QString &name, const QStringList &options);
+    QString nextServer();
+    QStringList requestWithKey(const QString &name) const; ///< what makes openssl ask for a certificate
+    QStringList validFromNow(const QString &name) const;   ///< and makes it give one at once
+    QStringList authority() const;                         ///< signs it
+    static QStringList subject(const QString &names);
+    CertifiedKey made(const QString &name) const;
+
+    QString keyFile(const QString &name) const { return path(name + QStringLiteral(".key")); }
+    QString certificateFile(const QString &name) const { return path(name + QStringLiteral(".crt")); }
     QString path(const QString &file) const { return m_folder.filePath(file); }
 
     QTemporaryDir m_folder;

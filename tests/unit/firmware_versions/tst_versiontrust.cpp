@@ -2,7 +2,9 @@
 #include "support/messagecatcher.h"
 #include "versionfixture.h"
 
+#include <QSslCertificate>
 #include <QSslConfiguration>
+#include <QSslError>
 #include <QSslSocket>
 #include <QtTest>
 #include <memory>
@@ -24,6 +26,7 @@ private slots:
     void initTestCase();
     void aServerThatCannotProveItselfGetsNoRequest_data();
     void aServerThatCannotProveItselfGetsNoRequest();
+    void aServerWhoseCertificateExpiredGetsNoRequest();
     void aServerWithAnOldEncryptionGetsNoRequest_data();
     void aServerWithAnOldEncryptionGetsNoRequest();
     void aRedirectIsNotFollowed_data();
@@ -62,6 +65,25 @@ void TstVersionTrust::aServerThatCannotProveItselfGetsNoRequest()
     check.time.advance(1000);
     const QStringList expected{kRequesting, kFailed};
     QTRY_COMPARE((check.time.advance(50), check.events), expected);
+    QVERIFY(log.lines().last().startsWith(QLatin1String("ERROR! \"SSL handshake failed")));
+    QVERIFY(happens([&server] { return server.openConnections() == 0; }));
+    QCOMPARE(server.connections(), 1);
+    QCOMPARE(server.requests(), QList<QByteArray>());
+}
+
+void TstVersionTrust::aServerWhoseCertificateExpiredGetsNoRequest()
+{
+    const CertifiedKey expired = m_certificates.expired(QStringLiteral("DNS:localhost,IP:127.0.0.1"));
+    const QList<QSslError> faults = QSslCertificate::verify({expired.certificate}, kLoopback);
+    QCOMPARE(faults.size(), 1); // and nothing else is wrong with it
+    QCOMPARE(faults.first().error(), QSslError::CertificateExpired);
+    HttpsServer server(expired);
+    server.setAnswer(kConfiguratorPath, {kGoodFile});
+    RecordedCheck check({kLoopback, server.serverPort()});
+    const MessageCatcher log;
+    check.checker.vxConfigRequest();
+    const QStringList expected{kRequesting, kFailed};
+    QCOMPARE(check.eventsLike(expected), expected);
     QVERIFY(log.lines().last().startsWith(QLatin1String("ERROR! \"SSL handshake failed")));
     QVERIFY(happens([&server] { return server.openConnections() == 0; }));
     QCOMPARE(server.connections(), 1);
