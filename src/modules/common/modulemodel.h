@@ -22,7 +22,6 @@ public:
     /// The record of channel 1 or 2; of any other number an empty one, with the model's own further text
     /// as its offset.
     ChannelRecord channel(int number) const;
-    const ChannelRecord &channel(Channel channel) const { return m_channels[indexOf(channel)]; }
     ChannelRecord &channel(Channel channel) { return m_channels[indexOf(channel)]; }
 
     QString name;
