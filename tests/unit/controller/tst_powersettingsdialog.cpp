@@ -114,6 +114,7 @@ private slots:
     void acceptedProtectionIsSent_data();
     void acceptedProtectionIsSent();
     void acceptedFirstEntryIsSentWithoutAChoice();
+    void okWithoutAnEntrySendsNothing();
     void leavingOtherwiseSendsNothing_data();
     void leavingOtherwiseSendsNothing();
     void dialogBeginsAnewEachTime();
@@ -344,6 +345,17 @@ void TstPowerSettingsDialog::acceptedFirstEntryIsSentWithoutAChoice()
     OpenDialog o;
     o.click(QDialogButtonBox::Ok);
     QCOMPARE(o.row.takeSettings(), QStringList{QStringLiteral("1 0x30 0")});
+}
+
+void TstPowerSettingsDialog::okWithoutAnEntrySendsNothing()
+{
+    OpenDialog o;
+    o.box()->setCurrentIndex(-1);
+    const MessageCatcher log;
+    o.click(QDialogButtonBox::Ok);
+    QVERIFY(!o.dialog || !o.dialog->isVisible());
+    QCOMPARE(o.row.takeSettings(), kNothing);
+    QVERIFY(!log.containsText(QStringLiteral("user selected")));
 }
 
 void TstPowerSettingsDialog::leavingOtherwiseSendsNothing_data()

@@ -45,6 +45,7 @@ private slots:
     void cellClickSendsMarksAndTells_data();
     void cellClickSendsMarksAndTells();
     void clickMarksThenSendsThenTells();
+    void handlerWithoutASenderDoesNothing();
     void markedCellClickedAgainIsSentAgain();
     void onlyOneCellIsMarked();
     void deadCellCannotBeClicked();
@@ -99,6 +100,16 @@ void TstGatewayZrtTable::clickMarksThenSendsThenTells()
     const ClickRecorder recorder(p, "8,1250");
     p.click("8,1250");
     QCOMPARE(recorder.order, (QStringList{"marked", "sent", "told"}));
+}
+
+void TstGatewayZrtTable::handlerWithoutASenderDoesNothing()
+{
+    GatewayPanel p;
+    const QSignalSpy told(p.dialog.get(), &GatewayZRT::Signal_SetVXsamplingRate);
+    p.dialog->handleBtnClick();
+    QCOMPARE(p.takeLines(), QByteArray());
+    QCOMPARE(told.count(), 0);
+    QCOMPARE(p.marked(), QString());
 }
 
 void TstGatewayZrtTable::markedCellClickedAgainIsSentAgain()

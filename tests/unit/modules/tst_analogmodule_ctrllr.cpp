@@ -238,6 +238,9 @@ void TstAnalogModuleCtrllr::setUpOperationsOfTheOwnFamilyAct()
         Module module(QByteArray(QTest::currentDataTag()).toInt());
         ModuleDevice_Ctrllr &controller = *module.controller;
         const auto index = static_cast<std::size_t>(operation - 1);
+        (controller.*setups.at(index))(3, setup); // there is no such channel
+        for (const int channel : {1, 2})
+            QCOMPARE(controller.GetData()->channel(channel).gainList.size(), 0);
         (controller.*setups.at(index))(2, setup);
         QCOMPARE(controller.GetData()->channel(2).gainList.size(), own ? 2 : 0);
         QCOMPARE(controller.GetData()->channel(2).filterMax, own ? 2 : family == 3 ? 32 : 999999999);

@@ -59,6 +59,8 @@ private slots:
     void okGivesAllFourGroups();
     void okTwiceGivesTheSameText();
     void okHidesTheBox();
+    void okWithAGroupWithoutChoiceGivesNothing_data();
+    void okWithAGroupWithoutChoiceGivesNothing();
     void groupsAreIndependent();
     void returnConfirmsOnce();
     void escapeConfirmsNothing();
@@ -305,6 +307,35 @@ void TstComConfigBox::okHidesTheBox()
     QTest::mouseClick(ok(), Qt::LeftButton);
     QVERIFY(wasVisible);
     QVERIFY(!m_box->isVisible());
+}
+
+void TstComConfigBox::okWithAGroupWithoutChoiceGivesNothing_data()
+{
+    QTest::addColumn<QString>("checked");
+    QTest::addColumn<QString>("complaint");
+    QTest::newRow("baud") << "115200"
+                          << "Baud Rate not Parsed";
+    QTest::newRow("parity") << "EVEN"
+                            << "Error in parsing Parity";
+    QTest::newRow("data bits") << "8 bits"
+                               << "Error in parsing data bits";
+    QTest::newRow("stop bits") << "1 bit"
+                               << "Error in parsing Stop Bit";
+}
+
+void TstComConfigBox::okWithAGroupWithoutChoiceGivesNothing()
+{
+    QFETCH(QString, checked);
+    QFETCH(QString, complaint);
+    show();
+    QRadioButton *chosen = button(checked);
+    chosen->setAutoExclusive(false);
+    chosen->setChecked(false);
+    const MessageCatcher log;
+    QTest::mouseClick(ok(), Qt::LeftButton);
+    QCOMPARE(m_configurations.size(), 0);
+    QVERIFY(!m_box->isVisible());
+    QVERIFY2(log.containsText(complaint), qPrintable(log.lines().join(QLatin1Char('\n'))));
 }
 
 void TstComConfigBox::groupsAreIndependent()
