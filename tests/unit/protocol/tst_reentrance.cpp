@@ -39,6 +39,8 @@ private slots:
     void reopeningWhenTheLinkIsLostAsItOpens();
     void reopeningWhenTheInitialisationTimesOut();
     void reopeningWhenTheLinkIsLostInATimeout();
+    void reopeningWhenFirmwareCommandsAreDropped_data();
+    void reopeningWhenFirmwareCommandsAreDropped();
     void openingTheOtherLinkWhileOneOpens();
     void closingTheLinkKeepsTheFrameInHand();
     void payloadOfTheCallerMayBeEmptied();
@@ -264,6 +266,24 @@ void TstReentrance::reopeningWhenTheLinkIsLostInATimeout()
     s->time.advance(3800);
     QCOMPARE(s->sent(), QList<QByteArray>{kSystemRequest});
     QCOMPARE(s->takeEvents().count(QStringLiteral("CleanSlate")), 1);
+}
+
+void TstReentrance::reopeningWhenFirmwareCommandsAreDropped_data()
+{
+    causes();
+}
+
+void TstReentrance::reopeningWhenFirmwareCommandsAreDropped()
+{
+    QFETCH(QString, reason);
+    s->bringTo(SessionState::Cyclic);
+    s->comm->Slot_FirmwareCommands(SessionFixture::firmware(1));
+    once(&Communication::firmwareCommandsDropped, [this] { reopen(); });
+    cause(reason);
+    QCOMPARE(s->sent().count(kSystemRequest), 1); // of the session that the receiver began
+    QCOMPARE(s->comm->state(), SessionState::SystemStatusAwaited);
+    s->reply(device::systemStatus({}, true));
+    QCOMPARE(s->comm->state(), SessionState::ModuleWalk);
 }
 
 void TstReentrance::openingTheOtherLinkWhileOneOpens()

@@ -1,9 +1,11 @@
+#include "modules/widgets/changemoduletype.h"
 #include "protocol/communication.h"
 #include "protocol/records/fastsystemstatus.h"
 #include "protocol/records/fpgafwcommand.h"
 #include "protocol/records/systemstatus.h"
 #include "settings/portlister.h"
 #include "support/appfixture.h"
+#include "support/childbyname.h"
 #include "support/messagecatcher.h"
 
 #include <QCheckBox>
@@ -29,13 +31,14 @@ private slots:
     void firmwareFileIsRemembered();
     void firmwareCommandsAreQueuedSentAndCleared();
     void systemResetGoesOut();
+    void sensorSupplyGoesOut();
     void fastStatusIsRepeatedByTheWindow();
     void queuedWorkShowsAsBusy();
     void framesLightTheLamps();
     void rateChangeReachesTheController();
 
 private:
-    void openSerialLink();
+    void openSerialLink(const QByteArray &types = QByteArray("\x01"));
     QColor lampColour(const char *name) const
     {
         return m_fixture->child<QLineEdit>(name)->palette().color(QPalette::Base);
@@ -54,10 +57,10 @@ void TstWiring::init()
     m_fixture->start();
 }
 
-/// A chain of one module, read and polled.
-void TstWiring::openSerialLink()
+/// A chain of these modules, read and polled.
+void TstWiring::openSerialLink(const QByteArray &types)
 {
-    m_fixture->serial->script = device::chain(QByteArray("\x01"), false);
+    m_fixture->serial->script = device::chain(types, false);
     for (int turn = 0; turn < 200 && session()->state() != SessionState::Cyclic; ++turn)
         m_fixture->time.advance(50);
     m_fixture->time.advance(1000);
@@ -145,6 +148,20 @@ void TstWiring::systemResetGoesOut()
     emit m_fixture->window()->Signal_SystemReset();
     m_fixture->time.advance(1100);
     QVERIFY(m_fixture->serial->takePayloads().contains(QByteArray("\x2B\x00\x00\x00\x00\x00\x00", 7)));
+}
+
+void TstWiring::sensorSupplyGoesOut()
+{
+    openSerialLink(QByteArray("\x01\x09"));
+    auto *dialog = m_fixture->window()->findChild<ChangeModuleType *>();
+    QVERIFY(dialog);
+    dialog->Slot_Channel({QStringLiteral("Voltage"), QStringLiteral("Voltage"), QStringLiteral("4")});
+    childByName<QLineEdit>(dialog, "VoltValEditBox")->setText(QStringLiteral("15.0"));
+    childByName<QCheckBox>(dialog, "supplyVoltCheckBx")->setChecked(true);
+    dialog->VoltageCheckBoxClicked(); // the control itself is locked
+    m_fixture->time.advance(1100);
+    const QByteArray fourthChannelTo15V("\x1C\x00\x00\x00\x04\x01\x78", 7);
+    QCOMPARE(m_fixture->serial->takePayloads().count(fourthChannelTo15V), 1);
 }
 
 void TstWiring::fastStatusIsRepeatedByTheWindow()
