@@ -62,6 +62,13 @@ class Coverage(unittest.TestCase):
             counts = coverage.without_generated({pathlib.Path("a.h"): {3: 0, 4: 0}}, sources)
         self.assertEqual({pathlib.Path("a.h"): {4: 0}}, counts)
 
+    def test_a_source_that_became_shorter_is_not_taken(self):
+        with tempfile.TemporaryDirectory() as folder:
+            sources = pathlib.Path(folder)
+            (sources / "a.cpp").write_text("int a = 1;\n")
+            with self.assertRaises(SystemExit):
+                coverage.without_generated({pathlib.Path("a.cpp"): {2: 1}}, sources)
+
     def test_the_percentage_of_nothing_is_whole(self):
         self.assertEqual(100, coverage.percentage(0, 0))
         self.assertEqual(12.5, coverage.percentage(1, 8))
