@@ -111,6 +111,8 @@ void TstProgram::theProgramEndsWithItsDisplay()
     WAIT_COMPARE(m_program.state(), QProcess::NotRunning);
     QCOMPARE(m_program.exitStatus(), QProcess::NormalExit); // it did not crash
     QCOMPARE(m_program.exitCode(), 1);
+    const QByteArray output = m_program.readAll();
+    QVERIFY2(!output.contains("Sanitizer"), output);
 }
 
 QTEST_GUILESS_MAIN(TstProgram)
