@@ -27,8 +27,7 @@ constexpr int kAttempts = 7;
 constexpr double kStatusLimitMs = 2;
 constexpr double kGapLimitMs = 30;
 constexpr double kMemoryLimit = 50;
-constexpr int kConnectWaitMs = 50;     // agreed
-constexpr double kConnectLimitMs = 60; // the wait, and what is done around it
+constexpr double kConnectLimitMs = 60; // the agreed 50 ms of waiting, and what is done around it
 
 /// Differs from that of the round before in every text and in the marked cell.
 QByteArray statusLine(int round)
@@ -217,11 +216,7 @@ void measureSilence()
     std::vector<double> times;
     std::vector<double> bareTimes;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        QTcpSocket bare;
-        bareTimes.push_back(measureMs([&] {
-            bare.connectToHost(QHostAddress(QHostAddress::LocalHost), silent.port());
-            bare.waitForConnected(kConnectWaitMs);
-        }));
+        bareTimes.push_back(silent.bareAttemptMs());
         times.push_back(
             measureMs([&] { panel.link->Slot_connectToGateway(QStringLiteral("127.0.0.1"), port); }));
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "measuring.h"
+
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <sys/socket.h>
@@ -19,6 +21,17 @@ public:
     }
 
     quint16 port() const { return m_server.serverPort(); }
+
+    /// How long a bare socket waits here if it waits as long as the product may.
+    double bareAttemptMs() const
+    {
+        constexpr int kAgreedWaitMs = 50;
+        QTcpSocket bare;
+        return measureMs([&] {
+            bare.connectToHost(QHostAddress(QHostAddress::LocalHost), port());
+            bare.waitForConnected(kAgreedWaitMs);
+        });
+    }
 
 private:
     QTcpServer m_server;

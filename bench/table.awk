@@ -56,6 +56,8 @@ $1 == "number" {
 
 END {
     isRight = "|2|3|6|7|"
+    dashes = sprintf("%100s", "")
+    gsub(/ /, "-", dashes)
     for (row = 0; row <= rows; ++row) {
         line = ""
         for (column = 1; column <= columns; ++column)
@@ -63,8 +65,9 @@ END {
         sub(/ +$/, "", line)
         print line
         if (row == 0) {
-            gsub(/./, "-", line)
-            print line
+            for (column = 1; column <= columns; ++column)
+                printf "%s  ", substr(dashes, 1, width[column])
+            print ""
         }
     }
     printf "%d of %d rows miss an agreed limit, %d an aim; %d programs failed.\n", missed[0], rows, missed[1], failed
