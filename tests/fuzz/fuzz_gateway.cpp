@@ -14,6 +14,9 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <cmath>
+#include <cstdlib>
 
 using fuzz::require;
 using gateway::Status;
@@ -22,6 +25,9 @@ namespace {
 
 const char kLine[] = "#S;;1.07;2;;3;2500;16;TCP-C;L;18;192.168.0.22;5675;2s;;;;123;41.5;33.25;;;;;;;;;60000;"
                      "1772440200;;2;1;2;SLAVE;-17;10;700;IENA-1\r\n";
+
+const char kRequest[] = "#?\r";
+constexpr int kPollMs = 1000;
 
 /// The texts of a line that are shown as they come: where they stand, what they are read into, and which
 /// field of the panel shows them.
@@ -57,6 +63,19 @@ QString latin1(const QByteArray &bytes)
     return QString::fromLatin1(bytes.constData(), bytes.size()); // zero bytes included
 }
 
+/// What makes a status line valid: a decimal number, with nothing but blanks around it.
+bool isAboveOne(const QByteArray &guard)
+{
+    static const QRegularExpression number(QStringLiteral(
+        "\\A[\\t-\\r \\x85\\xA0]*([+-]?(?:[0-9]+\\.?[0-9]*|\\.[0-9]+)(?:[eE][+-]?[0-9]+)?)[\\t-\\r "
+        "\\x85\\xA0]*\\z"));
+    const QRegularExpressionMatch match = number.match(latin1(guard));
+    if (!match.hasMatch())
+        return false;
+    const double value = std::strtod(match.captured(1).toLatin1().constData(), nullptr);
+    return std::isfinite(value) && value > 1;
+}
+
 /// What is read from the piece, which must be what stands in it.
 gateway::Reply checkedReply(const QByteArray &piece)
 {
@@ -66,11 +85,13 @@ gateway::Reply checkedReply(const QByteArray &piece)
     require(reply.isStatus || !reply.status, "only a status line has a status");
     require(reply.hasPrompt == (tag < 0 && piece.contains("]----")), "a prompt is seen");
     require(reply.hasNewAddress == (tag < 0 && piece.contains("[NEW IP ADDRESS")), "a new address is seen");
-    if (!reply.status)
+    if (!reply.isStatus)
         return reply;
     const QList<QByteArray> fields = fieldsOf(piece, tag);
+    require(reply.status.has_value() == isAboveOne(fields.at(3)), "a line is valid if its guard is above 1");
+    if (!reply.status)
+        return reply;
     const Status &status = *reply.status;
-    require(fields.at(3).trimmed().toDouble() > 1, "the guard of a valid line is above 1");
     for (const ShownText &shown : kShownTexts)
         require(status.*shown.member == latin1(fields.at(shown.field)), "a text is read");
     require(status.bitRate == latin1(fields.at(6)), "the bit rate is read");
@@ -103,7 +124,8 @@ public:
 
     void take(fuzz::Input &input);
 
-    /// Whatever happened, a new connection shows what its status line says. Leaves the connection.
+    /// Whatever happened, a new connection is asked for its status, and shows what it says. Leaves the
+    /// connection.
     void finish()
     {
         m_sock->connects = true;
@@ -111,9 +133,17 @@ public:
             m_panel->disconnctTCP();
         m_panel->Slot_tcpDisconnected();
         m_panel->Slot_loadTcpAddr(QStringLiteral("10.0.0.1"), QStringLiteral("23"));
-        m_panel->changeGatewayAddr(QString());
+        changeAddress(QString());
+        checkLines();
         m_panel->connectToTcp();
+        require(m_sock->IsConnected(), "the panel connects");
+        require(m_sock->frames.size() == 1 && isClock(m_sock->frames.first()), "and sets the clock");
+        takePiece("gateway]----");
+        m_sock->frames.clear();
+        m_time.advance(kPollMs);
+        require(m_sock->frames == QByteArrayList{kRequest}, "the status is asked for once a second");
         takePiece(kLine);
+        checkSoundLine();
         require(child<QLineEdit>("ipAddrBox")->text() == QLatin1String("10.0.0.1"), "the address is shown");
         m_panel->disconnctTCP();
         m_panel->Slot_tcpDisconnected();
@@ -135,13 +165,28 @@ private:
         qFatal("No widget is named %s", name);
     }
 
+    static bool isClock(const QByteArray &line)
+    {
+        return line.startsWith("#030_") && line.endsWith("000000\r");
+    }
+
+    /// A new address is followed once, when the gateway tells that it took it.
+    void changeAddress(const QString &address)
+    {
+        m_pendingAddress = address;
+        m_panel->changeGatewayAddr(address);
+    }
+
     void takePiece(QByteArray piece);
+    void checkAnswer(const gateway::Reply &reply, bool wasConnected);
+    void checkSoundLine() const;
     void checkShown(const Status &status) const;
     void checkLines();
     void operate(fuzz::Input &input);
 
     VirtualTime m_time;
-    FakeTcpSock *m_sock; // of the panel
+    QString m_pendingAddress; ///< empty if none is waited for
+    FakeTcpSock *m_sock;      // of the panel
     std::unique_ptr<GatewayZRT> m_panel;
     DialogueView *m_view; // these are children of the panel
     QList<QLineEdit *> m_texts;
@@ -155,12 +200,40 @@ void Panel::takePiece(QByteArray piece)
     const gateway::Reply reply = checkedReply(piece);
     const bool isConnected = m_sock->IsConnected();
     emit m_sock->messagePacket(piece);
-    require(m_sock->frames.size() <= (isConnected && reply.hasPrompt ? 1 : 0) + (reply.hasNewAddress ? 1 : 0),
-            "a piece is answered by a request if it has a prompt, and by a new connection with its clock");
+    checkAnswer(reply, isConnected);
     if (isConnected && reply.status)
         checkShown(*reply.status);
     require(m_view->document()->characterCount() <= DialogueView::kCharacters, "the dialogue is bounded");
     require(m_view->document()->blockCount() <= DialogueView::kLines, "its lines are bounded");
+}
+
+/// A prompt is answered by a request, a new address by a connection to it, which begins with its clock.
+void Panel::checkAnswer(const gateway::Reply &reply, bool wasConnected)
+{
+    const bool asks = wasConnected && reply.hasPrompt;
+    const bool follows = wasConnected && reply.hasNewAddress && !m_pendingAddress.isEmpty();
+    const bool setsClock = follows && m_sock->connects;
+    const QByteArrayList &lines = m_sock->frames;
+    require(lines.size() == int(asks) + int(setsClock), "each piece has its answer");
+    require(!asks || lines.first() == kRequest, "a prompt is answered by a request");
+    require(!setsClock || isClock(lines.last()), "a new connection begins with its clock");
+    require(m_sock->calls.count(QStringLiteral("connect")) == int(follows), "a new address is followed once");
+    require(!follows || m_sock->address == m_pendingAddress, "it is the one that was asked for");
+    if (follows)
+        m_pendingAddress.clear();
+}
+
+/// What the panel shows behind kLine, read in it by eye.
+void Panel::checkSoundLine() const
+{
+    const char *const texts[] = {"1.07",       "192.168.0.22", "5675", "41.5", "33.25",
+                                 "1772440200", "SLAVE",        "-17",  "10",   "700"};
+    for (int i = 0; i < m_texts.size(); ++i)
+        require(m_texts.at(i)->text() == QLatin1String(texts[i]), "a text of the sound line is shown");
+    require(m_serialNumber->text() == QLatin1String("000123"), "its serial number is shown");
+    const int choices[] = {4, 3, 2, 1, 1};
+    for (int i = 0; i < m_lists.size(); ++i)
+        require(m_lists.at(i)->currentIndex() == choices[i], "a choice of the sound line is shown");
 }
 
 void Panel::checkShown(const Status &status) const
@@ -219,7 +292,7 @@ void Panel::operate(fuzz::Input &input)
         m_panel->Slot_ServDetails(text, other);
         break;
     case 7:
-        m_panel->changeGatewayAddr(text);
+        changeAddress(text);
         break;
     case 8:
         m_panel->Slot_DispatchMinMax({text, other});

@@ -54,6 +54,38 @@ QString textOf(Channel channel, const QString &text, bool isUniversal)
     return channel == Channel::A ? text.left(cut) : text.mid(cut + 1);
 }
 
+/// The filter that a text tells: a whole number, or else 0.
+qint64 filterOf(const QString &text)
+{
+    constexpr qint64 kMost = 0xFFFFFFFF; // what is more is none that a module could have
+    static const QRegularExpression number(QStringLiteral("\\A\\+?([0-9]+)\\z"));
+    const QRegularExpressionMatch match = number.match(text.trimmed());
+    const QString digits = match.captured(1);
+    qint64 value = 0;
+    for (const QChar digit : digits) {
+        value = 10 * value + digit.digitValue();
+        if (value > kMost)
+            return 0;
+    }
+    return value;
+}
+
+QString functionName(quint8 code)
+{
+    switch (code) {
+    case 1:
+        return QStringLiteral("Strain Gauge");
+    case 2:
+        return QStringLiteral("Voltage");
+    case 3:
+        return QStringLiteral("IEPE/ICP\u00ae");
+    case 6:
+        return QStringLiteral("Potentiometer");
+    default:
+        return QStringLiteral("Unknown");
+    }
+}
+
 QString decimal(int hundredths, int decimals)
 {
     const int scale = decimals == 2 ? 100 : 10;
@@ -136,6 +168,9 @@ private:
     void takeStatus(const QByteArray &payload);
     void takeLive(const QByteArray &entry);
     void checkStrips(const Module_Status &status) const;
+    void checkOffset(Channel channel, const QString &offset) const;
+    void checkPolarity(Channel channel, bool isReversed) const;
+    void checkFunctions(const Module_Status &status) const;
     static void checkBox(const QComboBox &box, const QStringList &items, int index);
 
     const int m_type;
@@ -162,12 +197,14 @@ QByteArray listsPayload(fuzz::Input &input, int ownType)
     payload[0] = char(sim::StaticStatusCode);
     payload[sim::AddressAt] = char(kNumber);
     payload[sim::TypeAt] = static_cast<char>(ownType);
-    for (const int at : {int(sim::BridgeAt), sim::BridgeAt + 1, int(sim::RangeAt), sim::RangeAt + 1})
+    for (const int at : {int(sim::BridgeAt), sim::BridgeAt + 1, int(sim::RangeAt), sim::RangeAt + 1,
+                         int(sim::FunctionAt), sim::FunctionAt + 1, int(sim::PolarityAt)})
         payload[at] = static_cast<char>(input.u8());
     put(payload, sim::SensorsAt, sim::kListTextSize, input.shortBlock());
     put(payload, sim::RangesAt, sim::kListTextSize, input.shortBlock());
-    put(payload, sim::FilterAt, sim::kShortTextSize, input.shortBlock());
-    put(payload, sim::OffsetAt, sim::kShortTextSize, input.shortBlock());
+    for (const int at : {int(sim::FilterAt), sim::FilterAt + sim::kShortTextSize, int(sim::OffsetAt),
+                         sim::OffsetAt + sim::kShortTextSize})
+        put(payload, at, sim::kShortTextSize, input.shortBlock());
     return payload;
 }
 
@@ -204,13 +241,49 @@ void Row::checkStrips(const Module_Status &status) const
                  isA ? status.bridgeIndexA : status.bridgeIndexB);
         checkBox(*m_module.rangeBox(channel), itemsOf(textOf(channel, status.rangeList, isUniversal)),
                  isA ? status.rangeIndexA : status.rangeIndexB);
-        static const QRegularExpression digits(QStringLiteral("^[0-9]{1,9}$"));
-        const QString filter = isA ? status.filterA : status.filterB;
         const QSpinBox &box = *m_module.filterBox(channel);
-        const int value = digits.match(filter).hasMatch() ? filter.toInt() : box.value();
-        require(box.value() == qBound(box.minimum(), value, box.maximum()), "the filter is shown");
+        const qint64 filter = filterOf(isA ? status.filterA : status.filterB);
+        require(box.value() == qBound<qint64>(box.minimum(), filter, box.maximum()), "the filter is shown");
+        checkOffset(channel, isA ? status.offsetA : status.offsetB);
+        checkPolarity(channel, (status.revPolBits & (isA ? 1 : 2)) != 0);
     }
+    if (isUniversal)
+        checkFunctions(status);
     require(m_module.sent.isEmpty(), "a status sends nothing");
+}
+
+void Row::checkOffset(Channel channel, const QString &offset) const
+{
+    using P = ChannelParameter;
+    if (!m_module.has(P::ManualOffset))
+        return;
+    const QString colour =
+        offset == QLatin1String("Auto") ? QStringLiteral(" yellow") : QStringLiteral(" black");
+    require(m_module.shown(P::ManualOffset, channel) == offset + colour, "the offset is shown");
+}
+
+void Row::checkPolarity(Channel channel, bool isReversed) const
+{
+    using P = ChannelParameter;
+    if (!m_module.has(P::ReversePolarity))
+        return;
+    const QString picture = isReversed ? QStringLiteral("on black") : QStringLiteral("off unchecked");
+    require(m_module.shown(P::ReversePolarity, channel) == picture, "the polarity is shown");
+}
+
+/// What the channels of a universal module are called, and whether they have what only a bridge needs.
+void Row::checkFunctions(const Module_Status &status) const
+{
+    const QStringList names{QStringLiteral("Analog"), functionName(status.functionCodeA),
+                            functionName(status.functionCodeB)};
+    require(m_module.names() == names.join(QLatin1Char('|')), "the functions are shown");
+    for (const Channel channel : kBothChannels) {
+        const quint8 code = channel == Channel::A ? status.functionCodeA : status.functionCodeB;
+        const bool isBridge = !QByteArray("\x02\x03\x05\x06\x08").contains(static_cast<char>(code));
+        for (const char *name : {"pushButton_ManualOffset", "checkBox_Shunt_Pos", "checkBox_Shunt_Neg"})
+            require(m_module.button(channel, name)->isHidden() != isBridge,
+                    "the controls are those of the function");
+    }
 }
 
 void Row::takeLive(const QByteArray &entry)

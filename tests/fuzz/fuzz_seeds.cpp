@@ -219,10 +219,12 @@ bool writeLists(const QDir &root, const QList<QByteArray> &replies)
             input.choice(Step::Live).bytes(live).choice(Step::Change).u8(row).u8(1);
             folder.add(input.choice(Step::Wait).u16(1500));
         }
-        Output lists;
-        lists.u8(row).choice(Step::Lists).u8(1).u8(2).u8(0).u8(9);
-        lists.shortBlock("120$350$1000$#V$").shortBlock("1$2$#5$").shortBlock("2500").shortBlock("Auto");
-        folder.add(lists.choice(Step::Status).u8(1).u8(9).longBlock(QByteArray(545, 'x')));
+        for (const char *list : {"120$350$1000$#V$", "1$2$#3$#4$", "#", "$$", "1$2", "a b  $<i>&amp;$"}) {
+            Output lists;
+            lists.u8(row).choice(Step::Lists).u8(1).u8(2).u8(0).u8(9);
+            lists.shortBlock(list).shortBlock(list).shortBlock("2500").shortBlock("Auto");
+            folder.add(lists.choice(Step::Status).u8(1).u8(9).longBlock(QByteArray(545, 'x')));
+        }
     }
     return folder.isWritten();
 }

@@ -22,9 +22,10 @@ using replymodel::Event;
 
 namespace {
 
-constexpr int kLongestRecovery = 12000; ///< ms: three time-outs, for a session that also waits for its rates
-constexpr int kPollingTime = 2000;      ///< ms
-constexpr int kPolls = 3;               ///< the least number of requests in that time
+constexpr int kStep = 500;              ///< ms: a period of the polling
+constexpr int kPolls = 3;               ///< in a row: the device is followed again
+constexpr int kRecovery = 6000;         ///< ms: a time-out, a walk and the polls
+constexpr int kLongestRecovery = 12000; ///< ms: the same of a session that also waits for its rates
 
 device::Script soundDevice()
 {
@@ -116,24 +117,25 @@ public:
         m_tcp->connects = true;
         if (!m_comm.isCommunicationChannelOpen() || m_isOddlyLed)
             m_comm.OpenCommunicationChannel(settingsOf(Comm_Type::Serial));
-        passTime(kLongestRecovery);
-        require(m_comm.state() == SessionState::Cyclic, "a sound device is followed again");
-        takeSent();
-        passTime(kPollingTime);
-        require(takeSent() >= kPolls, "a sound device is polled");
+        const int limit = m_ratesWereAsked ? kLongestRecovery : kRecovery;
+        int polls = 0;
+        for (int passed = 0; polls < kPolls; passed += kStep) {
+            require(passed <= limit, "a sound device is followed and polled again");
+            takeSent();
+            passStep();
+            const bool isPolled = takeSent() > 0 && m_comm.state() == SessionState::Cyclic;
+            polls = isPolled ? polls + 1 : 0;
+        }
     }
 
 private:
-    /// With time for answers in between: each takes a turn of the event loop.
-    void passTime(int ms)
+    /// One period of the polling, with time for answers: each takes a turn of the event loop.
+    void passStep()
     {
-        constexpr int kStep = 250;
         constexpr int kTurns = 8;
-        for (int passed = 0; passed < ms; passed += kStep) {
-            m_time.advance(kStep);
-            for (int turn = 0; turn < kTurns; ++turn)
-                m_time.turn();
-        }
+        m_time.advance(kStep);
+        for (int turn = 0; turn < kTurns; ++turn)
+            m_time.turn();
     }
 
     CommLinks makeLinks()
@@ -174,8 +176,9 @@ private:
     bool m_takesReply = false;   ///< it is being taken
     bool m_isFollowed = true;    ///< no receiver acted: the model knows where the session stands
     bool m_isOddlyLed = false;   ///< by the operations that the program never uses
-    int m_cleanSlates = 0;       ///< told so far
-    QByteArray m_lastRequest;    ///< payload
+    bool m_ratesWereAsked = false;
+    int m_cleanSlates = 0;    ///< told so far
+    QByteArray m_lastRequest; ///< payload
     Event m_reactsTo = Event::Count;
     std::function<void()> m_reaction; ///< what a receiver of that does, once
 };
@@ -328,6 +331,7 @@ void Session::sendSystemCommand(fuzz::Input &input)
     case 0:
         m_comm.Slot_SendSamplingRates(QString::number(value), QString::number(first));
         m_model.wantRates();
+        m_ratesWereAsked = true;
         break;
     case 1:
         m_comm.Slot_SendVoltageSupply(first, second, third);
