@@ -5,8 +5,6 @@
 #include "firmware/versionrequest.h"
 
 #include <QDebug>
-#include <QNetworkAccessManager>
-#include <QNetworkProxy>
 #include <QNetworkReply>
 #include <utility>
 
@@ -118,18 +116,11 @@ void VersionChecker::firmwareReply(QNetworkReply *reply)
     }
 }
 
-VersionRequest *VersionChecker::newRequest(NetworkAccess &network, QPointer<VersionRequest> &latest)
+VersionRequest *VersionChecker::newRequest(WebAccess &web, QPointer<VersionRequest> &latest)
 {
-    if (!network) {
-        // Not with this object: it looks at all networks of the machine, which the start would wait for.
-        network = std::make_unique<QNetworkAccessManager>();
-        // A proxy found in the system's settings would have its name looked up by means that may delay the
-        // end.
-        network->setProxy(QNetworkProxy::NoProxy);
-    }
     if (latest)
         latest->drop(); // its answer would be stale, and the new request might wait for its connection
-    latest = new VersionRequest(m_time, m_hosts, *network, m_server, m_periods, this);
+    latest = new VersionRequest(m_time, m_hosts, web, m_server, m_periods, this);
     connect(latest, &VersionRequest::failed, this, &VersionChecker::reportFailedContact);
     return latest;
 }

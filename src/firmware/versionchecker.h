@@ -1,14 +1,13 @@
 #pragma once
 
 #include "firmware/versionserver.h"
+#include "firmware/webaccess.h"
 #include "link/hostlookup.h"
 
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <memory>
 
-class QNetworkAccessManager;
 class QNetworkReply;
 class Timer;
 class TimeSource;
@@ -63,9 +62,7 @@ signals:
     void firmwareFetch();
 
 private:
-    using NetworkAccess = std::unique_ptr<QNetworkAccessManager>;
-
-    VersionRequest *newRequest(NetworkAccess &network, QPointer<VersionRequest> &latest);
+    VersionRequest *newRequest(WebAccess &web, QPointer<VersionRequest> &latest);
     bool isContact(const QNetworkReply &reply);
     void reportFailedContact(const QString &error);
 
@@ -73,8 +70,8 @@ private:
     const VersionServer m_server;
     const VersionPeriods m_periods;
     HostLookup m_hosts;
-    NetworkAccess m_configuratorAccess;             ///< made with the first request
-    NetworkAccess m_firmwareAccess;                 ///< likewise
+    WebAccess m_configuratorAccess;
+    WebAccess m_firmwareAccess;
     QPointer<VersionRequest> m_configuratorRequest; ///< the latest one, a child
     QPointer<VersionRequest> m_firmwareRequest;     ///< likewise
     Timer *m_versionDelay;                          // child

@@ -4,7 +4,6 @@
 #include "link/hostlookup.h"
 
 #include <QDebug>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QSslConfiguration>
@@ -56,11 +55,11 @@ double seconds(std::chrono::milliseconds period)
 
 } // namespace
 
-VersionRequest::VersionRequest(TimeSource &time, HostLookup &hosts, QNetworkAccessManager &network,
+VersionRequest::VersionRequest(TimeSource &time, HostLookup &hosts, WebAccess &web,
                                const VersionServer &server, const VersionPeriods &periods, QObject *parent)
     : QObject(parent)
     , m_hosts(hosts)
-    , m_network(network)
+    , m_web(web)
     , m_server(server)
     , m_periods(periods)
     , m_lookUpTimer(time.createTimer(this))
@@ -123,7 +122,7 @@ void VersionRequest::sendToNextAddress()
     m_headTimer->start(m_periods.head);
     m_silenceTimer->start(m_periods.transfer);
     m_wholeTimer->start(m_periods.whole);
-    followReply(m_network.get(requestTo(address, namedUrl(m_server, m_path))));
+    followReply(m_web.network().get(requestTo(address, namedUrl(m_server, m_path))));
 }
 
 void VersionRequest::followReply(QNetworkReply *reply)
@@ -213,7 +212,7 @@ void VersionRequest::abortReply()
     m_reply->disconnect(this);
     m_reply->abort();
     if (mayHang)
-        m_network.clearConnectionCache();
+        m_web.renew();
 }
 
 void VersionRequest::leaveReply()

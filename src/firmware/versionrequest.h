@@ -8,10 +8,10 @@
 #include <QString>
 
 class HostLookup;
-class QNetworkAccessManager;
 class QNetworkReply;
 class Timer;
 class TimeSource;
+class WebAccess;
 
 /// One request for a file of the web server: finds the server's addresses, sends the request to the first of
 /// them at which somebody is, and gives up a server that is silent or busy for too long or sends too much.
@@ -24,20 +24,22 @@ public:
     /// A file of more bytes is not read.
     static constexpr qint64 kMaximumSize = qint64(1024) * 1024;
 
-    /// The time source, the look-up and the network access, to which the replies belong, must outlive the
-    /// object. The access must serve no other request until this one has ended.
-    VersionRequest(TimeSource &time, HostLookup &hosts, QNetworkAccessManager &network,
-                   const VersionServer &server, const VersionPeriods &periods, QObject *parent);
+    /// The time source, the look-up and the web access, to which the replies belong, must outlive the object.
+    /// The access must serve no other request until this one has ended.
+    VersionRequest(TimeSource &time, HostLookup &hosts, WebAccess &web, const VersionServer &server,
+                   const VersionPeriods &periods, QObject *parent);
     ~VersionRequest() override;
 
     /// Once in the life of the object, which deletes itself after one of its signals.
     void send(const QString &path);
 
-    /// Ends without a signal, and leaves the access without connections. Does nothing more after the end.
+    /// Ends without a signal, and leaves the access without a connection that may hang. Does nothing more
+    /// after the end.
     void drop();
 
 signals:
-    /// The server's answer is complete or has failed. The receiver deletes the reply (with `deleteLater()`).
+    /// The server's answer is complete or has failed. The receiver deletes the reply (with `deleteLater()`),
+    /// and does not keep it longer.
     void finished(QNetworkReply *reply);
 
     /// No request could be sent. `error` is text for the log.
@@ -64,7 +66,7 @@ private:
     void fail(const QString &error);
 
     HostLookup &m_hosts;
-    QNetworkAccessManager &m_network;
+    WebAccess &m_web;
     const VersionServer m_server;
     const VersionPeriods m_periods;
     Timer *m_lookUpTimer;  // child
