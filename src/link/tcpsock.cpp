@@ -12,6 +12,10 @@ namespace {
 
 constexpr int kReceiveBufferSize = 1250172;
 
+/// Each address gets as much, even if a busy machine has let the whole wait pass before its turn: the
+/// connection may be there and only has to be looked at.
+constexpr int kShortestLookMs = 10;
+
 } // namespace
 
 TcpSock::TcpSock(TimeSource &time, QObject *parent, std::chrono::milliseconds connectTimeout,
@@ -76,7 +80,7 @@ bool TcpSock::reach(const QString &host, quint16 port)
     const auto addresses = m_hosts.addressesWithin(m_connectTimeout, host);
     for (const QHostAddress &address : addresses) {
         m_socket->connectToHost(address, port, QIODevice::ReadWrite);
-        if (m_socket->waitForConnected(int(deadline.remainingTime())))
+        if (m_socket->waitForConnected(qMax(kShortestLookMs, int(deadline.remainingTime()))))
             return true;
         m_socket->abort();
     }

@@ -82,6 +82,7 @@ class TstTcpOptions : public TcpSockTest
 private slots:
     void aPeerThatDoesNotAnswerIsGivenUp();
     void theWaitForAnAnswerIsTheOneGiven();
+    void aConnectionThatIsThereIsTakenThoughTheWaitIsOver();
     void keepAliveIsOn();
     void keepAliveIsOnAfterConnectingAgain();
     void unacknowledgedBytesWaitAsLongAsKeepAliveDoes();
@@ -119,6 +120,14 @@ void TstTcpOptions::theWaitForAnAnswerIsTheOneGiven()
     clock.start();
     QVERIFY(!sock.connectToServer(loopback(), silent.number()));
     QVERIFY(clock.elapsed() >= 290);
+}
+
+void TstTcpOptions::aConnectionThatIsThereIsTakenThoughTheWaitIsOver()
+{
+    // As if the program had not had the processor for the whole wait.
+    TcpSock sock(m_time, nullptr, std::chrono::milliseconds(0));
+    QVERIFY(sock.connectToServer(loopback(), port()));
+    QVERIFY(sock.IsConnected());
 }
 
 void TstTcpOptions::keepAliveIsOn()
