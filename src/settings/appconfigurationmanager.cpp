@@ -13,6 +13,12 @@ const QLatin1String kFileName("/vxconfig.ini");
 const QLatin1String kBackupSuffix(".bak");
 const QLatin1String kDefaultPort("COM5");
 
+/// A file system that is asked for a path with a zero byte complains.
+bool canBePath(const QString &text)
+{
+    return !text.contains(QChar(QChar::Null));
+}
+
 template <typename... Handlers>
 struct Overloaded : Handlers...
 {
@@ -127,14 +133,16 @@ void AppConfigurationManager::handleReportDirectory(const QString &directory)
 {
     m_reportDirectory = directory;
     emit debugMessage(QStringLiteral("Default report:") + directory);
-    emit updatePath(directory);
+    if (canBePath(directory))
+        emit updatePath(directory);
 }
 
 void AppConfigurationManager::handleFirmwarePath(const QString &path)
 {
     m_firmwarePath = path;
     emit debugMessage(QStringLiteral("Firmwr File Path:") + path);
-    emit Signal_updateFwFilpth(path);
+    if (canBePath(path))
+        emit Signal_updateFwFilpth(path);
 }
 
 void AppConfigurationManager::StoreIniFile()

@@ -52,7 +52,8 @@ signals:
     /// shorter in a damaged file.
     void updateConfig(const QStringList &config);
 
-    /// The line of the folder for reports was read.
+    /// The line of the folder for reports was read. Not emitted for a value with a zero byte, which is kept
+    /// and told by debugMessage() as any other, but can be no path; nor is the next one.
     void updatePath(const QString &directory);
 
     /// The line of the last firmware file was read.

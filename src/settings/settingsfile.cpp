@@ -53,15 +53,6 @@ Line valueLine(const QString &line)
     return ValueLine{parts.at(1)};
 }
 
-/// No path has a zero byte, and a file system that is asked for one complains.
-template <typename PathLine>
-Line pathLine(const QString &line)
-{
-    if (line.contains(QChar(QChar::Null)))
-        return IgnoredLine();
-    return valueLine<PathLine>(line);
-}
-
 Line portLine(const QString &line)
 {
     static const QRegularExpression noWord(QStringLiteral("\\W+"),
@@ -186,8 +177,8 @@ Line classify(const QString &line)
         {kServerKey, addressLine<ServerLine>},
         {kPortKey, portLine},
         {kModeKey, valueLine<ModeLine>},
-        {kReportKey, pathLine<ReportDirectoryLine>},
-        {kFirmwareKey, pathLine<FirmwareLine>},
+        {kReportKey, valueLine<ReportDirectoryLine>},
+        {kFirmwareKey, valueLine<FirmwareLine>},
     };
     for (const Rule &rule : rules) {
         if (line.contains(QLatin1String(rule.key)))

@@ -65,8 +65,7 @@ struct FirmwareLine
     QString path;
 };
 
-/// A line that means nothing: no key in it, too few parts behind the key, or a zero byte in a line that names
-/// a path.
+/// A line that means nothing: no key in it, or too few parts behind the key.
 struct IgnoredLine
 {};
 

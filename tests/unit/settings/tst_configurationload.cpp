@@ -3,6 +3,22 @@
 #include <QDir>
 #include <QtTest>
 
+namespace {
+
+/// The two lines that name a path, each with what is told of it.
+void addPathLines()
+{
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("signal");
+    QTest::newRow("folder of the reports")
+        << QByteArray("FILE_DIR") << QStringLiteral("Default report:") << QStringLiteral("updatePath|");
+    QTest::newRow("firmware file") << QByteArray("FIRMWR_FILEPATH") << QStringLiteral("Firmwr File Path:")
+                                   << QStringLiteral("Signal_updateFwFilpth|");
+}
+
+} // namespace
+
 /// Reading the settings file.
 class TstConfigurationLoad : public ManagerFixture
 {
@@ -29,6 +45,10 @@ private slots:
     void portLineIsNotStored();
     void loadedValuesAreWrittenBack();
     void loadingTwiceTellsTwice();
+    void valueWithAZeroByteIsToldButNotAsAPath_data();
+    void valueWithAZeroByteIsToldButNotAsAPath();
+    void zeroByteOutsideThePathDoesNotHideIt_data();
+    void zeroByteOutsideThePathDoesNotHideIt();
     void binaryFileIsRead();
     void fileOfAnEarlierVersionBecomesUtf8();
 };
@@ -246,6 +266,46 @@ void TstConfigurationLoad::loadingTwiceTellsTwice()
     QCOMPARE(m_manager->loadIniFile(), 1);
     QCOMPARE(m_manager->loadIniFile(), 1);
     QCOMPARE(m_signals->lines().size(), 2);
+}
+
+void TstConfigurationLoad::valueWithAZeroByteIsToldButNotAsAPath_data()
+{
+    addPathLines();
+}
+
+void TstConfigurationLoad::valueWithAZeroByteIsToldButNotAsAPath()
+{
+    QFETCH(QByteArray, key);
+    QFETCH(QString, message);
+    for (const QByteArray &value : {QByteArray("/a\0b", 4), QByteArray("/a\0", 3), QByteArray("\0", 1)}) {
+        makeIni(key + '=' + value + "\r\n");
+        QCOMPARE(m_manager->loadIniFile(), 0);
+        const QString text = QString::fromLatin1(value.constData(), value.size());
+        QCOMPARE(m_signals->lines(), QStringList{QStringLiteral("debugMessage|") + message + text});
+        m_manager->StoreIniFile();
+        QVERIFY(readFile(iniPath()).contains(key + '=' + value + "\r\n"));
+        m_signals->clear();
+    }
+}
+
+void TstConfigurationLoad::zeroByteOutsideThePathDoesNotHideIt_data()
+{
+    addPathLines();
+}
+
+void TstConfigurationLoad::zeroByteOutsideThePathDoesNotHideIt()
+{
+    QFETCH(QByteArray, key);
+    QFETCH(QString, message);
+    QFETCH(QString, signal);
+    const QByteArray zero("\0", 1);
+    makeIni(zero + key + "=/a\r\n" + key + zero + "=/b\r\n" + key + "=/c=" + zero + "\r\n");
+    QCOMPARE(m_manager->loadIniFile(), 0);
+    QStringList expected;
+    for (const char *path : {"/a", "/b", "/c"})
+        expected << QStringLiteral("debugMessage|") + message + QLatin1String(path)
+                 << signal + QLatin1String(path);
+    QCOMPARE(m_signals->lines(), expected);
 }
 
 void TstConfigurationLoad::binaryFileIsRead()

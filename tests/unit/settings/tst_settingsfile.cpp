@@ -93,8 +93,6 @@ private slots:
     void lineOfAnEarlierVersionIsRead();
     void lineOfAnEarlierVersionIsReadInTheLocalEncoding();
     void zeroBytesStayInTheLine();
-    void pathWithAZeroByteMeansNothing_data();
-    void pathWithAZeroByteMeansNothing();
     void invalidUtf8DoesNotHideTheLine();
     void longestLineIsRead();
     void longerLineIsLeftOutAndTheNextIsRead_data();
@@ -344,22 +342,6 @@ void TstSettingsFile::zeroBytesStayInTheLine()
     QCOMPARE(meaning(lines.first()), QStringLiteral("mode|TCP") + QChar(0) + QStringLiteral("x|"));
 }
 
-void TstSettingsFile::pathWithAZeroByteMeansNothing_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::newRow("folder of the reports") << QStringLiteral("FILE_DIR=");
-    QTest::newRow("firmware file") << QStringLiteral("FIRMWR_FILEPATH=");
-}
-
-void TstSettingsFile::pathWithAZeroByteMeansNothing()
-{
-    QFETCH(QString, key);
-    const QString nothing = meaning(QString());
-    QVERIFY(meaning(key + QStringLiteral("/a")) != nothing);
-    for (const QString &path : {QStringLiteral("/a%1b"), QStringLiteral("%1"), QStringLiteral("/a%1")})
-        QCOMPARE(meaning(key + path.arg(QChar(QChar::Null))), nothing);
-}
-
 void TstSettingsFile::invalidUtf8DoesNotHideTheLine()
 {
     QCOMPARE(linesOf("\xff\xfe Mode=TCP").size(), 1);
@@ -424,22 +406,21 @@ void TstSettingsFile::garbageOfFiftyMegabytesIsRead()
 void TstSettingsFile::randomLinesAreClassified()
 {
     // Random mixtures of keys and separators; none may crash. Each is known by its first key, if it has as
-    // many separators as the lines of that key need, and no zero byte where it names a path.
+    // many separators as the lines of that key need.
     struct Key
     {
         QString text;
         QString kind;
         QString separators;
         int needed;
-        bool namesPath = false;
     };
     const QList<Key> keys = {
         {QStringLiteral("ZrtGateway"), QStringLiteral("gateway"), QStringLiteral("=:"), 2},
         {QStringLiteral("MainServer"), QStringLiteral("server"), QStringLiteral("=:"), 2},
         {QStringLiteral("PORT1"), QStringLiteral("port"), QString(), 0},
         {QStringLiteral("Mode"), QStringLiteral("mode"), QStringLiteral("="), 1},
-        {QStringLiteral("FILE_DIR"), QStringLiteral("report"), QStringLiteral("="), 1, true},
-        {QStringLiteral("FIRMWR_FILEPATH"), QStringLiteral("firmware"), QStringLiteral("="), 1, true}};
+        {QStringLiteral("FILE_DIR"), QStringLiteral("report"), QStringLiteral("="), 1},
+        {QStringLiteral("FIRMWR_FILEPATH"), QStringLiteral("firmware"), QStringLiteral("="), 1}};
     QStringList pieces = {QStringLiteral("="), QStringLiteral(":"), QString(QChar(0)),
                           QStringLiteral("\u00fc"), QStringLiteral("x")};
     for (const Key &key : keys)
@@ -458,7 +439,7 @@ void TstSettingsFile::randomLinesAreClassified()
         if (key != keys.end()) {
             const auto separators = std::count_if(line.begin(), line.end(),
                                                   [key](QChar c) { return key->separators.contains(c); });
-            if (separators >= key->needed && !(key->namesPath && line.contains(QChar(QChar::Null))))
+            if (separators >= key->needed)
                 expected = key->kind;
         }
         QVERIFY2(meaning(line).section(QLatin1Char('|'), 0, 0) == expected, qPrintable(line));
