@@ -128,7 +128,6 @@ void VersionRequest::sendToNextAddress()
 void VersionRequest::followReply(QNetworkReply *reply)
 {
     m_reply = reply;
-    m_isEncrypted = false;
     connect(reply, &QNetworkReply::encrypted, this, &VersionRequest::handleEncryption);
     connect(reply, &QNetworkReply::metaDataChanged, this, &VersionRequest::handleHead);
     connect(reply, &QNetworkReply::readyRead, this, &VersionRequest::handleData);
@@ -137,13 +136,12 @@ void VersionRequest::followReply(QNetworkReply *reply)
 
 void VersionRequest::handleEncryption()
 {
-    m_isEncrypted = true;
     m_addressTimer->stop();
 }
 
 void VersionRequest::handleHead()
 {
-    handleEncryption(); // a connection that is used again does not tell it
+    handleEncryption(); // a reply need not have told of it
     m_headTimer->stop();
     m_silenceTimer->start(m_periods.transfer);
 }
@@ -204,15 +202,11 @@ void VersionRequest::stopTimers()
         timer->stop();
 }
 
-/// The reply ends within the call, without telling this object. A connection that hangs before it is
-/// encrypted would outlive it, and the next request would hang with it.
+/// The reply ends within the call, without telling this object.
 void VersionRequest::abortReply()
 {
-    const bool mayHang = !m_isEncrypted && m_reply->isRunning();
     m_reply->disconnect(this);
     m_reply->abort();
-    if (mayHang)
-        m_web.renew();
 }
 
 void VersionRequest::leaveReply()
@@ -222,6 +216,7 @@ void VersionRequest::leaveReply()
     abortReply();
     m_reply->deleteLater();
     m_reply = nullptr;
+    m_web.renew();
 }
 
 void VersionRequest::giveUp()
@@ -235,6 +230,7 @@ void VersionRequest::end()
 {
     stopTimers();
     m_reply->disconnect(this);
+    m_web.renew();
     deleteLater();
     emit finished(std::exchange(m_reply, nullptr));
 }

@@ -77,5 +77,4 @@ private:
     QString m_path;
     QList<QHostAddress> m_addresses;  ///< those that have not been tried
     QNetworkReply *m_reply = nullptr; ///< the one under way
-    bool m_isEncrypted = false;       ///< its connection
 };

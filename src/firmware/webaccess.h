@@ -4,7 +4,8 @@
 #include <QObject>
 #include <functional>
 
-/// The way to the web for requests that follow each other: a network access, made when it is needed.
+/// The way to the web for requests that follow each other: a network access for each of them. One that served
+/// many would keep what it learned from the server of each encryption, for hours.
 class WebAccess : public QObject
 {
     Q_OBJECT
@@ -18,10 +19,10 @@ public:
     /// The present access; it belongs to this object.
     QNetworkAccessManager &network();
 
-    /// Leaves the present access with the connections that it has; network() gives another one from now on.
+    /// Leaves the present access with the connections that it has; network() makes another one from now on.
     /// What is left goes in a later turn of the event loop with the replies that are still there. Not within
-    /// this call, and not the connections alone: their thread may be telling a reply that it is encrypted,
-    /// waits until that is heard, and is waited for when it is to end.
+    /// this call, and not the connections alone: their thread may be telling a reply of the encryption, waits
+    /// until that is heard, and is waited for when it is to end.
     void renew();
 
 private:
@@ -30,5 +31,5 @@ private:
     static QNetworkAccessManager *direct();
 
     const Factory m_make;
-    QNetworkAccessManager *m_network = nullptr; // child; null until it is needed
+    QNetworkAccessManager *m_network = nullptr; // child; null while none is needed
 };

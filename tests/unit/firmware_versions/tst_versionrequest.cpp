@@ -10,6 +10,7 @@
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QtTest>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -17,6 +18,7 @@ namespace {
 /// What went to the web.
 struct Sent
 {
+    int accesses = 0; ///< network accesses that are there
     QList<QNetworkRequest> requests;
     QList<QPointer<FakeReply>> replies;
 };
@@ -27,7 +29,10 @@ class FakeAccess final : public QNetworkAccessManager
 public:
     explicit FakeAccess(Sent &sent)
         : m_sent(sent)
-    {}
+    {
+        ++m_sent.accesses;
+    }
+    ~FakeAccess() override { --m_sent.accesses; }
 
 protected:
     QNetworkReply *createRequest(Operation operation, const QNetworkRequest &request, QIODevice *) override
@@ -44,6 +49,9 @@ private:
 };
 
 } // namespace
+
+class TstVersionRequest;
+Q_DECLARE_METATYPE(std::function<void(TstVersionRequest &, VersionRequest *)>)
 
 class TstVersionRequest : public QObject
 {
@@ -72,6 +80,8 @@ private slots:
     void moreThanTheMaximumIsNotRead_data();
     void moreThanTheMaximumIsNotRead();
     void itDeletesItselfAtTheEnd();
+    void itLeavesNoConnectionBehind_data();
+    void itLeavesNoConnectionBehind();
     void aRequestThatIsDroppedIsSilent_data();
     void aRequestThatIsDroppedIsSilent();
 
@@ -438,8 +448,31 @@ void TstVersionRequest::itDeletesItselfAtTheEnd()
     m_access->replies.at(0)->end();
     m_time->turn();
     QVERIFY(!request);
-    QVERIFY(m_access->replies.at(0)); // belongs to whoever took it
     QCOMPARE(m_time->activeTimers(), 0);
+}
+
+void TstVersionRequest::itLeavesNoConnectionBehind_data()
+{
+    using End = std::function<void(TstVersionRequest &, VersionRequest *)>;
+    QTest::addColumn<End>("end");
+    QTest::newRow("answered") << End([](TstVersionRequest &test, VersionRequest *) { test.reply(0)->end(); });
+    QTest::newRow("given up") << End([](TstVersionRequest &test, VersionRequest *) {
+        test.reply(0)->encrypt();
+        test.m_time->advance(10000);
+    });
+    QTest::newRow("dropped") << End([](TstVersionRequest &, VersionRequest *request) { request->drop(); });
+    QTest::newRow("destroyed") << End([](TstVersionRequest &, VersionRequest *request) { delete request; });
+}
+
+void TstVersionRequest::itLeavesNoConnectionBehind()
+{
+    QFETCH(std::function<void(TstVersionRequest &, VersionRequest *)>, end);
+    VersionRequest *request = newRequest({kLoopback, 443});
+    request->send(QStringLiteral("/a"));
+    QCOMPARE(m_access->accesses, 1);
+    end(*this, request);
+    m_time->turn();
+    QCOMPARE(m_access->accesses, 0);
 }
 
 void TstVersionRequest::aRequestThatIsDroppedIsSilent_data()
