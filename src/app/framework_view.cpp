@@ -78,6 +78,7 @@ Framework_View::Framework_View(TimeSource &time, const PortDirectory &ports, con
     , m_clockTimer(time.createTimer(this))
     , m_rxTimer(time.createTimer(this))
     , m_txTimer(time.createTimer(this))
+    , m_helpEngine(new HelpEngine(helpCollectionFile(QCoreApplication::applicationDirPath()), this))
     , m_warningBox(new WarningBox(this))
     , m_longPressTimer(time.createTimer(this))
     , m_helpPress(LongPress::Limits{m_periods.helpPress, m_periods.resetPress})
@@ -313,9 +314,6 @@ void Framework_View::displayHelp()
 
 void Framework_View::showManual()
 {
-    // Only now: it opens a database, and few need it. The start of the program does not wait for it.
-    if (!m_helpEngine)
-        m_helpEngine = new HelpEngine(helpCollectionFile(QCoreApplication::applicationDirPath()), this);
     bringToFront(*m_helpEngine);
 }
 
@@ -459,8 +457,7 @@ void Framework_View::closeEvent(QCloseEvent *event)
     m_helpWindow->close();
     m_firmwareUpdate->close();
     m_warningBox->close();
-    if (m_helpEngine)
-        m_helpEngine->close();
+    m_helpEngine->close();
     m_portLister->close();
     QMainWindow::closeEvent(event);
 }

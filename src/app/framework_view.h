@@ -171,7 +171,7 @@ private:
     Timer *const m_clockTimer;
     Timer *const m_rxTimer;
     Timer *const m_txTimer;
-    HelpEngine *m_helpEngine = nullptr; // the manual; made when it is first asked for
+    HelpEngine *const m_helpEngine;
     WarningBox *const m_warningBox;
     Timer *const m_longPressTimer;
     std::unique_ptr<ConnectionBar> m_bar;

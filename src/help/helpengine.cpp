@@ -1,5 +1,6 @@
 #include "help/helpengine.h"
 
+#include "base/gui/firstshow.h"
 #include "help/helpbrowser.h"
 
 #include <QFileInfo>
@@ -36,8 +37,6 @@ QHelpEngine *createEngine(const QString &collectionFile, QObject *parent)
     // An engine writes to its collection unless this property, which has no setter, keeps it from that. The
     // folder of the program may be read only, and two programs may read the same collection.
     engine->setProperty("_q_readonly", true);
-    if (QFileInfo(collectionFile).isFile()) // it would be created
-        engine->setupData();                // without success everything stays empty
     return engine;
 }
 
@@ -60,7 +59,7 @@ HelpEngine::HelpEngine(const QString &collectionFile, QWidget *parent)
     layout->addWidget(splitter);
     connectLinks();
     createShortcuts();
-    m_browser->setSource(QUrl(QLatin1String(kFirstPage)));
+    beforeFirstShow(*this, [this] { openManual(); }); // it takes long, and the program makes it at its start
 }
 
 HelpEngine::~HelpEngine()
@@ -71,6 +70,13 @@ HelpEngine::~HelpEngine()
     const auto threads = m_engine->contentModel()->QObject::parent()->findChildren<QThread *>();
     for (QThread *thread : threads)
         thread->wait();
+}
+
+void HelpEngine::openManual()
+{
+    if (QFileInfo(m_engine->collectionFile()).isFile()) // it would be created
+        m_engine->setupData();                          // without success everything stays empty
+    m_browser->setSource(QUrl(QLatin1String(kFirstPage)));
 }
 
 QTabWidget *HelpEngine::createTabs()

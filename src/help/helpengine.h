@@ -14,12 +14,13 @@ class HelpEngine : public QWidget
     Q_OBJECT
 
 public:
-    /// Shows the manual in `collectionFile`, which is read only. If there is no such file, or no manual in
-    /// it, everything stays empty.
+    /// For the manual in `collectionFile`, which is read only and opened when the window is shown for the
+    /// first time. If there is no such file then, or no manual in it, everything stays empty.
     explicit HelpEngine(const QString &collectionFile, QWidget *parent = nullptr);
     ~HelpEngine() override;
 
 private:
+    void openManual();
     QTabWidget *createTabs();
     void connectLinks();
     void createShortcuts();

@@ -87,6 +87,8 @@ class TstHelpCollection : public QObject
 private slots:
     void init();
     void standsBesideTheProgram();
+    void isOpenedWithTheFirstShowOnly();
+    void windowThatIsNeverShownOpensNothing();
     void missingCollectionLeavesEverythingEmpty_data();
     void missingCollectionLeavesEverythingEmpty();
     void browserAloneCreatesNoCollection();
@@ -116,6 +118,36 @@ void TstHelpCollection::init()
 void TstHelpCollection::standsBesideTheProgram()
 {
     QCOMPARE(helpCollectionFile("/opt/x"), QString("/opt/x/documentation/vxconfighelp.qhc"));
+}
+
+void TstHelpCollection::isOpenedWithTheFirstShowOnly()
+{
+    const QString collection = m_manual->collection();
+    const QString elsewhere = collection + QStringLiteral(".away");
+    QVERIFY(QFile::rename(collection, elsewhere));
+    HelpEngine window(collection);
+    QCoreApplication::processEvents();
+    QVERIFY(QFile::rename(elsewhere, collection)); // soon enough
+    QSignalSpy opened(window.findChild<QHelpEngine *>(), &QHelpEngine::setupFinished);
+    window.show();
+    QTRY_VERIFY(showsTheManual(window));
+    QCOMPARE(opened.size(), 1);
+    window.hide();
+    window.show();
+    QVERIFY(showsTheManual(window));
+    QCOMPARE(opened.size(), 1);
+}
+
+void TstHelpCollection::windowThatIsNeverShownOpensNothing()
+{
+    HelpEngine window(m_manual->collection());
+    window.resize(700, 500);
+    QCoreApplication::processEvents();
+    const auto open = QDir(QStringLiteral("/proc/self/fd")).entryInfoList(QDir::Files | QDir::System);
+    for (const QFileInfo &file : open)
+        QVERIFY(file.symLinkTarget() != m_manual->collection());
+    QCOMPARE(contents(window)->rowCount(), 0);
+    QCOMPARE(text(window), QString());
 }
 
 void TstHelpCollection::missingCollectionLeavesEverythingEmpty_data()
@@ -244,6 +276,7 @@ void TstHelpCollection::readOnlyFolderIsEnough()
         QVERIFY(!QFile(folder + "/new").open(QIODevice::WriteOnly));
         const MessageCatcher log;
         HelpEngine window(m_manual->collection());
+        window.show();
         QTRY_VERIFY(showsTheManual(window));
         QCOMPARE(told(log), QStringList());
     }
@@ -266,6 +299,7 @@ void TstHelpCollection::movedFilesAreReadAndNotWritten()
     const QByteArray documentationBefore = contentsOf(documentation);
     {
         HelpEngine window(collection);
+        window.show();
         QTRY_VERIFY(showsTheManual(window));
     }
     QCOMPARE(contentsOf(collection), collectionBefore);
@@ -278,6 +312,8 @@ void TstHelpCollection::severalWindowsReadAtOnce()
     const MessageCatcher log;
     HelpEngine first(m_manual->collection());
     HelpEngine second(m_manual->collection());
+    first.show();
+    second.show();
     QTRY_VERIFY(showsTheManual(first));
     QTRY_VERIFY(showsTheManual(second));
     QCOMPARE(told(log), QStringList());
@@ -298,6 +334,7 @@ void TstHelpCollection::anotherProgramMayReadToo()
     QCOMPARE(other.readAllStandardOutput().trimmed(), QByteArray("reading"));
     const MessageCatcher log;
     HelpEngine window(m_manual->collection());
+    window.show();
     QTRY_VERIFY(showsTheManual(window));
     QCOMPARE(told(log), QStringList());
     QCOMPARE(other.state(), QProcess::Running);
@@ -318,7 +355,8 @@ void TstHelpCollection::threadsEndWithTheWindow()
     QFETCH(int, turns);
     const int before = threads();
     for (int round = 0; round < 20; ++round) {
-        const HelpEngine window(m_manual->collection());
+        HelpEngine window(m_manual->collection());
+        window.show();
         for (int turn = 0; turn < turns; ++turn)
             QCoreApplication::processEvents();
     }
@@ -329,7 +367,8 @@ void TstHelpCollection::threadsEndBeforeWhatTheyRead()
 {
     bool oneWasRunning = false;
     for (int round = 0; round < 10; ++round) {
-        const HelpEngine window(m_manual->collection());
+        HelpEngine window(m_manual->collection());
+        window.show();
         const QObject *reader = contents(window)->QObject::parent();
         const auto threads = reader->findChildren<QThread *>();
         QCOMPARE(threads.size(), 2);
