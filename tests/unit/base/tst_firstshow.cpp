@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -13,8 +14,15 @@ private slots:
     void stepWaitsForTheFirstShow();
     void stepRunsOnce();
     void stepCountsForTheFirstSize();
+    void stepCountsForTheFirstSizeOfADialog();
     void stepOfAPartRunsWithItsWindow();
     void stepDoesNotRunWithTheParentOfItsWindow();
+    void pageMayGetIntoItsWindowLater();
+    void widgetMayBePutIntoALayoutLater();
+    void pageMayGetIntoAnotherWindow();
+    void pageMayGetIntoAWindowOnTheScreen();
+    void partThatStaysHiddenRunsWithItsWindow();
+    void numberOfAWindowIsNoShow();
     void widgetMadeByTheStepIsShown();
     void widgetMayGoBeforeItIsShown();
     void laterStepWaitsForTheFirstPaint();
@@ -60,6 +68,19 @@ void TstFirstShow::stepCountsForTheFirstSize()
     QVERIFY(window.height() >= 123);
 }
 
+void TstFirstShow::stepCountsForTheFirstSizeOfADialog()
+{
+    QWidget parent;
+    QDialog window(&parent);
+    QVBoxLayout layout(&window);
+    auto *label = new QLabel;
+    layout.addWidget(label);
+    beforeFirstShow(*label, [label] { label->setFixedSize(321, 123); });
+    window.open();
+    QVERIFY(window.width() >= 321);
+    QVERIFY(window.height() >= 123);
+}
+
 void TstFirstShow::stepOfAPartRunsWithItsWindow()
 {
     QWidget window;
@@ -81,6 +102,102 @@ void TstFirstShow::stepDoesNotRunWithTheParentOfItsWindow()
     QCoreApplication::processEvents();
     QCOMPARE(runs, 0);
     dialog->show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::pageMayGetIntoItsWindowLater()
+{
+    QTabWidget window;
+    auto *page = new QWidget;
+    QVBoxLayout layout(page);
+    auto *part = new QLabel;
+    layout.addWidget(part);
+    int runs = 0;
+    beforeFirstShow(*part, [&runs, part] {
+        ++runs;
+        part->setFixedSize(321, 123);
+    });
+    window.addTab(page, QStringLiteral("page"));
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+    window.show();
+    QCOMPARE(runs, 1);
+    QVERIFY(window.width() >= 321); // it was in time
+    window.hide();
+    window.show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::widgetMayBePutIntoALayoutLater()
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    auto *part = new QLabel;
+    int runs = 0;
+    beforeFirstShow(*part, [&runs, part] {
+        ++runs;
+        part->setFixedSize(321, 123);
+    });
+    layout.addWidget(part);
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+    window.show();
+    QCOMPARE(runs, 1);
+    QVERIFY(window.width() >= 321);
+}
+
+void TstFirstShow::pageMayGetIntoAnotherWindow()
+{
+    QWidget before;
+    QWidget after;
+    auto *page = new QWidget(&before);
+    auto *part = new QWidget(page);
+    int runs = 0;
+    beforeFirstShow(*part, [&runs] { ++runs; });
+    page->setParent(&after);
+    before.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+    after.show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::pageMayGetIntoAWindowOnTheScreen()
+{
+    QWidget window;
+    window.show();
+    auto *page = new QWidget;
+    auto *part = new QWidget(page);
+    int runs = 0;
+    beforeFirstShow(*part, [&runs] { ++runs; });
+    page->setParent(&window);
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+    page->show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::partThatStaysHiddenRunsWithItsWindow()
+{
+    QWidget window;
+    auto *part = new QWidget(&window);
+    part->hide();
+    int runs = 0;
+    beforeFirstShow(*part, [&runs] { ++runs; });
+    window.show();
+    QCOMPARE(runs, 1);
+}
+
+void TstFirstShow::numberOfAWindowIsNoShow()
+{
+    QWidget window;
+    auto *part = new QWidget(&window);
+    int runs = 0;
+    beforeFirstShow(*part, [&runs] { ++runs; });
+    QVERIFY(window.winId());
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 0);
+    window.show();
     QCOMPARE(runs, 1);
 }
 
