@@ -109,7 +109,6 @@ public:
     void finish()
     {
         m_reaction = nullptr;
-        m_isFollowed = false;
         for (FakeWire *link : links())
             link->script = soundDevice();
         m_serial->opens = true;
@@ -174,8 +173,9 @@ private:
     replymodel::Events m_events; ///< of the present reply
     QByteArray m_payload;        ///< of the present reply
     bool m_takesReply = false;   ///< it is being taken
-    bool m_isFollowed = true;    ///< no receiver acted: the model knows where the session stands
-    bool m_isOddlyLed = false;   ///< by the operations that the program never uses
+    bool m_hasReacted = false;   ///< a receiver acted in this step
+    bool m_isFollowed = true; ///< the model knows where the session stands: no receiver acted since its start
+    bool m_isOddlyLed = false; ///< by the operations that the program never uses
     bool m_ratesWereAsked = false;
     int m_cleanSlates = 0;    ///< told so far
     QByteArray m_lastRequest; ///< payload
@@ -205,6 +205,9 @@ void Session::connectEvents()
     QObject::connect(&m_comm, &Communication::Signal_CleanSlateProtocol, &m_comm, [this] {
         ++m_cleanSlates;
         m_model.cleanSlate();
+        // Rates that were asked for survive a new start, and the model cannot know whether they were sent.
+        if (!m_hasReacted && !m_model.wantsRates())
+            m_isFollowed = true;
         note(Event::CleanSlate);
     });
 }
@@ -221,6 +224,7 @@ void Session::note(Event event)
     m_events.append(event);
     if (!m_reaction || event != m_reactsTo)
         return;
+    m_hasReacted = true;
     m_isFollowed = false;
     m_takesReply = false;
     std::exchange(m_reaction, nullptr)();
@@ -231,7 +235,7 @@ void Session::open(Comm_Type kind)
     if (kind == Comm_Type::Ethernet)
         m_model.cleanSlate(); // that of a connect that fails is not told
     const bool isOpen = m_comm.OpenCommunicationChannel(settingsOf(kind));
-    require(!m_isFollowed || isOpen == m_comm.isCommunicationChannelOpen(),
+    require(m_hasReacted || isOpen == m_comm.isCommunicationChannelOpen(),
             "the result of opening tells what came of it");
 }
 
@@ -268,11 +272,12 @@ void Session::checkReply(const QByteArray &payload, const std::function<void()> 
     m_events.clear();
     m_payload = payload;
     m_takesReply = true;
+    const bool wasFollowed = m_isFollowed;
     const replymodel::Session before = m_model;
     const SessionState state = m_comm.state();
     deliver();
     m_takesReply = false;
-    if (!m_isFollowed)
+    if (m_hasReacted || !wasFollowed)
         return;
     replymodel::Session model = before;
     require(m_events == model.take(payload, state), "a reply is told as agreed");
@@ -294,8 +299,7 @@ void Session::wait(int ms)
     takeSent();
     const int cleanSlates = m_cleanSlates;
     m_time.advance(ms);
-    const bool reacted = !m_isFollowed;
-    require(reacted || takeSent() <= 1 + m_cleanSlates - cleanSlates,
+    require(m_hasReacted || takeSent() <= 1 + m_cleanSlates - cleanSlates,
             "without a reply one request goes out, and one more for each new start");
 }
 
@@ -398,6 +402,7 @@ void Session::setReaction(fuzz::Input &input)
 void Session::take(fuzz::Input &input)
 {
     using sessioninput::Step;
+    m_hasReacted = false;
     switch (input.choice<Step>()) {
     case Step::OpenSerial:
         m_serial->opens = input.flag();

@@ -39,6 +39,7 @@ public:
 
     void cleanSlate();
     void wantRates() { m_wantsRates = true; }
+    bool wantsRates() const { return m_wantsRates; }
 
 private:
     Events takeSystemStatus(const QByteArray &payload);
