@@ -15,6 +15,8 @@
 #include <QDir>
 #include <QFile>
 #include <QMessageBox>
+#include <algorithm>
+#include <iterator>
 
 using fuzz::require;
 
@@ -73,6 +75,26 @@ void checkName(const QString &path)
     require((name.verdict() == FirmwareName::Verdict::Invalid) != isKnown, "only known words are valid");
 }
 
+/// The same by the parts of the program's own decision.
+void checkDecision(const QString &path, const QByteArray &contents)
+{
+    const FirmwareName name = firmwareName(path);
+    const QString ofName = firmwareimage::chipOfName(name.file);
+    const QString inContents = firmwareimage::chipInContents(contents);
+    const auto named = std::find_if(std::begin(kChips), std::end(kChips), [&name](const Chip &chip) {
+        return name.file.contains(QLatin1String(chip.word));
+    });
+    const auto inside = std::find_if(std::begin(kChips), std::end(kChips),
+                                     [&contents](const Chip &chip) { return contents.contains(chip.name); });
+    require(ofName == QLatin1String(named == std::end(kChips) ? "000000000000000" : named->name),
+            "the first chip in the name counts");
+    require(inContents == QLatin1String(inside == std::end(kChips) ? "" : inside->name),
+            "the first chip in the contents counts");
+    const bool isAccepted = ofName == inContents && name.verdict() != FirmwareName::Verdict::Invalid &&
+                            firmwareimage::chipOfName(name.fpgaWord) == ofName;
+    require(isAccepted == isAcceptable(name.file, contents), "a file is accepted if all names fit");
+}
+
 /// What the commands leave in the modules is the image.
 void checkCommands(const QVector<FPGAfwCommand> &commands, const QByteArray &image)
 {
@@ -102,7 +124,7 @@ public:
         : m_window(m_time)
         , m_folder(QDir::homePath() + QStringLiteral("/images"))
     {
-        QDir().mkpath(m_folder);
+        require(QDir().mkpath(m_folder), "the disk works");
         QObject::connect(
             &m_window, &FirmwareUpdate::Signal_commandMsg, &m_window,
             [this](const QVariant &command) { m_commands.append(command.value<FPGAfwCommand>()); });
@@ -115,13 +137,11 @@ public:
     {
         const QString path = m_folder + QLatin1Char('/') + fileName;
         QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            return; // no name for this disk
-        require(file.write(contents) == contents.size(), "the disk works");
+        require(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size(), "the disk works");
         file.close();
         m_window.Slot_UpdateFirmwrFilePath(path);
         const bool isAccepted = m_window.ReadFileAndSendCommands();
-        require(isAccepted == isAcceptable(fileName, contents), "a file is flashed if all names fit");
+        require(isAccepted == isAcceptable(fileOf(fileName), contents), "a file is flashed if all names fit");
         if (isAccepted)
             checkCommands(m_commands, contents);
         require(isAccepted || m_commands.isEmpty(), "of a file that is refused nothing is sent");
@@ -177,12 +197,13 @@ void fuzz::tryInput(const QByteArray &bytes)
     const QString name = QString::fromUtf8(nameBytes.constData(), nameBytes.size());
 
     checkName(name);
+    checkDecision(name, contents);
     if (!nameBytes.contains('\0')) // the settings name no such path
         window->showPath(name);
     checkCommands(firmwareimage::commands(firmwareimage::targetOf(firmwareName(name)), contents), contents);
     // A refusal opens a box, which takes its time: not for each input.
     constexpr int kOneOf = 8;
-    const bool isTried = isAcceptable(name, contents) || number % kOneOf == 0;
+    const bool isTried = isAcceptable(fileOf(name), contents) || number % kOneOf == 0;
     if (isTried && isNameOfAFile(nameBytes) && name.toUtf8() == nameBytes)
         window->flash(name, contents);
 }

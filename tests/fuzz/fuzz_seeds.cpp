@@ -221,8 +221,9 @@ bool writeLists(const QDir &root, const QList<QByteArray> &replies)
         }
         for (const char *list : {"120$350$1000$#V$", "1$2$#3$#4$", "#", "$$", "1$2", "a b  $<i>&amp;$"}) {
             Output lists;
-            lists.u8(row).choice(Step::Lists).u8(1).u8(2).u8(0).u8(9);
-            lists.shortBlock(list).shortBlock(list).shortBlock("2500").shortBlock("Auto");
+            lists.u8(row).choice(Step::Lists).u8(1).u8(2).u8(0).u8(9).u8(1).u8(3).u8(2);
+            lists.shortBlock(list).shortBlock(list).shortBlock("2500").shortBlock("12x");
+            lists.shortBlock("Auto").shortBlock("-1.5");
             folder.add(lists.choice(Step::Status).u8(1).u8(9).longBlock(QByteArray(545, 'x')));
         }
     }
@@ -232,6 +233,7 @@ bool writeLists(const QDir &root, const QList<QByteArray> &replies)
 bool writeFirmware(const QDir &root)
 {
     Folder folder(root, "firmware");
+    constexpr int kFilling = 260; // bytes: repeated as often as they can be, they reach a second page
     for (const char *module : {"CON", "ANA", "GTW", "XXX"}) {
         for (const char *chip : {"FPGA4", "FPGA5", "FPGA6"}) {
             const QByteArray name = QByteArray("VX_") + module + '_' + chip + "_V1_2_3_4.bin";
@@ -240,7 +242,8 @@ bool writeFirmware(const QDir &root)
                 QByteArray("\xFF\0Lattice\0", 10) + (isFirst ? "iCE5LP4K-SG48" : "iCE40UP5K-SG48");
             for (const int repetitions : {0, 240, 255}) {
                 Output input;
-                folder.add(input.u8(repetitions).shortBlock(name).bytes(contents + QByteArray(230, '\x5A')));
+                folder.add(
+                    input.u8(repetitions).shortBlock(name).bytes(contents + QByteArray(kFilling, '\x5A')));
             }
         }
     }

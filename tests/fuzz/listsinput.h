@@ -9,7 +9,7 @@ namespace listsinput {
 enum class Step : quint8 {
     Status, ///< flag: of another module, u8 type code (0: that of the row), long block: what follows the type
     Lists,  ///< u8 types of A and B, u8 ranges of A and B, u8 functions of A and B, u8 polarity bits, six
-           ///< short blocks: sensors, ranges, filters of A and B, offsets of A and B
+            ///< short blocks: sensors, ranges, filters of A and B, offsets of A and B
     Live,   ///< 9 bytes of a fast status
     Change, ///< u8 parameter, u8 channel: the operator changes it
     Wait,   ///< u16: milliseconds, up to kLongestWait
