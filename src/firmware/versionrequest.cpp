@@ -1,6 +1,7 @@
 #include "firmware/versionrequest.h"
 
 #include "base/timesource.h"
+#include "firmware/webaccess.h"
 #include "link/hostlookup.h"
 
 #include <QDebug>
