@@ -273,10 +273,10 @@ void measureStatuses()
         single.push_back(chain.staticMs(1 + round % kModules, round / kModules + round % 2));
         QCoreApplication::processEvents();
     }
-    report("fast status to 128 modules", fast, kFastLimitMs, "the same texts on bare rows", bareLabels);
-    report("fast status in which all Auto Zeros begin or end", autozero, kGapLimitMs,
-           "the same colours on bare buttons", bareButtons);
-    report("static status of one of 128 modules", single, kStaticLimitMs, "as many values in one bare row",
+    report("fast status to 128 modules", fast, kFastLimitMs, "texts on bare rows", bareLabels);
+    report("fast status, all Auto Zeros begin or end", autozero, kGapLimitMs, "colours on bare buttons",
+           bareButtons);
+    report("static status of one of 128 modules", single, kStaticLimitMs, "values in one bare row",
            bareControls);
 }
 
@@ -297,8 +297,7 @@ void measureGesture()
         chain.confirmAll(round);
         QCoreApplication::processEvents();
     }
-    report("filter gesture to 256 channels of 128 modules", times, kGapLimitMs,
-           "the same value and colour in bare boxes", bare);
+    report("filter gesture to 256 channels of 128 modules", times, kGapLimitMs, "values in bare boxes", bare);
 }
 
 } // namespace

@@ -99,9 +99,9 @@ bool measure(int payloadSize, const char *condition, std::optional<double> aim)
     const double plain =
         megabytesPerSecond(stream, [&sink](const QByteArray &bytes) { sink ^= plainCrc(bytes); });
 
-    Number number("decoder, payload of " + std::to_string(payloadSize) + " bytes, debug lines " + condition,
+    Number number("decoder, payload of " + std::to_string(payloadSize) + " bytes, lines " + condition,
                   decoded, "MB/s");
-    number.beside("bare table CRC over the same bytes", plain);
+    number.beside("bare table CRC", plain);
     if (aim)
         number.atLeast(*aim).asAim();
     number.report();

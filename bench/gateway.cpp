@@ -142,10 +142,10 @@ void measureStatus()
         times.push_back(measureMs([&] { panel.window.parseData(line); }));
         QCoreApplication::processEvents();
     }
-    Number("status line of the gateway that changes every field", medianMs(times), "ms")
+    Number("status line of the gateway, all fields", medianMs(times), "ms")
         .worst(worstMs(times))
         .atMost(kStatusLimitMs)
-        .beside("the same changes in the bare form", bareMs)
+        .beside("the same in the bare form", bareMs)
         .report();
 }
 
@@ -176,11 +176,9 @@ void measureFlood()
     const double ms = longestGapInFloodMs([&panel](quint16 port) {
         panel.link->Slot_connectToGateway(QStringLiteral("127.0.0.1"), QString::number(port));
     });
-    Number("longest gap in the event loop, gateway sends " + std::to_string(kFloodBytes >> 20) +
-               " MB without an end",
-           ms, "ms")
+    Number("longest gap, gateway sends " + std::to_string(kFloodBytes >> 20) + " MB without an end", ms, "ms")
         .atMost(kGapLimitMs)
-        .beside("bare socket that reads the same", bareMs)
+        .beside("bare socket", bareMs)
         .report();
 }
 
@@ -201,8 +199,8 @@ void measureMemory()
         panel.window.parseData(piece);
         QCoreApplication::processEvents();
     }
-    Number("memory that " + std::to_string(kPieces) + " pieces of " + std::to_string(piece.size()) +
-               " characters from the gateway take",
+    Number("memory of " + std::to_string(kPieces) + " pieces of " + std::to_string(piece.size()) +
+               " bytes of the gateway",
            residentMegabytes() - before, "MB")
         .atMost(kMemoryLimit)
         .report();
@@ -224,7 +222,7 @@ void measureSilence()
     Number("attempt to connect where nobody answers", medianMs(times), "ms")
         .worst(worstMs(times))
         .atMost(kConnectLimitMs)
-        .beside("bare socket that waits 50 ms", medianMs(bareTimes))
+        .beside("bare socket, 50 ms", medianMs(bareTimes))
         .report();
 }
 

@@ -99,14 +99,13 @@ void measure(const QByteArray &address)
     clock.start();
     product.run(kMeasureMs);
     const double percent = 100.0 / (static_cast<double>(clock.elapsed()) / 1000);
-    Number("processor time while 128 modules are polled", (product.cpuSeconds() - before) * percent,
-           "% of a core")
+    Number("share of a core while 128 modules are polled", (product.cpuSeconds() - before) * percent, "%")
         .atMost(kCpuLimit)
-        .beside("bare Qt window that does nothing", (bare.cpuSeconds() - bareBefore) * percent)
+        .beside("bare window", (bare.cpuSeconds() - bareBefore) * percent)
         .report();
     Number("resident memory with 128 modules", product.residentMegabytes(), "MB")
         .atMost(kMemoryLimit)
-        .beside("bare Qt window", bare.residentMegabytes())
+        .beside("bare window", bare.residentMegabytes())
         .report();
 }
 

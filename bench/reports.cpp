@@ -93,8 +93,7 @@ void measureReport(const char *name, const std::function<bool(QIODevice &)> &mak
 void measurePdf(const char *name, const std::function<QString()> &html, PdfFlow flow)
 {
     measureReport(
-        name, [&](QIODevice &file) { return writePdf(file, html(), flow, QString()); },
-        "bare text document of the same HTML",
+        name, [&](QIODevice &file) { return writePdf(file, html(), flow, QString()); }, "bare text document",
         [text = html()](const QString &path) {
             QPdfWriter writer(path);
             QTextDocument document;
@@ -131,7 +130,7 @@ void measure()
             const QByteArray bytes = workbook(reportSheet(store, isEveryModule, head));
             return !bytes.isEmpty() && file.write(bytes) == bytes.size();
         },
-        "bare workbook of the same cells",
+        "bare workbook",
         [sheet = reportSheet(store, isEveryModule, head)](const QString &path) {
             writeBareWorkbook(path, sheet);
         });

@@ -62,7 +62,7 @@ void measureRows()
     }
     Number(std::to_string(kModules) + " rows from a system status", medianMs(rows), "ms")
         .worst(worstMs(rows))
-        .beside("bare forms of the same rows", medianMs(bare))
+        .beside("bare forms", medianMs(bare))
         .ratioAtMost(kRowLimit)
         .report();
 }
@@ -89,11 +89,9 @@ void measureGap()
     loop.exec();
 
     const double ms = longestGapMs(kPolling);
-    Number("longest gap in the event loop, " + std::to_string(application.analogModules().size()) +
-               " modules polled",
-           ms, "ms")
+    Number("longest gap, " + std::to_string(application.analogModules().size()) + " modules polled", ms, "ms")
         .atMost(kGapLimitMs)
-        .beside("bare event loop for the same time", bareMs)
+        .beside("bare event loop", bareMs)
         .report();
 }
 

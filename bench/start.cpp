@@ -149,7 +149,7 @@ Number firstPaint(const std::string &condition, const Rounds &rounds)
     return number;
 }
 
-const char kBareName[] = "bare Qt window with the splash";
+const char kBareName[] = "bare window";
 
 /// The product with these settings. The agreed start waits for the link that they name; what a bare socket
 /// waits there is added to the time of the bare program.
@@ -160,7 +160,7 @@ void measureStart(const std::string &condition, const QByteArray &settings, doub
         home.writeSettings(settings);
     const Rounds rounds = measure({VX_PROGRAM, home}, {VX_BARE_PROGRAM, home});
     Number number = firstPaint((hasDisplay() ? "on a display, " : "offscreen, ") + condition, rounds);
-    number.beside(bareWaitMs > 0 ? kBareName + std::string(", bare socket that waits 50 ms") : kBareName,
+    number.beside(bareWaitMs > 0 ? kBareName + std::string(", bare socket, 50 ms") : kBareName,
                   medianMs(rounds.bare) + bareWaitMs);
     number.ratioAtMost(kRatioLimit);
     if (!hasDisplay())

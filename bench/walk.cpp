@@ -34,7 +34,7 @@ int main(int argc, char *argv[])
         const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
         const double wire = static_cast<double>(session.bytes) / kBytesPerSecond;
         Number("walk of " + std::to_string(modules) + " modules at 115200 bit/s", seconds, "s")
-            .beside("bare wire time of the same bytes", wire)
+            .beside("bare wire time", wire)
             .ratioAtMost(kLimit)
             .report();
         QCoreApplication::exit(0);
