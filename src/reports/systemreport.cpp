@@ -25,6 +25,7 @@ SystemReport::SystemReport(QWidget *parent)
     , m_model(new SensorModel(this))
 {
     m_ui->setupUi(this);
+    m_ui->tableView->setModel(m_model);
     beforeFirstShow(*this, [this] { // it is made at the start of the program, and fonts take long to look up
         setFonts();
         setUpTable();
@@ -55,7 +56,6 @@ void SystemReport::setFonts()
 void SystemReport::setUpTable()
 {
     ModuleTable &table = *m_ui->tableView;
-    table.setModel(m_model);
     const QFontMetrics metrics(table.font());
     table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table.verticalHeader()->setDefaultSectionSize(metrics.height() + 2 * kRowMargin);

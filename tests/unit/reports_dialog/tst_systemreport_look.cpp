@@ -23,6 +23,9 @@ private slots:
     void toolTipsAreAsAgreed();
     void fontsAreAsAgreed_data();
     void fontsAreAsAgreed();
+    void fontsAreLookedUpWithTheFirstShow();
+    void choiceMadeBeforeTheFirstShowIsShown();
+    void tableFilledBeforeTheFirstShowIsFitted();
     void controlsAreNamed();
     void kindsAreExplained();
     void noButtonIsTheDefault();
@@ -125,6 +128,50 @@ void TstSystemReportLook::fontsAreAsAgreed()
     QTEST(font.pixelSize(), "pixels");
     QTEST(font.weight(), "weight");
     QCOMPARE(d.table()->horizontalHeader()->font().pixelSize(), 11);
+}
+
+void TstSystemReportLook::fontsAreLookedUpWithTheFirstShow()
+{
+    SystemReport dialog;
+    const auto *table = childByName<QTableView>(&dialog, "tableView");
+    const auto *kind = childByName<QCheckBox>(&dialog, "systemPDFcheckBox");
+    QVERIFY(table->font().pixelSize() != 11);
+    QVERIFY(!kind->font().bold());
+    dialog.show();
+    QCOMPARE(table->font().pixelSize(), 11);
+    QVERIFY(kind->font().bold());
+}
+
+void TstSystemReportLook::choiceMadeBeforeTheFirstShowIsShown()
+{
+    SystemReport dialog;
+    for (quint8 address = 1; address <= 3; ++address)
+        dialog.addModule({QStringLiteral("Voltage"), QStringLiteral("230001"), Qt::Checked, address});
+    auto *kind = childByName<QCheckBox>(&dialog, "oneModuleCheckbox");
+    kind->click();
+    auto *table = childByName<QTableView>(&dialog, "tableView");
+    emit table->clicked(table->model()->index(2, 0));
+    QCOMPARE(dialog.firstChecked(), quint8(3));
+    dialog.show();
+    QCOMPARE(dialog.firstChecked(), quint8(3));
+    QVERIFY(kind->isChecked());
+    QVERIFY(childByName<QPushButton>(&dialog, "printBtn")->isEnabled());
+    QVERIFY(!childByName<QPushButton>(&dialog, "saveAllPdf")->isEnabled());
+    QVERIFY(childByName<QCheckBox>(&dialog, "selectionCB")->isHidden());
+}
+
+void TstSystemReportLook::tableFilledBeforeTheFirstShowIsFitted()
+{
+    ReportDialog before(130);
+    ReportDialog after;
+    after.addRows(130);
+    QCOMPARE(before.dialog.size(), after.dialog.size());
+    for (int column = 0; column < 3; ++column)
+        QTRY_COMPARE(before.table()->columnWidth(column), after.table()->columnWidth(column));
+    for (const int row : {0, 129})
+        QCOMPARE(before.table()->rowHeight(row), after.table()->rowHeight(row));
+    QCOMPARE(before.table()->rowHeight(0), QFontMetrics(before.table()->font()).height() + 8);
+    QCOMPARE(before.cell(5, 2), after.cell(5, 2));
 }
 
 void TstSystemReportLook::controlsAreNamed()
