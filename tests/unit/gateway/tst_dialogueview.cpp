@@ -26,6 +26,14 @@ QString firstSeen(const DialogueView &view)
     return view.cursorForPosition(QPoint(0, 0)).block().text();
 }
 
+/// Gives the view a font that differs from its own.
+void setPixels(DialogueView &view, int pixels)
+{
+    QFont font = view.font();
+    font.setPixelSize(pixels);
+    view.setFont(font);
+}
+
 } // namespace
 
 class TstDialogueView : public QObject
@@ -48,6 +56,9 @@ private slots:
     void selectionStays();
     void selectionStaysWhileOldLinesAreDropped();
     void hiddenViewTakesTextsToo();
+    void fontIsLookedUpWithTheFirstShow();
+    void filledViewIsAtItsEndWhenItIsFirstShown_data();
+    void filledViewIsAtItsEndWhenItIsFirstShown();
     void tabKeyLeavesTheView();
 
 private:
@@ -187,6 +198,41 @@ void TstDialogueView::hiddenViewTakesTextsToo()
     view.add("the last", true);
     QVERIFY(isAtEnd(view));
     QVERIFY(view.toPlainText().endsWith("the last"));
+}
+
+void TstDialogueView::fontIsLookedUpWithTheFirstShow()
+{
+    DialogueView view;
+    fill(view, kManyLines);
+    QVERIFY(view.font().family() != QStringLiteral("Lucida Console"));
+    view.show();
+    QCOMPARE(view.font().family(), QStringLiteral("Lucida Console"));
+    QCOMPARE(view.font().pixelSize(), 11);
+    QCOMPARE(view.document()->defaultFont().pixelSize(), 11);
+}
+
+void TstDialogueView::filledViewIsAtItsEndWhenItIsFirstShown_data()
+{
+    QTest::addColumn<int>("pixels");
+    QTest::newRow("smaller before") << 7;
+    QTest::newRow("larger before") << 20;
+}
+
+void TstDialogueView::filledViewIsAtItsEndWhenItIsFirstShown()
+{
+    QFETCH(int, pixels);
+    DialogueView view;
+    setPixels(view, pixels);
+    view.resize(300, 120);
+    fill(view, kManyLines);
+    view.add("the last", false);
+    view.show();
+    QVERIFY(view.verticalScrollBar()->maximum() > 0);
+    QVERIFY(isAtEnd(view));
+    view.grab(); // a drawn view knows the height of each line
+    QVERIFY(isAtEnd(view));
+    QCOMPARE(view.cursorForPosition(view.viewport()->rect().bottomLeft()).block().text(),
+             QStringLiteral("the last"));
 }
 
 void TstDialogueView::tabKeyLeavesTheView()

@@ -26,6 +26,7 @@ private slots:
     void headingIsDarkRed();
     void everythingFits_data();
     void everythingFits();
+    void gridIsFittedWithTheFirstShow();
     void gridIsAligned();
     void formIsAligned();
     void boxFits_data();
@@ -141,6 +142,21 @@ void TstPortListerLook::everythingFits()
     const auto *widest = lister.findChild<QLabel *>(QStringLiteral("portNumber150"));
     QCOMPARE(widest->text(), QStringLiteral("150"));
     QVERIFY(widest->width() - QFontMetrics(widest->font()).horizontalAdvance(widest->text()) >= 2);
+}
+
+void TstPortListerLook::gridIsFittedWithTheFirstShow()
+{
+    QVERIFY2(useFont(QStringLiteral("DejaVu Sans")), kInstall); // too wide for the columns
+    PortLister lister(m_time, m_ports.directory());
+    lister.Slot_AvailblePorts();
+    const auto *number = lister.findChild<QLabel *>(QStringLiteral("portNumber150"));
+    const int natural = fonts::strong().stretch();
+    const int wide = QFontMetrics(number->font()).horizontalAdvance(number->text());
+    QCOMPARE(number->font().stretch(), natural); // looking up the narrow fonts takes long
+    lister.show();
+    QCOMPARE(number->text(), QStringLiteral("150")); // what was surveyed before
+    QVERIFY(number->font().stretch() > 0 && number->font().stretch() < 100);
+    QVERIFY(QFontMetrics(number->font()).horizontalAdvance(number->text()) < wide);
 }
 
 void TstPortListerLook::gridIsAligned()
