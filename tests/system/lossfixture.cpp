@@ -74,20 +74,21 @@ std::chrono::milliseconds LossFixture::patience(Moment moment) const
     return moment == Moment::Cycle ? periods.comm : periods.initSequence;
 }
 
-void LossFixture::pass(std::chrono::seconds time)
+void LossFixture::pass(std::chrono::seconds by)
 {
-    for (; time > 0s; time -= 1s) {
-        this->time.skip(1s);
+    for (; by > 0s; by -= 1s) {
+        time.skip(1s);
         QCoreApplication::processEvents();
     }
 }
 
-void LossFixture::poll(std::chrono::seconds time)
+void LossFixture::poll(std::chrono::seconds by)
 {
-    for (; time > 0s; time -= 1s) {
+    constexpr std::chrono::seconds kStep{3}; // less than the session waits for a reply
+    for (; by > 0s; by -= qMin(by, kStep)) {
         const int requests = device->requestCount();
         WAIT_VERIFY(device->requestCount() > requests + 1); // the one before was answered
-        this->time.skip(1s);
+        time.skip(qMin(by, kStep));
     }
     waitForPolls();
 }

@@ -40,10 +40,10 @@ public:
     void unplugAndNotice();
 
     /// In steps of a second, each with a turn of the event loop.
-    void pass(std::chrono::seconds time);
+    void pass(std::chrono::seconds by);
 
-    /// The same while the chain is polled: the session gets its replies in each of them.
-    void poll(std::chrono::seconds time);
+    /// Lets time pass while the chain is polled and the session gets its replies.
+    void poll(std::chrono::seconds by);
 
     /// The operator chooses the connection that he has: by the dialog if it is a COM port.
     void chooseAgain();

@@ -3,6 +3,7 @@
 #include "app/framework_view.h"
 #include "app/initmodulenotfound_view.h"
 #include "reports/moduleconfigurationmanager.h"
+#include "reports/sensormodel.h"
 #include "reports/systemreport.h"
 #include "support/childbyname.h"
 #include "systemfixture.h"
@@ -12,7 +13,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTableView>
 #include <cmath>
 
 namespace {
@@ -149,8 +149,7 @@ QStringList operatorview::deadButtons(const SystemFixture &fixture)
 
 int operatorview::reportedModules(const SystemFixture &fixture)
 {
-    const auto *dialog = fixture.app->moduleConfig()->reportDialog();
-    return childByName<QTableView>(dialog, "tableView")->model()->rowCount();
+    return fixture.app->moduleConfig()->reportDialog()->findChild<SensorModel *>()->rowCount();
 }
 
 QStringList operatorview::differences(const SystemFixture &fixture)
