@@ -12,8 +12,8 @@
 int main(int argc, char *argv[])
 {
     QFont font;
-    // No window draws with OpenGL. Otherwise the first one would load the driver, which takes longer than all
-    // the rest of the start.
+    // No window draws with OpenGL. Otherwise the first one would load the driver, which takes nearly half of
+    // the start.
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     QApplication application(argc, argv);
     initResources();
