@@ -11,6 +11,7 @@ namespace {
 constexpr quint8 kThirdByte = 1;
 constexpr char kFiller = '\xFF';  ///< what erased memory holds
 constexpr int kFixedCommands = 3; ///< start, stop, reset
+constexpr int kPagesBegin = 1;    ///< behind the start command
 
 struct Chip
 {
@@ -85,20 +86,37 @@ int commandCount(qint64 size)
     return kFixedCommands + pageCount(size) + blockCount(size);
 }
 
+Sequence::Sequence(Target target, const QByteArray &image)
+    : m_target(target)
+    , m_image(image)
+    , m_blocksBegin(kPagesBegin + pageCount(image.size()))
+    , m_blocksEnd(m_blocksBegin + blockCount(image.size()))
+    , m_count(commandCount(image.size()))
+{}
+
+FPGAfwCommand Sequence::at(int index) const
+{
+    if (index < kPagesBegin)
+        return plainCommand(m_target, FpgaCommandCode::Start);
+    if (index < m_blocksBegin) {
+        FPGAfwCommand erase = plainCommand(m_target, FpgaCommandCode::ErasePage);
+        erase.w1 = quint16(index - kPagesBegin);
+        return erase;
+    }
+    if (index < m_blocksEnd) {
+        const int block = index - m_blocksBegin;
+        return blockCommand(m_target, quint16(block), m_image.mid(block * kBlockSize, kBlockSize));
+    }
+    return plainCommand(m_target, index == m_blocksEnd ? FpgaCommandCode::Stop : FpgaCommandCode::Reset);
+}
+
 QVector<FPGAfwCommand> commands(Target target, const QByteArray &image)
 {
+    const Sequence sequence(target, image);
     QVector<FPGAfwCommand> commands;
-    commands.reserve(commandCount(image.size()));
-    commands.append(plainCommand(target, FpgaCommandCode::Start));
-    for (int page = 0; page < pageCount(image.size()); ++page) {
-        FPGAfwCommand erase = plainCommand(target, FpgaCommandCode::ErasePage);
-        erase.w1 = quint16(page);
-        commands.append(erase);
-    }
-    for (int block = 0; block < blockCount(image.size()); ++block)
-        commands.append(blockCommand(target, quint16(block), image.mid(block * kBlockSize, kBlockSize)));
-    commands.append(plainCommand(target, FpgaCommandCode::Stop));
-    commands.append(plainCommand(target, FpgaCommandCode::Reset));
+    commands.reserve(sequence.count());
+    for (int index = 0; index < sequence.count(); ++index)
+        commands.append(sequence.at(index));
     return commands;
 }
 

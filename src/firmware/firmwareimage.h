@@ -44,8 +44,36 @@ FPGAfwCommand blockCommand(Target target, quint16 number, const QByteArray &bloc
 /// Number of commands that write an image of so many bytes.
 int commandCount(qint64 size);
 
-/// All commands that write `image`, at most kMaximumSize bytes, in the order in which they are sent: start,
-/// erasing of each 64 KiB page, blocks, stop, reset.
+/// The commands that write an image, in the order in which they are sent: start, erasing of each 64 KiB page,
+/// blocks, stop, reset. Each is made when it is asked for.
+class Sequence
+{
+public:
+    /// No commands.
+    Sequence() = default;
+
+    /// `image`: at most kMaximumSize bytes.
+    Sequence(Target target, const QByteArray &image);
+
+    int count() const { return m_count; }
+    int imageSize() const { return m_image.size(); }
+
+    /// Index of the first block, or of what follows the pages.
+    int blocksBegin() const { return m_blocksBegin; }
+    int blocksEnd() const { return m_blocksEnd; }
+
+    /// The command with this index, from 0 to count() - 1.
+    FPGAfwCommand at(int index) const;
+
+private:
+    Target m_target;
+    QByteArray m_image;
+    int m_blocksBegin = 0;
+    int m_blocksEnd = 0;
+    int m_count = 0;
+};
+
+/// All commands of the sequence.
 QVector<FPGAfwCommand> commands(Target target, const QByteArray &image);
 
 } // namespace firmwareimage

@@ -27,10 +27,10 @@ const QLatin1String kAbortBox("abortBox");
 /// How long the button starts nothing after an update was complete.
 constexpr std::chrono::milliseconds kRest(500);
 
-bool isBlock(const FPGAfwCommand &command)
-{
-    return command.b3 == quint8(FpgaCommandCode::ProgramBlock);
-}
+/// How many commands are queued in one turn of the event loop: queueing the largest image at once would hold
+/// the window for the better part of a second. All of an image of half a megabyte.
+constexpr int kPortion = 2048;
+constexpr std::chrono::milliseconds kNextTurn(0);
 
 /// Return presses the default button of a dialog only, and there is none.
 bool isPressOfAButton(const QKeyEvent &event)
@@ -63,8 +63,10 @@ FirmwareUpdate::FirmwareUpdate(TimeSource &time, QWidget *parent)
     : QDialog(parent, dialogFlags() & ~Qt::WindowFlags(Qt::WindowStaysOnTopHint))
     , m_ui(std::make_unique<Ui::FirmwareUpdate>())
     , m_restTimer(time.createTimer(this))
+    , m_portionTimer(time.createTimer(this))
 {
     m_restTimer->setSingleShot(true);
+    connect(m_portionTimer, &Timer::timeout, this, &FirmwareUpdate::queuePortion);
     m_ui->setupUi(this);
     setButtonText(kStartText);
     setWidths();
@@ -157,6 +159,8 @@ void FirmwareUpdate::setState(State state)
         return;
     qDebug() << "Firmware update:" << m_state << "to" << state;
     m_state = state;
+    if (state != State::Running)
+        endQueueing();
     const bool isIdle = state == State::Idle;
     setButtonText(isIdle ? kStartText : kAbortText);
     m_ui->selectFileButton->setEnabled(isIdle);
@@ -255,7 +259,10 @@ void FirmwareUpdate::Slot_UpdateOrAbortFirmw()
         askToAbort();
         return;
     }
-    if (ReadFileAndSendCommands() || !commandsWait())
+    const bool isBegun = ReadFileAndSendCommands();
+    if (isQueueing())
+        m_startWhenQueued = true;
+    else if (isBegun || !commandsWait())
         emit Signal_StartProcedure();
 }
 
@@ -335,25 +342,58 @@ void FirmwareUpdate::startProgress(int commandCount)
 
 void FirmwareUpdate::sendImage(const QByteArray &image)
 {
-    const QVector<FPGAfwCommand> commands = firmwareimage::commands(m_target, image);
-    const auto firstBlock = std::find_if(commands.begin(), commands.end(), isBlock);
-    const auto afterBlocks = std::find_if_not(firstBlock, commands.end(), isBlock);
-    const auto send = [this](const FPGAfwCommand &command) {
-        emit Signal_commandMsg(QVariant::fromValue(command));
-    };
-    startProgress(commands.size());
-    std::for_each(commands.begin(), firstBlock, send);
-    qDebug() << "Total no of bytes" << image.size()
-             << " No of Blocks:" << image.size() / firmwareimage::kBlockSize;
-    int sum = 0;
-    for (auto block = firstBlock; block != afterBlocks; ++block) {
-        send(*block);
-        qDebug() << "Block Size:" << block->data.size();
-        sum += block->data.size();
+    m_sequence = firmwareimage::Sequence(m_target, image);
+    m_queued = 0;
+    startProgress(m_sequence.count());
+    queuePortion();
+}
+
+bool FirmwareUpdate::isQueueing() const
+{
+    return m_queued < m_sequence.count();
+}
+
+void FirmwareUpdate::queuePortion()
+{
+    // A receiver may end the queueing, which empties the sequence.
+    for (int left = kPortion; left > 0 && isQueueing(); --left)
+        queueCommand(m_queued++);
+    if (isQueueing()) {
+        if (!m_portionTimer->isActive())
+            m_portionTimer->start(kNextTurn);
+        return;
     }
-    qDebug() << "No of Block commands planned sent: " << std::distance(firstBlock, afterBlocks);
-    qDebug() << "Total bytes packed and being sent: " << sum;
-    std::for_each(afterBlocks, commands.end(), send);
+    const bool start = m_startWhenQueued;
+    endQueueing();
+    if (start)
+        emit Signal_StartProcedure();
+}
+
+void FirmwareUpdate::queueCommand(int index)
+{
+    const int begin = m_sequence.blocksBegin();
+    const int end = m_sequence.blocksEnd();
+    const FPGAfwCommand command = m_sequence.at(index);
+    if (index == begin) {
+        const int size = m_sequence.imageSize();
+        qDebug() << "Total no of bytes" << size << " No of Blocks:" << size / firmwareimage::kBlockSize;
+    }
+    if (index == end) {
+        const int blocks = end - begin;
+        qDebug() << "No of Block commands planned sent: " << blocks;
+        qDebug() << "Total bytes packed and being sent: " << blocks * firmwareimage::kBlockSize;
+    }
+    emit Signal_commandMsg(QVariant::fromValue(command));
+    if (index >= begin && index < end)
+        qDebug() << "Block Size:" << command.data.size();
+}
+
+void FirmwareUpdate::endQueueing()
+{
+    m_portionTimer->stop();
+    m_sequence = {};
+    m_queued = 0;
+    m_startWhenQueued = false;
 }
 
 void FirmwareUpdate::Slot_incrementProgress(QVariant)
@@ -361,7 +401,7 @@ void FirmwareUpdate::Slot_incrementProgress(QVariant)
     if (m_state != State::Running)
         return;
     QProgressBar &bar = *m_ui->progressBar;
-    const int furthest = commandsWait() ? bar.maximum() - 1 : bar.maximum();
+    const int furthest = isQueueing() || commandsWait() ? bar.maximum() - 1 : bar.maximum();
     bar.setValue(std::min(bar.value() + 1, furthest));
     if (bar.value() == bar.maximum())
         complete();

@@ -58,8 +58,9 @@ public slots:
     void Slot_SelectFilePath();
 
     /// Checks the chosen file and, if nothing speaks against it, emits all commands and then
-    /// Signal_SaveFile(). Returns whether it did; if not, a box tells why, and nothing was emitted. Does
-    /// nothing while an update runs.
+    /// Signal_SaveFile(). Of an image above half a megabyte only the first commands; the rest follows in the
+    /// next turns of the event loop. Returns whether it did; if not, a box tells why, and nothing was
+    /// emitted. Does nothing while an update runs.
     bool ReadFileAndSendCommands();
 
     /// The device answered once more. Does nothing unless an update runs. Replies to other requests may be
@@ -82,8 +83,9 @@ signals:
     /// The commands that wait are to be dropped. A stop and a reset command follow.
     void Signal_AbortFrmwr();
 
-    /// The commands that wait are to be sent. Emitted at each press of "Read and Flash File", also if the
-    /// file was refused. But not if it was refused while commands of an abort wait: then nothing is sent.
+    /// The commands that wait are to be sent. Emitted at each press of "Read and Flash File", when the last
+    /// command was emitted, and also if the file was refused. But not if it was refused while commands of an
+    /// abort wait: then nothing is sent.
     void Signal_StartProcedure();
 
 private:
@@ -107,17 +109,25 @@ private:
     void showStatus(const QString &text);
     void startProgress(int commandCount);
     void sendImage(const QByteArray &image);
+    bool isQueueing() const;
+    void queuePortion();
+    void queueCommand(int index);
+    void endQueueing();
     void complete();
     void askToAbort();
     void dismissQuestion();
     void abort();
 
     const std::unique_ptr<Ui::FirmwareUpdate> m_ui;
-    Timer *const m_restTimer; ///< runs after an update was complete
+    Timer *const m_restTimer;    ///< runs after an update was complete
+    Timer *const m_portionTimer; ///< runs while commands are still to be queued
     std::function<bool()> m_commandsWait;
     State m_state = State::Idle;
     std::optional<Press> m_press;       ///< as it was begun by mouse or key, until it ends
     firmwareimage::Target m_target;     ///< of the image that was sent last
+    firmwareimage::Sequence m_sequence; ///< the commands that are being queued; empty when all are
+    int m_queued = 0;                   ///< how many of them are queued
+    bool m_startWhenQueued = false;     ///< they are to be sent then
     std::optional<QString> m_nextPath;  ///< came while an update was running, to be taken afterwards
     QPointer<QFileDialog> m_fileDialog; ///< child of this window
 };

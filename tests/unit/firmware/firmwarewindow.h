@@ -116,6 +116,14 @@ struct FirmwareWindow
             qFatal("the update does not run");
     }
 
+    /// Lets all commands be queued; those of the largest image take 33 turns of the event loop.
+    void letQueue()
+    {
+        constexpr int kTurns = 40;
+        for (int turn = 0; turn < kTurns; ++turn)
+            time.turn();
+    }
+
     /// Nothing runs, and the file can be flashed.
     bool isIdle() const
     {

@@ -164,6 +164,7 @@ void TstFirmwareUpdate::largestFileIsNotTooLarge()
     QVERIFY(QFile::resize(path, kMost));
     w.flash(path);
     QCOMPARE(w.refusal(), QString());
+    w.letQueue();
     QCOMPARE(w.commands.size(), 1 + 257 + 65536 + 2);
     QCOMPARE(FirmwareWindow::text(w.commands.at(257)), QStringLiteral("1 2 1 224 | 256 0"));
     QCOMPARE(FirmwareWindow::text(w.commands.at(257 + 65536)), QStringLiteral("1 2 1 225 | 65535 256"));
