@@ -1,26 +1,39 @@
 #include "base/timesource.h"
 
-#include <QTimer>
+#include <QBasicTimer>
+#include <QTimerEvent>
 
 namespace {
 
+/// Without a QTimer in it, which would be an object of its own: a full chain has hundreds of timers.
 class SystemTimer final : public Timer
 {
 public:
-    explicit SystemTimer(QObject *parent)
-        : Timer(parent)
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        connect(&m_timer, &QTimer::timeout, this, &Timer::timeout);
-    }
+    using Timer::Timer;
 
     bool isActive() const override { return m_timer.isActive(); }
-    void start(Period period) override { m_timer.start(period); }
+
+    void start(Period period) override
+    {
+        m_timer.start(static_cast<int>(period.count()), Qt::PreciseTimer, this);
+    }
+
     void stop() override { m_timer.stop(); }
-    void setSingleShot(bool singleShot) override { m_timer.setSingleShot(singleShot); }
+    void setSingleShot(bool singleShot) override { m_singleShot = singleShot; }
+
+protected:
+    void timerEvent(QTimerEvent *event) override
+    {
+        if (event->timerId() != m_timer.timerId())
+            return;
+        if (m_singleShot)
+            m_timer.stop();
+        emit timeout();
+    }
 
 private:
-    QTimer m_timer;
+    QBasicTimer m_timer;
+    bool m_singleShot = false;
 };
 
 } // namespace
