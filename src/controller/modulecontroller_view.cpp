@@ -241,7 +241,9 @@ void ModuleController_View::setPowerVisible(bool visible)
         m_powerSpacer = new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum);
         m_ui->rowLayout->addItem(m_powerSpacer);
     }
-    m_ui->powerFrame->setVisible(visible);
+    if (m_ui->powerFrame->isHidden() ==
+        visible) // asked to appear, it would have the whole row laid out at once
+        m_ui->powerFrame->setVisible(visible);
 }
 
 void ModuleController_View::on_pushButton_modType_clicked()
