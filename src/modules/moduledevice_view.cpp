@@ -49,7 +49,7 @@ ModuleDevice_View::ModuleDevice_View(int moduleNumber, const ModuleIdentificatio
     : QFrame(parent)
     , m_ui(std::make_unique<Ui::ModuleDevice_View>())
 {
-    setFont(fonts::text());
+    setFontIfChanged(*this, fonts::text());
     m_ui->setupUi(this);
     connectButtons();
     collectWidgets();

@@ -58,7 +58,7 @@ void AmplifierChannel_View::setAmplifierControls(const Controls &controls, const
     m_autozeroButton = &controls.autozeroButton;
     connect(m_autozeroButton, &QPushButton::pressed, this, &Own::on_pushButton_Autozero_pressed);
     connect(m_autozeroButton, &QPushButton::released, this, &Own::on_pushButton_Autozero_released);
-    m_autozeroButton->setFont(fonts::text());
+    setFontIfChanged(*m_autozeroButton, fonts::text());
     m_autozeroButton->setToolTip(autozeroToolTip());
     m_autozeroButton->installEventFilter(this);
     setAutozero(false); // styled before it is shown: the first status finds nothing to change

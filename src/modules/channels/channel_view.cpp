@@ -12,7 +12,7 @@
 Channel_View::Channel_View(QWidget *parent)
     : QFrame(parent)
 {
-    setFont(fonts::text());
+    setFontIfChanged(*this, fonts::text());
     setFixedSize(rowcolumns::kStripWidth, rowcolumns::kStripHeight);
 }
 

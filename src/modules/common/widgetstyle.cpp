@@ -1,5 +1,6 @@
 #include "modules/common/widgetstyle.h"
 
+#include <QFont>
 #include <QString>
 #include <QWidget>
 
@@ -7,4 +8,10 @@ void setStyleIfChanged(QWidget &widget, const QString &style)
 {
     if (widget.styleSheet() != style)
         widget.setStyleSheet(style);
+}
+
+void setFontIfChanged(QWidget &widget, const QFont &font)
+{
+    if (widget.font() != font)
+        widget.setFont(font);
 }
