@@ -4,6 +4,7 @@
 #include "modules/channels/stripgeometry.h"
 #include "modules/common/channelstyles.h"
 #include "modules/common/widgetstyle.h"
+#include "modules/widgets/fixedplaces.h"
 #include "modules/widgets/qcomboboxnowheel.h"
 
 #include <QEvent>
@@ -14,6 +15,7 @@ Channel_View::Channel_View(QWidget *parent)
 {
     setFontIfChanged(*this, fonts::text());
     setFixedSize(rowcolumns::kStripWidth, rowcolumns::kStripHeight);
+    setLayout(new FixedPlaces);
 }
 
 void Channel_View::setSharedControls(QComboBoxNoWheel &typeBox, QComboBoxNoWheel &rangeBox,

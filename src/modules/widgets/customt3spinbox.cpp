@@ -3,6 +3,7 @@
 #include "modules/common/channelstyles.h"
 #include "modules/common/widgetstyle.h"
 #include "modules/widgets/boundedvalue.h"
+#include "modules/widgets/fixedplaces.h"
 
 #include <QDebug>
 #include <QLineEdit>
@@ -12,6 +13,7 @@ CustomT3SpinBox::CustomT3SpinBox(QWidget *parent)
     : QSpinBox(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
+    setLayout(new FixedPlaces); // of the line edit
     lineEdit()->setReadOnly(true);
 }
 

@@ -6,6 +6,7 @@
 #include "modules/common/channelstyles.h"
 #include "modules/common/widgetstyle.h"
 #include "modules/widgets/boundedvalue.h"
+#include "modules/widgets/fixedplaces.h"
 
 #include <QLineEdit>
 
@@ -21,6 +22,7 @@ FilterSpinBox::FilterSpinBox(TimeSource &time, QWidget *parent, std::chrono::mil
     , m_timer(time.createTimer(this))
 {
     setFocusPolicy(Qt::StrongFocus);
+    setLayout(new FixedPlaces); // of the line edit
     connect(m_timer, &Timer::timeout, this, &FilterSpinBox::Slot_Timeout);
     connect(lineEdit(), &QLineEdit::returnPressed, this, &FilterSpinBox::returnPress);
     connect(lineEdit(), &QLineEdit::textChanged, this, &FilterSpinBox::textAltered);
