@@ -158,7 +158,10 @@ void TstLinkLossSleepWindows::gatewayDropsItsLinkMeanwhile()
     f.time.skip(5s);
     WAIT_VERIFY(f.isConnected());
     WAIT_COMPARE(f.differences(), QStringList());
-    f.nextPoll(5s); // a retry that still ran would cut the link
+    f.waitUntilPolled(1);
+    f.nextPoll(5s); // a retry that still ran would make another connection
+    f.nextPoll();
+    QCOMPARE(f.clockSettings(), 1);
     QVERIFY(f.isConnected());
     QCOMPARE(f.gateway->connectionCount(), 1);
     QCOMPARE(f.lines(), QStringList());
