@@ -28,8 +28,8 @@ const QLatin1String kAbortBox("abortBox");
 constexpr std::chrono::milliseconds kRest(500);
 
 /// How many commands are queued in one turn of the event loop: queueing the largest image at once would hold
-/// the window for the better part of a second. All of an image of half a megabyte.
-constexpr int kPortion = 2048;
+/// the window for the better part of a second. All of an image of 300000 bytes.
+constexpr int kPortion = 1280;
 constexpr std::chrono::milliseconds kNextTurn(0);
 
 /// Return presses the default button of a dialog only, and there is none.

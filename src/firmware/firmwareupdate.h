@@ -58,7 +58,7 @@ public slots:
     void Slot_SelectFilePath();
 
     /// Checks the chosen file and, if nothing speaks against it, emits all commands and then
-    /// Signal_SaveFile(). Of an image above half a megabyte only the first commands; the rest follows in the
+    /// Signal_SaveFile(). Of an image above 320 KiB only the first commands; the rest follows in the
     /// next turns of the event loop. Returns whether it did; if not, a box tells why, and nothing was
     /// emitted. Does nothing while an update runs.
     bool ReadFileAndSendCommands();

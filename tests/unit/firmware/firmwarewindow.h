@@ -116,10 +116,10 @@ struct FirmwareWindow
             qFatal("the update does not run");
     }
 
-    /// Lets all commands be queued; those of the largest image take 33 turns of the event loop.
+    /// Lets all commands be queued; those of the largest image take 52 turns of the event loop.
     void letQueue()
     {
-        constexpr int kTurns = 40;
+        constexpr int kTurns = 60;
         for (int turn = 0; turn < kTurns; ++turn)
             time.turn();
     }

@@ -1,6 +1,6 @@
 #include "firmwarewindow.h"
 
-/// An image of more than half a megabyte is queued over several turns of the event loop.
+/// An image of more than 320 KiB is queued over several turns of the event loop.
 class TstFirmwareUpdatePortions : public QObject
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kSize = 1 << 20;
 constexpr int kCommands = 4116; // start, 17 pages, 4096 blocks, stop, reset
-constexpr int kMostAtOnce = 2048;
+constexpr int kMostAtOnce = 1280;
 
 int startsOf(const FirmwareWindow &w)
 {
@@ -53,6 +53,8 @@ void TstFirmwareUpdatePortions::largeImageIsQueuedOverSeveralTurns()
     w.time.turn();
     QCOMPARE(w.commands.size(), 2 * kMostAtOnce);
     w.time.turn();
+    QCOMPARE(w.commands.size(), 3 * kMostAtOnce);
+    w.time.turn();
     QCOMPARE(w.commands.size(), kCommands);
     QCOMPARE(w.time.activeTimers(), 0);
 }
@@ -74,6 +76,7 @@ void TstFirmwareUpdatePortions::sendingStartsWhenAllIsQueued()
 {
     FirmwareWindow w;
     w.flashImage(kSize);
+    w.time.turn();
     w.time.turn();
     QCOMPARE(startsOf(w), 0);
     w.time.turn();
