@@ -23,8 +23,8 @@ constexpr int kFewWakings = 2000; ///< in these seconds; a loop that never rests
 
 } // namespace
 
-/// The peer of a TCP connection is gone without a word, as by a pulled network cable or a power cut: no packet
-/// comes back, not even a refusal.
+/// The peer of a TCP connection is gone without a word, as by a pulled network cable or a power cut: no
+/// packet comes back, not even a refusal.
 ///
 /// | Case                           | What the operator sees                                               |
 /// |--------------------------------|----------------------------------------------------------------------|

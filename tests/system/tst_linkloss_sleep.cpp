@@ -14,8 +14,8 @@ const QString kStarted = QStringLiteral("Timer started");
 
 } // namespace
 
-/// The machine sleeps for hours, from one moment to the next. On some platforms its timers count the sleep, and
-/// all that fell due meanwhile fire when it wakes up; on others they stand still with it.
+/// The machine sleeps for hours, from one moment to the next. On some platforms its timers count the sleep,
+/// and all that fell due meanwhile fire when it wakes up; on others they stand still with it.
 ///
 /// | Asleep                  | Timers that counted the sleep        | Timers that stood still              |
 /// |-------------------------|--------------------------------------|--------------------------------------|
@@ -24,12 +24,10 @@ const QString kStarted = QStringLiteral("Timer started");
 /// |                         | then the walk, READY.                |                                      |
 /// | in the walk             | The same.                            | The walk goes on; it begins anew     |
 /// |                         |                                      | after 3.8 s if a reply was lost.     |
-/// | and the link is dropped | The same without the walk; then as a | As a lost link.                      |
-/// |                         | lost link.                           |                                      |
-/// | while a link is retried | One attempt at once, then each 6 s.  | The next attempt within 6 s.         |
 /// | with a control in red,  | The rows go and come back with what  | Red for the rest of its second, then |
 /// | Auto Zero or a shunt on | the device has. Nothing is sent      | what the device has. A shunt shows   |
 /// |                         | again.                               | active for the rest of its 20 s.     |
+/// | while the link is away  | See tst_linkloss_sleep_away.         |                                      |
 /// | with the windows of     | See tst_linkloss_sleep_windows.      |                                      |
 /// | firmware or gateway     |                                      |                                      |
 class TstLinkLossSleep : public QObject
@@ -37,22 +35,15 @@ class TstLinkLossSleep : public QObject
     Q_OBJECT
 
 private slots:
-    void whileItIsPolled_data() { addLinks(); }
+    void whileItIsPolled_data();
     void whileItIsPolled();
-    void linkIsDroppedMeanwhile_data() { addLinks(); }
-    void linkIsDroppedMeanwhile();
     void inTheWalk_data();
     void inTheWalk();
-    void whileALinkIsRetried_data();
-    void whileALinkIsRetried();
     void withTimersOfChannels_data();
     void withTimersOfChannels();
-
-private:
-    static void addLinks();
 };
 
-void TstLinkLossSleep::addLinks()
+void TstLinkLossSleep::whileItIsPolled_data()
 {
     QTest::addColumn<LinkKind>("kind");
     QTest::addColumn<Asleep>("asleep");
@@ -89,36 +80,6 @@ void TstLinkLossSleep::whileItIsPolled()
     const int starts = asleep == Asleep::InTurn ? 3 : asleep == Asleep::Overdue ? 1 : 0;
     QCOMPARE(f.device->requestCount(0x01), starts);
     QCOMPARE(f.logged(kStarted), 0);
-    QCOMPARE(f.warnings(), QStringList());
-}
-
-void TstLinkLossSleep::linkIsDroppedMeanwhile()
-{
-    QFETCH(LinkKind, kind);
-    QFETCH(Asleep, asleep);
-    LossFixture f(kind);
-    f.startUpTo(Moment::Cycle);
-    const QString before = f.sight();
-    f.log.clear();
-    f.unplug();
-    f.time.sleep(kNight, asleep);
-    if (timesOut(asleep))
-        f.expectNothingShown();
-    else
-        QCOMPARE(f.sight(), before);
-    WAIT_COMPARE(f.logged(kStarted), 1);
-    QVERIFY(busyTurns() < kFewTurns);
-    f.pass(12s);
-    QCOMPARE(f.sight(), LossFixture::unavailable());
-    f.expectNothingShown();
-    const int retries = f.retries();
-    QVERIFY(retries >= 2 && retries <= 4);
-    f.plug(LossFixture::otherChain());
-    f.pass(6s);
-    f.expectWhole();
-    QCOMPARE(f.retries(), retries + 1);
-    f.poll(12s);
-    QCOMPARE(f.retries(), retries + 1);
     QCOMPARE(f.warnings(), QStringList());
 }
 
@@ -174,68 +135,6 @@ void TstLinkLossSleep::inTheWalk()
     QVERIFY(f.isReady());
     QCOMPARE(f.device->requestCount(0x01), starts);
     QCOMPARE(f.logged(kStarted), 0);
-    QCOMPARE(f.warnings(), QStringList());
-}
-
-void TstLinkLossSleep::whileALinkIsRetried_data()
-{
-    QTest::addColumn<LinkKind>("kind");
-    QTest::addColumn<Asleep>("asleep");
-    QTest::addColumn<bool>("isBack");
-    for (const auto &platform : platforms()) {
-        for (const bool isBack : {true, false}) {
-            const char *device = isBack ? "device back" : "device away";
-            QTest::addRow("tcp, %s, %s", platform.first, device)
-                << LinkKind::Tcp << platform.second << isBack;
-            QTest::addRow("serial, %s, %s", platform.first, device)
-                << LinkKind::Serial << platform.second << isBack;
-        }
-    }
-}
-
-void TstLinkLossSleep::whileALinkIsRetried()
-{
-    QFETCH(LinkKind, kind);
-    QFETCH(Asleep, asleep);
-    QFETCH(bool, isBack);
-    LossFixture f(kind);
-    f.startUpTo(Moment::Cycle);
-    f.log.clear();
-    f.unplugAndNotice();
-    f.pass(15s);
-    QCOMPARE(f.sight(), LossFixture::unavailable());
-    QCOMPARE(f.retries(), 2);
-    if (isBack)
-        f.plug(LossFixture::otherChain());
-    f.time.sleep(kNight, asleep);
-    int retries = timesOut(asleep) ? 3 : 2; // the hours that were missed are not made up for
-    QCOMPARE(f.retries(), retries);
-    if (isBack && timesOut(asleep))
-        f.expectNothingShown(); // yet
-    else
-        QCOMPARE(f.sight(), LossFixture::unavailable());
-    if (!isBack && asleep == Asleep::InTurn) {
-        f.pass(1s); // the attempt that is overdue from within the sleep
-        retries = f.retries();
-        QCOMPARE(retries, 4);
-    }
-    if (!isBack) {
-        for (int i = 0; i < 3; ++i) {
-            QVERIFY(busyTurns() < kFewTurns);
-            f.pass(6s);
-            QCOMPARE(f.retries(), ++retries);
-            QCOMPARE(f.sight(), LossFixture::unavailable());
-        }
-        f.plug(LossFixture::otherChain());
-    }
-    if (!isBack || !timesOut(asleep)) {
-        f.pass(6s);
-        QCOMPARE(f.retries(), ++retries);
-    }
-    f.expectWhole();
-    f.poll(12s);
-    QCOMPARE(f.retries(), retries);
-    QCOMPARE(f.logged(QStringLiteral("Timer Stopped")), 1);
     QCOMPARE(f.warnings(), QStringList());
 }
 
