@@ -30,8 +30,8 @@ private slots:
     void cleanup();
 
 protected:
-    /// No program shows any file from now on.
-    void loseViewers();
+    /// No program shows any file from now on, and Qt warns of each of the `files` that are to be shown.
+    void loseViewers(int files = 1);
 
     QString folder() const { return m_folder->path(); }
     QString desktopFolder() const { return folder() + QStringLiteral("/Desktop"); }

@@ -72,7 +72,7 @@ void TstPdfCommands::overviewIsShownAfterTheFolderIsRemembered()
 void TstPdfCommands::noViewerIsTold()
 {
     fill({reportrecords::oneListModule(1, 1)});
-    loseViewers();
+    loseViewers(2);
     const QString module = folder() + QStringLiteral("/m.pdf");
     emit report().savePDF(1);
     saveAs(module);
