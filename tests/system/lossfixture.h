@@ -5,7 +5,7 @@
 #include "support/messagecatcher.h"
 
 #include <QStringList>
-#include <optional>
+#include <functional>
 
 /// The program before a simulated chain whose link gets lost, with the program's own periods but for the
 /// turns of the polling. Time stands still from the start, and passes by time.skip() and pass() only.
@@ -39,7 +39,7 @@ public:
     /// The chain goes away with its port or connection; returns when the program has noticed.
     void unplugAndNotice();
 
-    /// In steps of a second, each with a turn of the event loop.
+    /// Lets time pass in steps of a second, each with a turn of the event loop.
     void pass(std::chrono::seconds by);
 
     /// Lets time pass while the chain is polled and the session gets its replies.
@@ -70,7 +70,7 @@ public:
 
 Q_DECLARE_METATYPE(LossFixture::Moment)
 
-/// Adds a row for each moment to a column "moment"; `prefix` goes before the name of the row.
+/// Calls `addRow` for each moment, with a name for the row.
 void addMoments(const std::function<void(const char *name, LossFixture::Moment moment)> &addRow);
 
 /// Of a thousand turns of the event loop that do not wait, the number that found something to do. A program
