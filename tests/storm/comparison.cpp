@@ -249,7 +249,10 @@ void Comparison::checkRateCell(const QWidget &panel)
     const QPushButton *cell = table ? table->button({rate.bitRate, rate.channels}) : nullptr;
     ++m_valueCount;
     if (cell && cell->isEnabled() && table->selected() != cell)
-        m_differences.append(m_place + QStringLiteral(" marks another rate"));
+        m_differences.append(QStringLiteral("%1 marks rate \"%2\", not \"%3\"")
+                                 .arg(m_place,
+                                      table->selected() ? table->selected()->objectName() : QString(),
+                                      cell->objectName()));
 }
 
 void Comparison::compareSystemPanel(const QWidget &panel)

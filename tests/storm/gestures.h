@@ -53,6 +53,8 @@ public:
     QString leave(QWidget *dialog, Way way);
     /// The same by the button that accepts what is in the dialog now.
     QString leaveAccepting(QWidget *dialog);
+    /// Lets the gateway's panel connect, to where the gateway is.
+    QString connectPanel(QWidget *panel);
     /// Chooses a link in the connection dialog; a live one on request.
     QString chooseLink(QWidget *portLister, bool live);
 
@@ -78,7 +80,7 @@ private:
     QString openFilterWarning();
     QString openSpecialRange();
     QString workInFileDialog(QWidget *dialog);
-    QString chooseFile(QWidget *dialog, const QString &path);
+    QString chooseFile(QWidget *dialog, const QString &name);
     void pressButton(QWidget *dialog, Way way);
     void pick(QComboBox *box, int index, Qt::KeyboardModifiers keys);
     static void scrollTo(QWidget *control);

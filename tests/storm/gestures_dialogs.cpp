@@ -99,21 +99,27 @@ QString Gestures::chooseLink(QWidget *portLister, bool live)
     return QStringLiteral("choose %1").arg(text);
 }
 
-QString Gestures::chooseFile(QWidget *dialog, const QString &path)
+QString Gestures::connectPanel(QWidget *panel)
+{
+    m_hands.rest(std::chrono::milliseconds(50)); // the connection may be on its way
+    return clickIn(panel, "tcpConnect_Btn");
+}
+
+QString Gestures::chooseFile(QWidget *dialog, const QString &name)
 {
     const QPointer<QWidget> chooser = dialog;
-    m_hands.then([this, chooser, path] {
+    m_hands.then([this, chooser, name] {
         QWidget *edit = chooser ? inWindow(chooser, "fileNameEdit") : nullptr;
         if (!edit)
             return;
         m_hands.click(edit);
-        m_hands.typeOver(path);
+        m_hands.typeOver(name);
         m_hands.then([this] {
             if (QApplication::activePopupWidget()) // the names that begin so
                 m_hands.key(Qt::Key_Escape);
         });
     });
-    return QStringLiteral("name the file ") + path;
+    return QStringLiteral("name the file ") + name;
 }
 
 QString Gestures::workInFileDialog(QWidget *dialog)
@@ -123,11 +129,11 @@ QString Gestures::workInFileDialog(QWidget *dialog)
     if (dialogName(*dialog) == QLatin1String("firmwareFileDialog") && !m_wantedImage.isEmpty())
         return chooseFile(dialog, std::exchange(m_wantedImage, QString()));
     if (dialogName(*dialog) == QLatin1String("firmwareFileDialog"))
-        return chooseFile(dialog, m_chance.oneOf(QStringList{m_program.smallImage(), m_program.largeImage(),
-                                                             m_program.wrongImage()}));
+        return chooseFile(dialog, m_chance.oneOf(QStringList{Program::smallImage(), Program::largeImage(),
+                                                             Program::wrongImage()}));
     // Names with a point get no suffix from the dialog, and so meet the file of an earlier report.
     const QStringList names{QStringLiteral("report"), QStringLiteral("report.v1"), QStringLiteral("a.b")};
-    return chooseFile(dialog, m_program.folder() + QLatin1Char('/') + m_chance.oneOf(names));
+    return chooseFile(dialog, m_chance.oneOf(names));
 }
 
 } // namespace storm

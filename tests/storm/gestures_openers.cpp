@@ -118,9 +118,9 @@ QString Gestures::openFromUpdate(const QString &dialog)
     if (dialog == QLatin1String("firmwareFileDialog"))
         return clickIn(update, "selectFileButton");
     const QString wanted =
-        dialog == QLatin1String("abortBox") ? m_program.largeImage() : m_program.wrongImage();
+        dialog == QLatin1String("abortBox") ? Program::largeImage() : Program::wrongImage();
     m_wantedImage = wanted;
-    return clickIn(update, path && path->text() == wanted ? "flashButton" : "selectFileButton");
+    return clickIn(update, path && path->text().endsWith(wanted) ? "flashButton" : "selectFileButton");
 }
 
 QString Gestures::open(const QString &dialog)

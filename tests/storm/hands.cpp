@@ -165,16 +165,19 @@ void Hands::turnWheel(QWidget *target, bool up)
     });
 }
 
+/// An open list has the keys, else the window that is active. The platform of the tests makes an open list
+/// the active one, and nothing when it has gone.
 QWindow *Hands::windowForKeys()
 {
     if (const QWidget *popup = QApplication::activePopupWidget())
         return popup->windowHandle();
-    if (QGuiApplication::focusWindow())
-        return QGuiApplication::focusWindow();
     QWidget *modal = QApplication::activeModalWidget();
-    if (modal)
-        bringToFront(modal);
-    return QGuiApplication::focusWindow();
+    QWidget *active = modal ? modal : QApplication::activeWindow();
+    if (!active || !active->windowHandle())
+        return QGuiApplication::focusWindow();
+    if (QGuiApplication::focusWindow() != active->windowHandle())
+        active->windowHandle()->requestActivate();
+    return active->windowHandle();
 }
 
 void Hands::key(Qt::Key key, Qt::KeyboardModifiers keys, const QString &text)

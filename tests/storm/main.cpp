@@ -8,6 +8,7 @@
 #include <QCommandLineParser>
 #include <QDateTime>
 #include <QDesktopServices>
+#include <QPixmapCache>
 #include <QTemporaryDir>
 #include <cstdio>
 
@@ -55,16 +56,20 @@ Arguments read(const QApplication &application)
 int main(int argc, char *argv[])
 {
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    const QTemporaryDir home; // of the program's own settings, and of what it prints to a file
+    const QTemporaryDir home(storm::folderPattern()); // of the program's own settings
     qputenv("HOME", home.path().toLocal8Bit());
     qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
     QApplication application(argc, argv);
     initResources();
     fonts::installSubstitutions();
     QApplication::setFont(fonts::text(QApplication::font()));
     QApplication::setQuitOnLastWindowClosed(false);
+    // Else pictures of controls as they were painted are kept, 10 MB of them, and dropped again from time to
+    // time: what the program holds could not be compared.
+    QPixmapCache::setCacheLimit(0);
     const Arguments arguments = read(application);
-    if (!arguments.isGood || !QDir::setCurrent(home.path()))
+    if (!arguments.isGood)
         return 2;
     std::printf("storm of %d s, seed %u\n", arguments.options.seconds, arguments.options.seed);
 

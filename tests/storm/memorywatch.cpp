@@ -1,11 +1,13 @@
 #include "memorywatch.h"
 
+#include <QThread>
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <malloc.h>
+#include <mutex>
 #include <unistd.h>
+#include <unordered_set>
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -31,18 +33,26 @@ constexpr int kRemoveQObject = 4; // and of one that goes
 constexpr double kSecondsPerMinute = 60;
 
 thread_local bool isCounted = false;
-std::atomic<qint64> objectCount{0};
+std::mutex mutex; ///< guards the objects: one may be destroyed in another thread than it was made in
 
-void objectMade(QObject *)
+std::unordered_set<QObject *> &liveObjects()
 {
-    if (isCounted)
-        ++objectCount;
+    static std::unordered_set<QObject *> objects;
+    return objects;
 }
 
-void objectGone(QObject *)
+void objectMade(QObject *object)
 {
-    if (isCounted)
-        --objectCount;
+    if (!isCounted)
+        return;
+    const std::lock_guard<std::mutex> lock(mutex);
+    liveObjects().insert(object);
+}
+
+void objectGone(QObject *object)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    liveObjects().erase(object);
 }
 
 template <typename Value>
@@ -87,7 +97,19 @@ void objectcount::start()
 
 qint64 objectcount::now()
 {
-    return objectCount;
+    const std::lock_guard<std::mutex> lock(mutex);
+    return static_cast<qint64>(liveObjects().size());
+}
+
+QMap<QString, int> objectcount::byClass()
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    QMap<QString, int> counts;
+    for (const QObject *object : liveObjects()) {
+        if (object->thread() == QThread::currentThread()) // another thread may be destroying it
+            ++counts[QString::fromLatin1(object->metaObject()->className())];
+    }
+    return counts;
 }
 
 Trend trendOf(const QVector<MemorySample> &samples, qint64 MemorySample::*value)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QVector>
 #include <QtGlobal>
@@ -14,8 +15,10 @@ qint64 residentBytes();
 /// Counts the objects of the thread that calls start(), from then on.
 namespace objectcount {
 void start();
-/// Objects that were made in this thread less those that were destroyed in it.
+/// Those that were made since and are still there.
 qint64 now();
+/// The same by their classes. To be called in this thread.
+QMap<QString, int> byClass();
 } // namespace objectcount
 
 /// What the process holds at a moment that can be compared: the chain has been read anew, no dialog is open.

@@ -2,10 +2,12 @@
 
 #include "hands.h"
 #include "program.h"
+#include "protocol/communication.h"
 #include "settings/appconfigurationmanager.h"
 #include "stallmeter.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QPushButton>
 #include <cstdio>
 
@@ -17,6 +19,8 @@ constexpr std::chrono::milliseconds kPace(8);
 constexpr std::chrono::milliseconds kFastPace(1);
 constexpr int kMostTries = 25; ///< to open a dialog, before another one is tried
 constexpr qint64 kDeadLinkMs = 700;
+
+const QString kPanel = QStringLiteral("GatewayZRT");
 
 /// The dialog behind which another one comes up when it is accepted.
 QString stepTo(const QString &dialog)
@@ -123,13 +127,7 @@ QString Operator::nextGesture()
     case Mode::LeaveAll:
         return leaveNext();
     case Mode::Visit:
-        if (unvisited().isEmpty()) {
-            setMode(Mode::Rest);
-            emit done();
-            return {};
-        }
-        chooseGoal(unvisited());
-        return pursue();
+        return visitNext();
     case Mode::Work:
         break;
     }
@@ -149,6 +147,40 @@ QString Operator::nextGesture()
     return front ? playWith(front) : useMainWindow();
 }
 
+QString Operator::visitNext()
+{
+    const QStringList dialogs = unvisited();
+    if (!dialogs.isEmpty()) {
+        chooseGoal(dialogs);
+        return pursue();
+    }
+    if (m_tour.contains(kPanel) && !m_hasOpenedLists)
+        return openSomeList();
+    setMode(Mode::Rest);
+    emit done();
+    return {};
+}
+
+/// A list that is opened for the first time makes its window, which stays as long as the list does. The panel
+/// is the dialog that stays and has lists.
+QString Operator::openSomeList()
+{
+    QWidget *front = frontDialog();
+    if (!front)
+        return m_gestures.open(kPanel);
+    if (dialogName(*front) != kPanel)
+        return leaveSomehow(front);
+    for (auto *list : front->findChildren<QComboBox *>()) {
+        if (list->window() != front || list->findChild<QFrame *>(QString(), Qt::FindDirectChildrenOnly))
+            continue;
+        if (list->isVisible() && list->isEnabled())
+            return m_gestures.use(list);
+        return m_gestures.connectPanel(front);
+    }
+    m_hasOpenedLists = true;
+    return leaveSomehow(front);
+}
+
 QList<QWidget *> Operator::openDialogs()
 {
     QList<QWidget *> dialogs;
@@ -164,11 +196,14 @@ QWidget *Operator::frontDialog()
     return QApplication::activeModalWidget();
 }
 
+/// Whether the link that was chosen last leads to the chain, if that is there. A port that could not be
+/// opened when it was chosen is not tried again by the program, an address is.
 bool Operator::isLinkLive() const
 {
     const model_Namespace::Settings &link = m_program.app().appConfig()->comSettings();
     if (link.commType == Comm_Type::Serial)
-        return link.portName == QStringLiteral("COM%1").arg(kLivePort);
+        return link.portName == QStringLiteral("COM%1").arg(kLivePort) &&
+               m_program.app().communication()->isCommunicationChannelOpen();
     return link.ipAddress == m_program.addresses().device;
 }
 

@@ -26,8 +26,8 @@ public:
 
     /// Works on, whatever comes.
     void work();
-    /// Opens dialogs and leaves them, those of this list that were not left in all of their ways, fast; then
-    /// emits done().
+    /// Opens dialogs and leaves them, those of this list that were not left in all of their ways, fast, and
+    /// opens all lists of those that stay; then emits done().
     void visit(const QStringList &dialogs);
     /// Leaves all dialogs and sees to a live link; then emits done(), and rests.
     void leaveAll();
@@ -61,6 +61,8 @@ private:
     Way someWay(const QWidget &dialog);
     void chooseGoal(const QStringList &dialogs);
     QStringList unvisited() const;
+    QString visitNext();
+    QString openSomeList();
     bool isLinkLive() const;
     bool isLinkDead();
     static QWidget *frontDialog();
@@ -76,6 +78,7 @@ private:
     QStringList m_tour; ///< dialogs to be visited
     QString m_goal;     ///< dialog that is to be opened or left in a further way; empty: none
     int m_tries = 0;
+    bool m_hasOpenedLists = false; ///< those of the gateway's panel
     QElapsedTimer m_deadSince;
     int m_gestureCount = 0;
     QMap<QString, int> m_byKind;

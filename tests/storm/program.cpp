@@ -1,9 +1,11 @@
 #include "program.h"
 
+#include "gateway/dialogueview.h"
 #include "protocol/communication.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QWindow>
 
@@ -39,11 +41,20 @@ CommPeriods stormPeriods()
     return periods;
 }
 
+QString folderPattern()
+{
+    const QString memory = QStringLiteral("/dev/shm");
+    const bool isThere = QFileInfo(memory).isWritable();
+    return (isThere ? memory : QDir::tempPath()) + QStringLiteral("/storm-XXXXXX");
+}
+
 Program::Program(const Addresses &addresses)
     : m_addresses(addresses)
 {
     QDir().mkpath(portFolder());
     writeImages();
+    if (!QDir::setCurrent(folder())) // where dialogs for files begin
+        qFatal("%s is no folder", qPrintable(folder()));
 }
 
 Program::~Program() = default;
@@ -52,9 +63,9 @@ void Program::writeImages() const
 {
     constexpr int kSmall = 2000;
     constexpr int kLarge = 120000;
-    writeFile(smallImage(), image(kSmall));
-    writeFile(largeImage(), image(kLarge));
-    writeFile(wrongImage(), image(kSmall));
+    writeFile(m_folder.filePath(smallImage()), image(kSmall));
+    writeFile(m_folder.filePath(largeImage()), image(kLarge));
+    writeFile(m_folder.filePath(wrongImage()), image(kSmall));
 }
 
 void Program::start(quint16 gatewayPort, quint16 webPort)
@@ -92,7 +103,17 @@ void Program::start(quint16 gatewayPort, quint16 webPort)
         ++m_sessionsRead;
         m_walkMs = static_cast<double>(m_walk.nsecsElapsed()) / 1e6;
     });
+    QObject::connect(session, &Communication::Signal_CleanSlateProtocol, session,
+                     [this] { ++m_cleanSlates; });
     QObject::connect(session, &Communication::Signal_FastModuleStatus, session, [this] { ++m_polls; });
+}
+
+void Program::fillDialogue() const
+{
+    auto *view = window()->findChild<DialogueView *>(QStringLiteral("RxBox"));
+    const QString line(DialogueView::kCharacters / DialogueView::kLines, QLatin1Char('.'));
+    for (int i = 0; i < DialogueView::kLines; ++i)
+        view->add(line + QLatin1Char('\n'), true);
 }
 
 void Program::end()

@@ -17,7 +17,13 @@ constexpr std::chrono::milliseconds kReconnect{150};
 /// How long the program waits for a connection to come up.
 constexpr std::chrono::milliseconds kConnect{50};
 
+/// Where temporary folders of the storm lie, for QTemporaryDir.
+QString folderPattern();
+
 /// The whole program with its real links, windows and clock, in a folder of its own, before the world.
+///
+/// The folder is one in memory, where there is such a place: settings and reports are written to the disk
+/// before the program goes on, and how long that takes on a busy machine is not the program's.
 class Program
 {
 public:
@@ -27,6 +33,8 @@ public:
     /// Writes the settings file and starts the program. The ports are those of the gateway and of the server
     /// of the version files.
     void start(quint16 gatewayPort, quint16 webPort);
+    /// Fills what remembers the last lines up to its limit, as after hours of work: else it grows until then.
+    void fillDialogue() const;
     /// The operator closes the main window, and the program ends.
     void end();
 
@@ -47,25 +55,28 @@ public:
     int sessionsBegun() const { return m_sessionsBegun; }
     int sessionsRead() const { return m_sessionsRead; }
 
+    /// Sessions that ended, and with them the rows.
+    int cleanSlates() const { return m_cleanSlates; }
     /// Replies with the values of all modules.
     int polls() const { return m_polls; }
     /// How long the last reading of the modules took, from the system status on.
     double walkMs() const { return m_walkMs; }
 
-    /// Firmware files, which are there from the start on.
-    QString smallImage() const { return m_folder.filePath(QStringLiteral("X_ANA_FPGA5_1_2_3_s.bin")); }
-    QString largeImage() const { return m_folder.filePath(QStringLiteral("X_CON_FPGA5_1_2_3_l.bin")); }
-    QString wrongImage() const { return m_folder.filePath(QStringLiteral("X_ANA_FPGA4_1_2_3_w.bin")); }
+    /// Firmware files of the folder, which is the working directory; there from the start on.
+    static QString smallImage() { return QStringLiteral("X_ANA_FPGA5_1_2_3_s.bin"); }
+    static QString largeImage() { return QStringLiteral("X_CON_FPGA5_1_2_3_l.bin"); }
+    static QString wrongImage() { return QStringLiteral("X_ANA_FPGA4_1_2_3_w.bin"); }
 
 private:
     void writeImages() const;
 
     const Addresses m_addresses;
-    QTemporaryDir m_folder;
+    QTemporaryDir m_folder{folderPattern()};
     SystemTime m_time;
     std::unique_ptr<Framework_Ctrllr> m_app;
     int m_sessionsBegun = 0;
     int m_sessionsRead = 0;
+    int m_cleanSlates = 0;
     int m_polls = 0;
     QElapsedTimer m_walk;
     double m_walkMs = 0;

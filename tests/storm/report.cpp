@@ -42,12 +42,16 @@ QString asText(const QMap<QString, int> &counts)
 QString asText(const Stall &stall)
 {
     return QStringLiteral(
-               "%1 ms by the clock, %2 ms of them without a processor, %3 ms of its own; at \"%4\"")
+               "%1 ms by the clock, %2 ms of them without a processor, %3 ms asleep while others had none, "
+               "%4 ms of its own; at \"%5\"")
         .arg(stall.wholeMs, 0, 'f', 1)
         .arg(stall.waitedMs, 0, 'f', 1)
+        .arg(stall.heldUpMs, 0, 'f', 1)
         .arg(stall.ownMs(), 0, 'f', 1)
         .arg(stall.during);
 }
+
+} // namespace
 
 QString asText(const MemorySample &sample)
 {
@@ -59,8 +63,6 @@ QString asText(const MemorySample &sample)
         .arg(sample.widgets)
         .arg(sample.topLevels);
 }
-
-} // namespace
 
 double stallLimitMs()
 {
@@ -80,8 +82,11 @@ double recoveryLimitMs(int modules)
 
 void Storm::judge()
 {
-    for (const Stall &stall : m_meter.violations())
+    constexpr int kToldStalls = 10;
+    for (const Stall &stall : m_meter.violations().mid(0, kToldStalls))
         fail(QStringLiteral("stall: ") + asText(stall));
+    if (m_meter.violations().size() > kToldStalls)
+        fail(QStringLiteral("%1 stalls in all").arg(m_meter.violations().size()));
     for (const QString &line : m_log.complaints())
         fail(QStringLiteral("the log has: ") + line);
     for (const QString &name : m_book.missing())
@@ -118,13 +123,15 @@ void Storm::report(const WorldCounts &counts) const
     print("stall",
           QStringLiteral("limit %1 ms; longest: %2").arg(stallLimitMs()).arg(asText(m_meter.longestOwn())));
     print("", QStringLiteral("by the clock: %1").arg(asText(m_meter.longestWhole())));
-    print(
-        "recovery",
-        QStringLiteral("%1 times, READY after %2 ms at most (limit for 14 modules %3 ms); walk %4 ms at most")
-            .arg(m_recoveries)
-            .arg(m_longestRecoveryMs, 0, 'f', 0)
-            .arg(recoveryLimitMs(14), 0, 'f', 0)
-            .arg(m_longestWalkMs, 0, 'f', 0));
+    print("recovery",
+          QStringLiteral(
+              "%1 times, READY after %2 ms at most (limit for 14 modules %3 ms); walk %4 ms at most; "
+              "%5 sessions lost for want of a processor")
+              .arg(m_recoveries)
+              .arg(m_longestRecoveryMs, 0, 'f', 0)
+              .arg(recoveryLimitMs(14), 0, 'f', 0)
+              .arg(m_longestWalkMs, 0, 'f', 0)
+              .arg(m_starvedSessions));
     print("values", QStringLiteral("%1 compared in %2 looks").arg(m_comparedValues).arg(m_comparisons));
     if (m_samples.size() > 2) {
         const Trend bytes = trendOf(m_samples, &MemorySample::bytes);
@@ -138,6 +145,12 @@ void Storm::report(const WorldCounts &counts) const
                   .arg(objects.error, 0, 'f', 1));
         print("", asText(m_samples.constFirst()));
         print("", asText(m_samples.constLast()));
+        QMap<QString, int> more;
+        for (auto entry = m_classesAtLast.cbegin(); entry != m_classesAtLast.cend(); ++entry) {
+            if (entry.value() > m_classesAtFirst.value(entry.key()))
+                more[entry.key()] = entry.value() - m_classesAtFirst.value(entry.key());
+        }
+        print("", QStringLiteral("more at the end: ") + asText(more));
     }
     std::printf("%s after %.1f s, %d failures\n", m_failures.isEmpty() ? "PASS" : "FAIL", secondsNow(),
                 static_cast<int>(m_failures.size()));

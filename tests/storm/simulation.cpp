@@ -1,5 +1,7 @@
 #include "simulation.h"
 
+#include "stallmeter.h"
+
 #include "sim/chainfile.h"
 #include "sim/tcplink.h"
 
@@ -8,8 +10,6 @@
 namespace storm {
 
 namespace {
-
-constexpr int kWebRequests = 16; ///< that a web server remembers before it is renewed
 
 const QByteArray kConfiguratorPath = "/fileadmin/Public/Products/Telemetry/Tools/vxconfig.txt";
 const QByteArray kFirmwarePath = "/fileadmin/Public/Products/Telemetry/Tools/vx_update.txt";
@@ -76,12 +76,15 @@ void Simulation::setFaults(const QString &rules, const QString &gatewayRules)
     QString error;
     m_rules = rules;
     if (m_device) {
-        addToCounts(); // so that what the device remembers does not grow
+        // What the device remembers does not grow, nor does it differ from one sample of the memory to the
+        // next.
+        addToCounts();
+        m_device->device().images() = sim::FpgaImages();
         m_device->faults().clear();
         if (!m_device->faults().parse(rules, &error))
             qFatal("faults: %s", qPrintable(error));
     }
-    if (m_web->requests().size() > kWebRequests)
+    if (m_web->connections() > 0)
         renewWebServer();
     m_counts.gatewayLines += m_gateway->receivedLines().size();
     m_gateway->clearLines();
@@ -116,6 +119,7 @@ Snapshot Simulation::snapshot() const
 {
     Snapshot snapshot;
     snapshot.gateway = m_gateway->state();
+    snapshot.waitedNs = waitedForProcessorNs();
     if (m_device) {
         snapshot.hasDevice = true;
         snapshot.chain = m_device->chain();

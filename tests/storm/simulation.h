@@ -34,6 +34,7 @@ public:
 
 private:
     void addToCounts();
+    /// A server that remembers nothing.
     void renewWebServer();
     void noteFaults(const QString &line, const QString &prefix);
 

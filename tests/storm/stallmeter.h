@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -10,19 +9,38 @@ class QTimer;
 
 namespace storm {
 
+/// Nanoseconds of a clock that never goes back.
+qint64 nowNs();
 /// Nanoseconds for which the kernel let the calling thread wait for a processor, since its start; 0 where the
-/// kernel does not tell.
+/// kernel does not tell. Likewise those for which the thread ran.
 qint64 waitedForProcessorNs();
+qint64 ranNs();
+/// Nanoseconds in which some thread of the machine waited for a processor; 0 where the kernel does not tell.
+qint64 shortageNs();
+
+/// In nanoseconds; those of the machine unless a test gives others.
+struct StallClocks
+{
+    std::function<qint64()> now = nowNs;
+    std::function<qint64()> waited = waitedForProcessorNs;
+    std::function<qint64()> ran = ranNs;
+    std::function<qint64()> shortage = shortageNs;
+};
 
 /// A time in which the event loop of the window's thread did not come round.
 struct Stall
 {
     double wholeMs = 0;  ///< by the clock
     double waitedMs = 0; ///< of it the kernel let the thread wait for a processor
-    QString during;      ///< what the operator did last
+    /// Of it the thread slept while there were not enough processors: as a file dialog that goes waits for
+    /// its thread, which waits for a processor. A long sleep is none of that kind.
+    double heldUpMs = 0;
+    QString during; ///< what the operator did last
+
+    static constexpr double kLongestHoldUpMs = 2000;
 
     /// What the program has to answer for.
-    double ownMs() const { return wholeMs - waitedMs; }
+    double ownMs() const { return wholeMs - waitedMs - heldUpMs; }
 };
 
 /// Measures how long the event loop of its thread does not come round. A timer fires in each turn of the
@@ -33,9 +51,10 @@ class StallMeter : public QObject
     Q_OBJECT
 
 public:
-    /// `waitedNs` tells what the kernel has taken so far; tests give their own.
-    explicit StallMeter(double limitMs, std::function<qint64()> waitedNs = waitedForProcessorNs,
-                        QObject *parent = nullptr);
+    explicit StallMeter(double limitMs, const StallClocks &clocks = {}, QObject *parent = nullptr);
+
+    /// Of the timer. What a stall exceeds this by is told.
+    static constexpr int kPeriodMs = 4;
 
     void start();
 
@@ -58,12 +77,23 @@ private:
     void close();
 
     const double m_limitMs;
-    const std::function<qint64()> m_waitedNs;
+    const StallClocks m_clocks;
     QTimer *m_timer; // child
-    QElapsedTimer m_clock;
-    qint64 m_waitedAtStart = 0;
-    double m_carriedMs = 0; ///< of this turn, before a pause
-    double m_carriedWaitMs = 0;
+    /// What the clocks show, or how far they went.
+    struct Reading
+    {
+        qint64 now = 0;
+        qint64 waited = 0;
+        qint64 ran = 0;
+        qint64 shortage = 0;
+    };
+
+    Reading read() const { return {m_clocks.now(), m_clocks.waited(), m_clocks.ran(), m_clocks.shortage()}; }
+    Stall stallOf(const Reading &passed) const;
+
+    Reading m_start;  ///< of what is measured now
+    Reading m_passed; ///< of this turn, before a pause
+    bool m_isStarted = false;
     QString m_activity;
     Stall m_longestOwn;
     Stall m_longestWhole;

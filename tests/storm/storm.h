@@ -31,6 +31,8 @@ double stallLimitMs();
 /// The longest time from the end of the faults to READY: one time-out and one walk through so many modules.
 double recoveryLimitMs(int modules);
 
+QString asText(const MemorySample &sample);
+
 /// One run: a tour through all dialogs, then rounds of storm, each of which ends with a recovery and a look
 /// at what the program shows, then the end.
 class Storm : public QObject
@@ -75,6 +77,8 @@ private:
     void recover(Comparison::Reach reach);
     void lookWhetherReady();
     void look();
+    void judgeRecovery(const Snapshot &snapshot);
+    bool isSessionLost(const Snapshot &snapshot);
     void compare(const Snapshot &snapshot);
     void sample();
     void goOn();
@@ -108,17 +112,24 @@ private:
 
     // Of the recovery under way.
     QElapsedTimer m_recovery;
-    qint64 m_waitedAtRecovery = 0;
+    qint64 m_waitedAtRecovery = 0;      ///< for which the kernel let the program wait until then
+    qint64 m_worldWaitedAtRecovery = 0; ///< and the devices
+    double m_readyAfterMs = 0;
+    int m_slatesAtReady = 0;
+    int m_lostSessions = 0; ///< after READY, for want of a processor
     int m_sessionsAtOutage = 0;
     int m_pollsAtRecovery = 0;
 
     // Of all.
     int m_recoveries = 0;
+    int m_starvedSessions = 0;
     double m_longestRecoveryMs = 0;
     double m_longestWalkMs = 0;
     int m_comparedValues = 0;
     int m_comparisons = 0;
     QVector<MemorySample> m_samples;
+    QMap<QString, int> m_classesAtFirst; ///< objects by their classes, at the first sample
+    QMap<QString, int> m_classesAtLast;
     QStringList m_failures;
 };
 

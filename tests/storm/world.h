@@ -42,6 +42,7 @@ QStringList stormChains();
 struct Snapshot
 {
     bool hasDevice = false;
+    qint64 waitedNs = 0; ///< for which the kernel let the devices wait for a processor, since the start
     sim::Chain chain;
     sim::Milliseconds now{0};
     sim::LiveValues live{0};
