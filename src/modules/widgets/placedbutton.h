@@ -2,8 +2,8 @@
 
 #include <QPushButton>
 
-/// A push button that has a fixed place instead of one in a layout, or at least a fixed size there, and takes a
-/// style sheet at little cost while it is not shown: a window has hundreds of them.
+/// A push button that has a fixed place instead of one in a layout, or at least a fixed size there, and takes
+/// a style sheet at little cost while it is not shown: a window has hundreds of them.
 class PlacedButton : public QPushButton
 {
     Q_OBJECT
