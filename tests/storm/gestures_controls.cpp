@@ -21,6 +21,9 @@ namespace {
 
 using Time = Hands::Time;
 
+constexpr Time kListOpens(15); ///< until the items of a list that was opened are in their places
+constexpr int kInTheText = 6;  ///< pixels from the left end
+
 /// What an operator would put the hand on.
 bool isControl(const QWidget &widget)
 {
@@ -128,6 +131,7 @@ void Gestures::pick(QComboBox *box, int index, Qt::KeyboardModifiers keys)
 {
     const QPointer<QComboBox> list = box;
     m_hands.clickAt(box, QPoint(4, box->height() / 2));
+    m_hands.rest(kListOpens);
     m_hands.then([this, list, index, keys] {
         if (!list || !list->view()->isVisible())
             return;
@@ -136,7 +140,8 @@ void Gestures::pick(QComboBox *box, int index, Qt::KeyboardModifiers keys)
             return;
         list->view()->scrollTo(item);
         const QRect place = list->view()->visualRect(item) & list->view()->viewport()->rect();
-        m_hands.clickAt(list->view()->viewport(), place.center(), keys);
+        m_hands.clickAt(list->view()->viewport(), QPoint(place.left() + kInTheText, place.center().y()),
+                        keys);
     });
 }
 

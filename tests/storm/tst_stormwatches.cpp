@@ -273,6 +273,11 @@ void TstStormWatches::logLinesThatAreMeantAreKnown_data()
     QTest::newRow("damaged frame") << "An Invalid DataStream was received over : SERIAL communication."
                                    << true;
     QTest::newRow("platform") << "This plugin does not support propagateSizeHints()" << true;
+    QTest::newRow("print dialog") << "QFSFileEngine::open: No file name specified" << true;
+    QTest::newRow("printer's properties")
+        << "QFont::setPointSizeF: Point size <= 0 (-0.250000), must be greater than 0" << true;
+    QTest::newRow("font") << "QFont::setPointSizeF: Point size <= 0 (-1.000000), must be greater than 0"
+                          << false;
     QTest::newRow("connection") << "QObject::connect: No such slot QLabel::none()" << false;
     QTest::newRow("timer") << "QObject::killTimer: Timers cannot be stopped from another thread" << false;
     QTest::newRow("report") << "bool saveReport(QString) : Report not written to \"x\" - \"full\"" << false;
