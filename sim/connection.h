@@ -29,6 +29,8 @@ public:
     /// Ends the connection; `closed` follows. A line that has no listener to come back to is away for
     /// `absence`; then its link makes a new connection.
     virtual void close(Milliseconds absence) = 0;
+    /// The same without order, so that the peer sees an error, where there is such an end.
+    virtual void reset(Milliseconds absence) { close(absence); }
 
 signals:
     void received(const QByteArray &bytes);

@@ -17,11 +17,11 @@ const QStringList &actionNames()
 {
     // In the order of FaultRule::Action.
     static const QStringList names = {
-        QStringLiteral("lose"),       QStringLiteral("silence"), QStringLiteral("close"),
-        QStringLiteral("reset-flag"), QStringLiteral("delay"),   QStringLiteral("unknown-code"),
-        QStringLiteral("originator"), QStringLiteral("corrupt"), QStringLiteral("cut"),
-        QStringLiteral("twice"),      QStringLiteral("input"),   QStringLiteral("load"),
-        QStringLiteral("hot"),        QStringLiteral("no-power")};
+        QStringLiteral("lose"),         QStringLiteral("silence"),    QStringLiteral("close"),
+        QStringLiteral("reset"),        QStringLiteral("reset-flag"), QStringLiteral("delay"),
+        QStringLiteral("unknown-code"), QStringLiteral("originator"), QStringLiteral("corrupt"),
+        QStringLiteral("cut"),          QStringLiteral("twice"),      QStringLiteral("input"),
+        QStringLiteral("load"),         QStringLiteral("hot"),        QStringLiteral("no-power")};
     return names;
 }
 
@@ -50,6 +50,7 @@ void readParameters(ScriptLine &line, FaultRule *rule)
         rule->reading = line.real(QStringLiteral("amperes"), 0, 0, kLoadAmperesMaximum);
         break;
     case FaultRule::Action::Close:
+    case FaultRule::Action::Reset:
         rule->time = Milliseconds(line.integer(QStringLiteral("ms"), kUsualAbsenceMs, 0, kAnyNumber));
         break;
     case FaultRule::Action::Delay:
@@ -163,6 +164,10 @@ void FaultScript::apply(const FaultRule &rule, Milliseconds now, FaultPlan *plan
         break;
     case FaultRule::Action::Close:
         plan->close = true;
+        plan->absence = qMax(plan->absence, rule.time);
+        break;
+    case FaultRule::Action::Reset:
+        plan->reset = true;
         plan->absence = qMax(plan->absence, rule.time);
         break;
     case FaultRule::Action::ResetFlag:

@@ -30,8 +30,9 @@ struct FaultPlan
     bool silence = false;    ///< the device does not even take the request
     bool lose = false;       ///< the request is carried out, the reply does not arrive
     bool close = false;      ///< the connection is closed in place of the reply
+    bool reset = false;      ///< the connection is reset in place of the reply
     bool twice = false;      ///< the reply comes twice, in two frames
-    Milliseconds absence{0}; ///< after `close`: how long a terminal is away
+    Milliseconds absence{0}; ///< after `close` and `reset`: how long a terminal is away
     bool resetFlag = false;
     Milliseconds delay{0};
     std::optional<quint8> payloadCode;
@@ -43,7 +44,7 @@ struct FaultPlan
 
     bool isClean() const { return notes.isEmpty(); }
     /// The program gets no reply that it takes: none at all or a damaged one.
-    bool destroysReply() const { return silence || lose || close || originator || corruption; }
+    bool destroysReply() const { return silence || lose || close || reset || originator || corruption; }
 };
 
 /// One rule. Of the requests that pass the filters the trigger picks some.
@@ -53,6 +54,7 @@ struct FaultRule
         Lose,
         Silence,
         Close,
+        Reset,
         ResetFlag,
         Delay,
         UnknownCode,
@@ -90,6 +92,8 @@ struct FaultRule
 ///   silence [ms=N]                no answer to the request, nor to any in the next N ms
 ///   close [ms=N]                  the connection is closed in place of the reply; a pseudo terminal vanishes
 ///                                 with its name and is back after N ms (1000)
+///   reset [ms=N]                  as close, but a TCP connection is reset: the other side gets an error, and
+///                                 loses what it was sent and did not read yet
 ///   reset-flag                    the reply asks for a new start of the session
 ///   delay ms=N                    the reply starts N ms later
 ///   unknown-code [value=N]        the payload's code is replaced (0x03)

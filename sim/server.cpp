@@ -207,11 +207,12 @@ void Server::carryOut(Link *link, Session *session, const Reception &reception)
         if (plan.destroysReply())
             keepResetFlag();
     }
-    if (plan.close)
-        session->closeAt(startNs, plan.absence);
-    else
-        sendReply(link, session, answer.payload, startNs, plan);
-    if (plan.twice && !plan.close)
+    if (plan.close || plan.reset) {
+        session->endAt(startNs, plan.reset ? Session::End::Reset : Session::End::Close, plan.absence);
+        return;
+    }
+    sendReply(link, session, answer.payload, startNs, plan);
+    if (plan.twice)
         sendReply(link, session, answer.payload, startNs, plan);
 }
 

@@ -62,11 +62,12 @@ void Session::send(const Piece &piece, qint64 earliestNs)
     run();
 }
 
-void Session::closeAt(qint64 earliestNs, std::chrono::milliseconds absence)
+void Session::endAt(qint64 earliestNs, End end, std::chrono::milliseconds absence)
 {
     Outgoing item;
     item.startNs = qMax(earliestNs, m_outFreeNs);
-    item.closesFor = absence;
+    item.end = end;
+    item.absence = absence;
     m_outgoing.append(item);
     run();
 }
@@ -103,10 +104,12 @@ bool Session::pump(Outgoing *item, qint64 nowNs)
 {
     if (item->startNs > nowNs)
         return false;
-    if (item->closesFor) {
-        m_connection.close(*item->closesFor);
+    if (item->end == End::Close)
+        m_connection.close(item->absence);
+    else if (item->end == End::Reset)
+        m_connection.reset(item->absence);
+    if (item->end)
         return true;
-    }
     if (item->piece.started)
         std::exchange(item->piece.started, nullptr)(item->startNs);
     const int size = item->piece.bytes.size();
@@ -134,7 +137,7 @@ bool Session::pump(Outgoing *item, qint64 nowNs)
 
 qint64 Session::nextByteNs(const Outgoing &item) const
 {
-    return item.closesFor ? item.startNs : item.startNs + wireNs(item.sent + 1);
+    return item.end ? item.startNs : item.startNs + wireNs(item.sent + 1);
 }
 
 void Session::schedule()

@@ -41,8 +41,9 @@ public:
 
     /// Queues bytes behind everything that was queued before, not before `earliestNs`.
     void send(const Piece &piece, qint64 earliestNs);
+    enum class End { Close, Reset };
     /// Ends the connection when all that was queued before is out.
-    void closeAt(qint64 earliestNs, std::chrono::milliseconds absence);
+    void endAt(qint64 earliestNs, End end, std::chrono::milliseconds absence);
 
     Connection &connection() const { return m_connection; }
     /// When the last reply byte queued so far will be out, and the last byte received so far in.
@@ -59,7 +60,8 @@ private:
         Piece piece;
         qint64 startNs = 0;
         int sent = 0;
-        std::optional<std::chrono::milliseconds> closesFor;
+        std::optional<End> end;
+        std::chrono::milliseconds absence{0}; ///< behind the end
     };
 
     void take(const QByteArray &bytes);

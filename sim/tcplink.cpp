@@ -1,6 +1,7 @@
 #include "sim/tcplink.h"
 
 #include "sim/connection.h"
+#include "sim/tcpreset.h"
 
 #include <QTcpSocket>
 
@@ -45,6 +46,13 @@ public:
             m_socket->abort();
         else
             m_socket->disconnectFromHost();
+    }
+
+    void reset(Milliseconds absence) override
+    {
+        Q_UNUSED(absence)
+        resetWhenClosed(m_socket->socketDescriptor());
+        m_socket->abort();
     }
 
 private:

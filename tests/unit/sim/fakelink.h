@@ -42,6 +42,12 @@ public:
         closedFor = absence;
     }
 
+    void reset(sim::Milliseconds absence) override
+    {
+        isReset = true;
+        close(absence);
+    }
+
     /// The peer goes away; the connection is deleted at once.
     void unplug()
     {
@@ -67,6 +73,7 @@ public:
     }
 
     QVector<Piece> pieces;
+    bool isReset = false;
     qint64 closedAtMs = -1;
     sim::Milliseconds closedFor{0};
     std::function<void()> onSend;

@@ -138,7 +138,11 @@ void TstSimFaults::actions()
     };
     QVERIFY(plan("lose").lose);
     QVERIFY(plan("silence").silence);
-    QVERIFY(plan("close").close);
+    QVERIFY(plan("close").close && !plan("close").reset);
+    QVERIFY(plan("reset").reset && !plan("reset").close && !plan("reset").resetFlag);
+    QVERIFY(plan("reset").destroysReply());
+    QCOMPARE(int(plan("reset").absence.count()), 1000);
+    QCOMPARE(int(plan("reset ms=20").absence.count()), 20);
     QVERIFY(plan("reset-flag").resetFlag);
     QVERIFY(plan("twice").twice);
     QCOMPARE(int(plan("delay ms=1500").delay.count()), 1500);

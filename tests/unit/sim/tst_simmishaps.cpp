@@ -38,6 +38,7 @@ private slots:
     void counterOfANewConnectionIsTakenAsItIs();
     void replyIsLoggedWhenItStartsOnTheLine();
     void closeTellsItsAbsence();
+    void resetIsNoOrderlyEnd();
     void replyThatComesTwiceHasTwoCounters();
     void replyThatComesTwiceCanBeLost();
     void refusalsAreCapped();
@@ -86,6 +87,7 @@ void TstSimMishaps::resetFlagOutlivesADestroyedReply_data()
     QTest::newRow("damaged") << QByteArray("corrupt nth=1");
     QTest::newRow("from somebody else") << QByteArray("originator value=1 nth=1");
     QTest::newRow("closed") << QByteArray("close nth=1");
+    QTest::newRow("reset") << QByteArray("reset nth=1");
     QTest::newRow("silence") << QByteArray("silence nth=1");
 }
 
@@ -196,6 +198,19 @@ void TstSimMishaps::closeTellsItsAbsence()
     QCOMPARE(m_peer->closedFor, Milliseconds(1000));
     m_peer->write(kFastRequest);
     QCOMPARE(m_peer->closedFor, Milliseconds(250));
+    QVERIFY(!m_peer->isReset);
+}
+
+void TstSimMishaps::resetIsNoOrderlyEnd()
+{
+    load("reset ms=300 nth=1\ntwice nth=1\nclose nth=1\ndelay ms=40 nth=1");
+    m_peer->write(kFastRequest);
+    m_time->advance(39);
+    QVERIFY(!m_peer->isReset);
+    m_time->advance(2);
+    QVERIFY(m_peer->isReset);
+    QCOMPARE(m_peer->closedFor, Milliseconds(1000)); // the longer one of both
+    QVERIFY(m_peer->pieces.isEmpty());
 }
 
 void TstSimMishaps::replyThatComesTwiceHasTwoCounters()
