@@ -1,9 +1,16 @@
 #include "controller/mydoublespinbox.h"
 
+#include "modules/common/widgetstyle.h"
+
 MyDoubleSpinBox::MyDoubleSpinBox(QWidget *parent)
     : QDoubleSpinBox(parent)
 {
     connect(this, qOverload<double>(&QDoubleSpinBox::valueChanged), this, &MyDoubleSpinBox::onValueChanged);
+}
+
+MyDoubleSpinBox::~MyDoubleSpinBox()
+{
+    forgetStyleOfField(*this);
 }
 
 void MyDoubleSpinBox::setValueByCode(double value)

@@ -13,6 +13,7 @@ class MyDoubleSpinBox : public QDoubleSpinBox
 
 public:
     explicit MyDoubleSpinBox(QWidget *parent = nullptr);
+    ~MyDoubleSpinBox() override;
 
 public slots:
     /// Shows a value that does not come from the user; it is brought into the range of the box.

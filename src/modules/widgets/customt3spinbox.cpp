@@ -17,6 +17,11 @@ CustomT3SpinBox::CustomT3SpinBox(QWidget *parent)
     lineEdit()->setReadOnly(true);
 }
 
+CustomT3SpinBox::~CustomT3SpinBox()
+{
+    forgetStyleOfField(*this);
+}
+
 void CustomT3SpinBox::stepBy(int steps)
 {
     setStyleIfChanged(*this, channelstyles::sent());

@@ -10,6 +10,7 @@ class CustomT3SpinBox : public QSpinBox
 
 public:
     explicit CustomT3SpinBox(QWidget *parent = nullptr);
+    ~CustomT3SpinBox() override;
 
     /// True once the arrows have been clicked with Shift and no other key; it stays true from then on, on
     /// purpose: each later step is for all thermo modules too.

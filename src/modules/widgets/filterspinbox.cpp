@@ -28,6 +28,11 @@ FilterSpinBox::FilterSpinBox(TimeSource &time, QWidget *parent, std::chrono::mil
     connect(lineEdit(), &QLineEdit::textChanged, this, &FilterSpinBox::textAltered);
 }
 
+FilterSpinBox::~FilterSpinBox()
+{
+    forgetStyleOfField(*this);
+}
+
 void FilterSpinBox::stepBy(int steps)
 {
     setStyleIfChanged(*this, channelstyles::sent());

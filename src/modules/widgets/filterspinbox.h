@@ -18,6 +18,7 @@ public:
     /// reported.
     explicit FilterSpinBox(TimeSource &time, QWidget *parent = nullptr,
                            std::chrono::milliseconds rest = std::chrono::milliseconds(1200));
+    ~FilterSpinBox() override;
 
 public slots:
     /// One step up goes to the next multiple of 100, one step down to 100 below the multiple that is not

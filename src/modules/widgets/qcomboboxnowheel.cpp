@@ -2,6 +2,7 @@
 
 #include "modules/common/gestures.h"
 #include "modules/common/wholetexttip.h"
+#include "modules/widgets/fixedplaces.h"
 
 #include <QAbstractItemView>
 #include <QCoreApplication>
@@ -43,6 +44,23 @@ bool QComboBoxNoWheel::event(QEvent *event)
         return WheelWithFocus::event(event);
     showWholeTextTip(*static_cast<const QHelpEvent *>(event), currentText(), *this);
     return true;
+}
+
+bool QComboBoxNoWheel::hasList() const
+{
+    return findChild<QAbstractItemView *>() != nullptr;
+}
+
+void QComboBoxNoWheel::changeEvent(QEvent *event)
+{
+    // The box of the toolkit makes its list at each change of the style, which costs more than the box
+    // itself; and what style sheets remember of a list that was never shown stays when the box has gone. All
+    // else that it does then concerns its size, which a channel strip prescribes.
+    const bool isPlaced = parentWidget() && qobject_cast<FixedPlaces *>(parentWidget()->layout());
+    if (event->type() == QEvent::StyleChange && isPlaced && !hasList())
+        update();
+    else
+        WheelWithFocus::changeEvent(event);
 }
 
 void QComboBoxNoWheel::paintEvent(QPaintEvent *)

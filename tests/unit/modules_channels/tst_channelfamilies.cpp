@@ -36,6 +36,8 @@ private slots:
     void controlsOfAFamily();
     void toolTips_data() { addFamilies({1, 4}); }
     void toolTips();
+    void statusMakesNoList_data() { addFamilies({1, 2, 3, 4}); }
+    void statusMakesNoList();
     void autozeroButton_data() { addFamilies({1, 2, 4}); }
     void autozeroButton();
     void slotsAreReachableByName_data();
@@ -124,6 +126,19 @@ void TstChannelFamilies::toolTips()
              QStringLiteral("If selected, 300 kohms shunt will be swiched by On/Off buttons above"));
     QCOMPARE(s.child<QLabel>("label")->text(), QStringLiteral("+"));
     QCOMPARE(s.child<QLabel>("label_2")->text(), QStringLiteral("-"));
+}
+
+/// Lists of hundreds of boxes that nobody opens would take time and memory.
+void TstChannelFamilies::statusMakesNoList()
+{
+    QFETCH(int, family);
+    StripFixture fixture(family);
+    fixture.show();
+    fixture.strip->setTypeIndex(1);
+    fixture.strip->setRangeIndex(2);
+    fixture.strip->setFilterValue(20);
+    QVERIFY(!fixture.strip->findChildren<QComboBox *>().isEmpty());
+    QVERIFY(fixture.strip->findChildren<QAbstractItemView *>().isEmpty());
 }
 
 void TstChannelFamilies::autozeroButton()

@@ -1,3 +1,4 @@
+#include "modules/widgets/fixedplaces.h"
 #include "modules/widgets/qcomboboxnowheel.h"
 
 #include "wheelinarea.h"
@@ -22,6 +23,10 @@ private slots:
     void focusComesByTabAndClickOnly();
     void showsAtMostTwentyItems();
     void listIsMadeWhenItIsOpenedFirst();
+    void styleMakesNoListInAStrip();
+    void listThatIsMadeLaterHasTheStyle();
+    void styleReachesAListThatIsThere();
+    void styleElsewhereCountsForTheSize();
     void wheelWithoutFocusScrollsTheList();
     void wheelWithFocusStepsTheBox();
     void wheelDoesNotGiveTheFocus();
@@ -53,6 +58,8 @@ private:
     void open();
     void press(int row, Qt::KeyboardModifiers modifiers);
     void release(int row, Qt::KeyboardModifiers modifiers);
+    std::unique_ptr<QWidget> strip();
+    static QColor colourOf(const QWidget &widget);
 
     std::unique_ptr<QComboBoxNoWheel> m_box;
     QStringList m_events; ///< signals of the box, in their order
@@ -113,6 +120,61 @@ void TstQComboBoxNoWheel::listIsMadeWhenItIsOpenedFirst()
     QVERIFY(m_box->findChildren<QAbstractItemView *>().isEmpty());
     open();
     QCOMPARE(m_box->findChildren<QAbstractItemView *>().size(), 1);
+}
+
+/// The box as it stands in a channel strip.
+std::unique_ptr<QWidget> TstQComboBoxNoWheel::strip()
+{
+    auto strip = std::make_unique<QWidget>();
+    strip->setLayout(new FixedPlaces);
+    m_box.release()->setParent(strip.get());
+    strip->show();
+    return strip;
+}
+
+QColor TstQComboBoxNoWheel::colourOf(const QWidget &widget)
+{
+    return widget.palette().color(QPalette::Text);
+}
+
+void TstQComboBoxNoWheel::styleMakesNoListInAStrip()
+{
+    const auto parent = strip();
+    auto *box = parent->findChild<QComboBoxNoWheel *>();
+    box->setStyleSheet("color:#C00000");
+    box->setStyleSheet("color:black");
+    box->setStyleSheet("color:#C00000");
+    QVERIFY(box->findChildren<QAbstractItemView *>().isEmpty());
+    QCOMPARE(colourOf(*box), QColor(0xC0, 0, 0));
+}
+
+void TstQComboBoxNoWheel::listThatIsMadeLaterHasTheStyle()
+{
+    const auto parent = strip();
+    auto *box = parent->findChild<QComboBoxNoWheel *>();
+    box->setStyleSheet("color:#C00000");
+    box->showPopup();
+    QCOMPARE(colourOf(*box->view()), QColor(0xC0, 0, 0));
+    QCOMPARE(box->view()->font(), box->font());
+}
+
+void TstQComboBoxNoWheel::styleReachesAListThatIsThere()
+{
+    const auto parent = strip();
+    auto *box = parent->findChild<QComboBoxNoWheel *>();
+    box->setStyleSheet("color:#C00000");
+    box->showPopup();
+    box->hidePopup();
+    box->setStyleSheet("color:blue");
+    QCOMPARE(colourOf(*box->view()), QColor(Qt::blue));
+}
+
+void TstQComboBoxNoWheel::styleElsewhereCountsForTheSize()
+{
+    m_box->show();
+    const int width = m_box->sizeHint().width();
+    m_box->setStyleSheet("padding-left: 40px; padding-right: 40px");
+    QVERIFY(m_box->sizeHint().width() > width + 40);
 }
 
 void TstQComboBoxNoWheel::wheelWithoutFocusScrollsTheList()

@@ -1,7 +1,13 @@
 #include "modules/common/widgetstyle.h"
+#include "modules/widgets/customt3spinbox.h"
+#include "modules/widgets/filterspinbox.h"
+#include "support/virtualtime.h"
 
 #include <QLabel>
+#include <QLineEdit>
+#include <QSpinBox>
 #include <QtTest>
+#include <memory>
 
 class TstWidgetStyle : public QObject
 {
@@ -12,6 +18,8 @@ private slots:
     void fontOfTheApplicationIsNotSetAgain();
     void fontOfTheParentIsNotSetAgain();
     void styleIsSetOnce();
+    void fieldOfAStyledSpinBoxIsForgotten();
+    void spinBoxesOfStripsForgetTheirFields();
 };
 
 namespace {
@@ -77,6 +85,54 @@ void TstWidgetStyle::styleIsSetOnce()
     QCOMPARE(label.changes, changes);
     setStyleIfChanged(label, QStringLiteral("color:black"));
     QVERIFY(label.changes > changes);
+}
+
+void TstWidgetStyle::fieldOfAStyledSpinBoxIsForgotten()
+{
+    QSpinBox box;
+    box.show();
+    auto *field = box.findChild<QLineEdit *>();
+    forgetStyleOfField(box); // nothing is remembered
+    QVERIFY(field->styleSheet().isEmpty());
+    setStyleIfChanged(box, QStringLiteral("color:#C00000"));
+    QVERIFY(!field->testAttribute(Qt::WA_StyleSheet)); // the mark of a widget whose end is noticed
+    forgetStyleOfField(box);
+    QVERIFY(field->testAttribute(Qt::WA_StyleSheet));
+    QCOMPARE(field->palette().color(QPalette::Text), QColor(0xC0, 0, 0));
+}
+
+/// Tells whether the field of a spin box got a style sheet when the box went.
+class FieldWatch : public QObject
+{
+public:
+    explicit FieldWatch(const QSpinBox &box) { box.findChild<QLineEdit *>()->installEventFilter(this); }
+    bool isForgotten = false;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto *field = qobject_cast<QWidget *>(watched);
+        if (event->type() == QEvent::StyleChange && field && !field->styleSheet().isEmpty())
+            isForgotten = true;
+        return false;
+    }
+};
+
+void TstWidgetStyle::spinBoxesOfStripsForgetTheirFields()
+{
+    VirtualTime time;
+    auto filter = std::make_unique<FilterSpinBox>(time);
+    auto thermo = std::make_unique<CustomT3SpinBox>();
+    for (QSpinBox *box : {static_cast<QSpinBox *>(filter.get()), static_cast<QSpinBox *>(thermo.get())}) {
+        box->show();
+        setStyleIfChanged(*box, QStringLiteral("color:black"));
+    }
+    FieldWatch ofFilter(*filter);
+    FieldWatch ofThermo(*thermo);
+    filter.reset();
+    thermo.reset();
+    QVERIFY(ofFilter.isForgotten);
+    QVERIFY(ofThermo.isForgotten);
 }
 
 QTEST_MAIN(TstWidgetStyle)
