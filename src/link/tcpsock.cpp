@@ -12,9 +12,9 @@ namespace {
 
 constexpr int kReceiveBufferSize = 1250172;
 
-/// Each address gets as much, even if a busy machine has let the whole wait pass before its turn: the
-/// connection may be there and only has to be looked at.
-constexpr int kShortestLookMs = 10;
+/// As much is left, once in an attempt, if a busy machine or a silent address has let the whole wait pass:
+/// the connection may be there and only has to be looked at.
+constexpr int kLastLookMs = 10;
 
 } // namespace
 
@@ -76,11 +76,18 @@ void TcpSock::replaceSocket()
 /// part of the wait.
 bool TcpSock::reach(const QString &host, quint16 port)
 {
-    const QDeadlineTimer deadline(m_connectTimeout, Qt::PreciseTimer);
+    QDeadlineTimer deadline(m_connectTimeout, Qt::PreciseTimer);
+    bool isLastLook = false;
     const auto addresses = m_hosts.addressesWithin(m_connectTimeout, host);
     for (const QHostAddress &address : addresses) {
+        if (!isLastLook && deadline.remainingTime() < kLastLookMs) {
+            isLastLook = true;
+            deadline.setRemainingTime(kLastLookMs, Qt::PreciseTimer);
+        }
+        if (deadline.hasExpired())
+            break;
         m_socket->connectToHost(address, port, QIODevice::ReadWrite);
-        if (m_socket->waitForConnected(qMax(kShortestLookMs, int(deadline.remainingTime()))))
+        if (m_socket->waitForConnected(int(deadline.remainingTime())))
             return true;
         m_socket->abort();
     }

@@ -36,9 +36,9 @@ public:
 
 public slots:
     /// Leaves any other connection. `port` is a decimal text; one that is no number of a port fails. Waits no
-    /// longer than the connect time-out, the look-up of a host name included, but looks at each address for
-    /// some milliseconds in any case. True and TcpConnected() on success; otherwise the attempt is aborted,
-    /// TcpDisconnectd() is emitted and the result is false.
+    /// longer than the connect time-out, the look-up of a host name included, and 10 ms more at most for the
+    /// addresses whose turn comes when it is over, all together. True and TcpConnected() on success;
+    /// otherwise the attempt is aborted, TcpDisconnectd() is emitted and the result is false.
     virtual bool connectToServer(QString ipAddr, QString port);
 
     /// Leaves the connection; emits nothing.

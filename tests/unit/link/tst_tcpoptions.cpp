@@ -57,7 +57,8 @@ public:
     SilentPort(const SilentPort &) = delete;
     SilentPort &operator=(const SilentPort &) = delete;
 
-    QString number() { return QString::number(ntohs(address().sin_port)); }
+    quint16 port() { return ntohs(address().sin_port); }
+    QString number() { return QString::number(port()); }
 
 private:
     static constexpr int kQueued = 4; ///< more than a queue of length 0 takes
@@ -84,6 +85,8 @@ private slots:
     void aPeerThatDoesNotAnswerIsGivenUp();
     void theWaitForAnAnswerIsTheOneGiven();
     void aConnectionThatIsThereIsTakenThoughTheWaitIsOver();
+    void silentAddressesOfAHostAddOneShortLook_data();
+    void silentAddressesOfAHostAddOneShortLook();
     void keepAliveIsOn();
     void keepAliveIsOnAfterConnectingAgain();
     void unacknowledgedBytesWaitAsLongAsKeepAliveDoes();
@@ -129,6 +132,34 @@ void TstTcpOptions::aConnectionThatIsThereIsTakenThoughTheWaitIsOver()
     TcpSock sock(m_time, nullptr, std::chrono::milliseconds(0));
     QVERIFY(sock.connectToServer(loopback(), port()));
     QVERIFY(sock.IsConnected());
+}
+
+void TstTcpOptions::silentAddressesOfAHostAddOneShortLook_data()
+{
+    QTest::addColumn<int>("silentAddresses");
+    QTest::addColumn<bool>("isReached"); // the address behind them, where a device listens
+    QTest::newRow("the first has the wait, the second the look") << 1 << true;
+    QTest::newRow("nothing is left for the third") << 2 << false;
+    QTest::newRow("nor for the last of many") << 30 << false;
+}
+
+void TstTcpOptions::silentAddressesOfAHostAddOneShortLook()
+{
+    QFETCH(int, silentAddresses);
+    QFETCH(bool, isReached);
+    SilentPort silent;
+    const QHostAddress other(ownLoopback().toIPv4Address() + 1);
+    QTcpServer device;
+    QVERIFY(device.listen(other, silent.port()));
+    QHostInfo host;
+    host.setAddresses(QVector<QHostAddress>(silentAddresses, ownLoopback()).toList() << other);
+    constexpr std::chrono::milliseconds kWait(200); // long enough for the look-up
+    TcpSock sock(m_time, nullptr, kWait, [host](const QString &) { return host; });
+    const QString name = QStringLiteral("gateway");
+    if (isReached) // by a busy machine not each time
+        QTRY_VERIFY(sock.IsConnected() || sock.connectToServer(name, silent.number()));
+    else
+        QVERIFY(!sock.connectToServer(name, silent.number()));
 }
 
 void TstTcpOptions::keepAliveIsOn()
