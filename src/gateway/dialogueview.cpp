@@ -5,19 +5,6 @@
 
 #include <QScrollBar>
 #include <QTextBlock>
-#include <QTextLayout>
-
-namespace {
-
-/// The line of the view, counted from its beginning, in which the cursor stands.
-int lineOf(const QTextCursor &cursor)
-{
-    const QTextBlock block = cursor.block();
-    const QTextLine line = block.layout()->lineForTextPosition(cursor.positionInBlock());
-    return block.firstLineNumber() + (line.isValid() ? line.lineNumber() : 0);
-}
-
-} // namespace
 
 DialogueView::DialogueView(QWidget *parent)
     : QPlainTextEdit(parent)
@@ -32,13 +19,19 @@ DialogueView::DialogueView(QWidget *parent)
 void DialogueView::add(const QString &text, bool follow)
 {
     const bool toEnd = follow || isAtEnd();
-    const QTextCursor firstSeen = cursorForPosition(QPoint(0, 0)); // stays with its text
+    // Nothing is asked by a place in a line: for that the view would keep the shapes of all letters of the
+    // line.
+    const QTextBlock seen = firstVisibleBlock();
+    const QTextCursor firstSeen(seen); // both stay with their texts
+    const QTextCursor behind = seen.next().isValid() ? QTextCursor(seen.next()) : QTextCursor();
+    const int lineInBlock = verticalScrollBar()->value() - seen.firstLineNumber();
     insertAtEnd(isLastLineLong() ? QLatin1Char('\n') + text : text);
     dropOldLines();
+    const bool isDropped = firstSeen.position() == behind.position();
     if (toEnd)
         scrollToEnd();
     else
-        verticalScrollBar()->setValue(lineOf(firstSeen));
+        verticalScrollBar()->setValue(firstSeen.block().firstLineNumber() + (isDropped ? 0 : lineInBlock));
 }
 
 void DialogueView::resizeEvent(QResizeEvent *event)

@@ -47,6 +47,8 @@ private slots:
     void textsAreAddedAsTheyAre();
     void viewAtItsEndFollows();
     void readerWhoScrolledUpStays();
+    void readerInALongLineStays();
+    void readerOfADroppedLineGoesToTheOldestOne();
     void followGoesToTheEnd();
     void lineOfUnansweredRequestsIsBroken();
     void oldLinesAreDropped();
@@ -95,6 +97,26 @@ void TstDialogueView::readerWhoScrolledUpStays()
     QCOMPARE(firstSeen(*m_view), QStringLiteral("line 10"));
     fill(*m_view, kManyLines);
     QCOMPARE(firstSeen(*m_view), QStringLiteral("line 10"));
+}
+
+void TstDialogueView::readerInALongLineStays()
+{
+    m_view->add(QString(900, QLatin1Char('m')) + QLatin1Char('\n'), false);
+    fill(*m_view, kManyLines);
+    m_view->verticalScrollBar()->setValue(7);
+    QCOMPARE(firstSeen(*m_view).size(), 900);
+    fill(*m_view, kManyLines);
+    QCOMPARE(m_view->verticalScrollBar()->value(), 7);
+}
+
+void TstDialogueView::readerOfADroppedLineGoesToTheOldestOne()
+{
+    m_view->add(QString(900, QLatin1Char('m')) + QLatin1Char('\n'), false);
+    fill(*m_view, DialogueView::kLines - 2);
+    m_view->verticalScrollBar()->setValue(7);
+    QCOMPARE(firstSeen(*m_view).size(), 900);
+    fill(*m_view, 3);
+    QCOMPARE(m_view->verticalScrollBar()->value(), 0);
 }
 
 void TstDialogueView::followGoesToTheEnd()
