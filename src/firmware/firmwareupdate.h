@@ -18,8 +18,9 @@ class FirmwareUpdate;
 }
 
 /// The window with which the operator writes an FPGA image into the modules of one kind. It checks the file,
-/// hands all commands over at once, and counts the replies. Closing it does not stop what runs. It does not
-/// stay on top: it would hide boxes of the program that must be answered before it can be used again.
+/// hands all commands over before the first is sent, and counts the replies. Closing it does not stop what
+/// runs. It does not stay on top: it would hide boxes of the program that must be answered before it can be
+/// used again.
 class FirmwareUpdate : public QDialog
 {
     Q_OBJECT
@@ -58,9 +59,9 @@ public slots:
     void Slot_SelectFilePath();
 
     /// Checks the chosen file and, if nothing speaks against it, emits all commands and then
-    /// Signal_SaveFile(). Of an image above 320 KiB only the first commands; the rest follows in the
-    /// next turns of the event loop. Returns whether it did; if not, a box tells why, and nothing was
-    /// emitted. Does nothing while an update runs.
+    /// Signal_SaveFile(). If there are more than 1280, which is above 325632 bytes, only so many; the rest
+    /// follows in the next turns of the event loop. Returns whether it did; if not, a box tells why, and
+    /// nothing was emitted. Does nothing while an update runs.
     bool ReadFileAndSendCommands();
 
     /// The device answered once more. Does nothing unless an update runs. Replies to other requests may be

@@ -1,12 +1,14 @@
 #include "firmwarewindow.h"
 
-/// An image of more than 320 KiB is queued over several turns of the event loop.
+/// An image of more than 1280 commands is queued over several turns of the event loop.
 class TstFirmwareUpdatePortions : public QObject
 {
     Q_OBJECT
 
 private slots:
     void imageOfUsualSizeIsQueuedAtOnce();
+    void asManyCommandsAsAPortionHasAreQueuedAtOnce();
+    void oneCommandMoreThanAPortionHasTakesAnotherTurn();
     void largeImageIsQueuedOverSeveralTurns();
     void largeImageIsQueuedWhole();
     void sendingStartsWhenAllIsQueued();
@@ -25,6 +27,7 @@ namespace {
 constexpr int kSize = 1 << 20;
 constexpr int kCommands = 4116; // start, 17 pages, 4096 blocks, stop, reset
 constexpr int kMostAtOnce = 1280;
+constexpr int kLargestAtOnce = 325632; // bytes: start, 5 pages, 1272 blocks, stop, reset
 
 int startsOf(const FirmwareWindow &w)
 {
@@ -42,6 +45,30 @@ void TstFirmwareUpdatePortions::imageOfUsualSizeIsQueuedAtOnce()
     w.time.turn();
     QCOMPARE(w.commands.size(), 1180);
     QCOMPARE(startsOf(w), 1);
+}
+
+void TstFirmwareUpdatePortions::asManyCommandsAsAPortionHasAreQueuedAtOnce()
+{
+    FirmwareWindow w;
+    w.flashImage(kLargestAtOnce);
+    QCOMPARE(w.commands.size(), kMostAtOnce);
+    QCOMPARE(w.events.last(), QStringLiteral("start"));
+    w.letQueue();
+    QCOMPARE(w.commands.size(), kMostAtOnce);
+    QCOMPARE(startsOf(w), 1);
+}
+
+void TstFirmwareUpdatePortions::oneCommandMoreThanAPortionHasTakesAnotherTurn()
+{
+    FirmwareWindow w;
+    w.flashImage(kLargestAtOnce + 1);
+    QCOMPARE(w.commands.size(), kMostAtOnce);
+    QCOMPARE(startsOf(w), 0);
+    w.time.turn();
+    QCOMPARE(w.commands.size(), kMostAtOnce + 1);
+    QCOMPARE(w.events.last(), QStringLiteral("start"));
+    QCOMPARE(startsOf(w), 1);
+    QCOMPARE(w.time.activeTimers(), 0);
 }
 
 void TstFirmwareUpdatePortions::largeImageIsQueuedOverSeveralTurns()
