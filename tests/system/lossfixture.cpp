@@ -1,7 +1,9 @@
 #include "lossfixture.h"
 
-#include "protocol/communication.h"
+#include "link/permissionadvice.h"
+#include "plainport.h"
 #include "settings/portlister.h"
+#include "sim/chainfile.h"
 
 #include <QAbstractEventDispatcher>
 #include <QLineEdit>
@@ -62,11 +64,35 @@ void LossFixture::startUpTo(Moment moment)
     }
 }
 
+PlainPort *LossFixture::plugPlainPort()
+{
+    sim::Chain chain;
+    QString error;
+    if (!sim::parseChain(otherChain(), &chain, &error))
+        qFatal("%s", qPrintable(error));
+    device = std::make_unique<sim::Server>(time, chain);
+    auto link = std::make_unique<PlainPort>(folder.filePath(QStringLiteral("ports/COM40")));
+    PlainPort *port = link.get();
+    device->addLink(std::move(link));
+    port->plug();
+    return port;
+}
+
+void LossFixture::announceAdvice(const PlainPort &port, int times)
+{
+    const QFileInfo device(port.device());
+    const QString advice =
+        permissionAdvice(QStringLiteral("COM40"), device.filePath(), device.group(), device.groupId());
+    QVERIFY(advice.startsWith(QStringLiteral("No permission to open port COM40 (%1), ").arg(port.device())));
+    for (int i = 0; i < times; ++i)
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(advice));
+}
+
 void LossFixture::unplugAndNotice()
 {
-    const int noticed = logged(QStringLiteral("Timer started"));
+    const int noticed = losses();
     unplug();
-    WAIT_COMPARE(logged(QStringLiteral("Timer started")), noticed + 1);
+    WAIT_COMPARE(losses(), noticed + 1);
 }
 
 std::chrono::milliseconds LossFixture::patience(Moment moment) const
@@ -91,6 +117,12 @@ void LossFixture::poll(std::chrono::seconds by)
         time.skip(qMin(by, kStep));
     }
     waitForPolls();
+}
+
+void LossFixture::changeChain() const
+{
+    device->chain().system.poweringMode = QStringLiteral("changed");
+    device->chain().module(1).identity.serial = QStringLiteral("changed");
 }
 
 void LossFixture::chooseAgain()
@@ -136,12 +168,79 @@ void LossFixture::expectWhole()
     QCOMPARE(device->refusals(), QStringList());
 }
 
-void LossFixture::expectNothingShown() const
+void LossFixture::expectNothingShown(const QStringList &windows) const
 {
-    QVERIFY2(sight().endsWith(operatorview::kNothing), qPrintable(sight()));
+    QCOMPARE(sight().section(operatorview::kSeparator, 3),
+             (QStringList{operatorview::kNothing} + windows).join(operatorview::kSeparator));
     QCOMPARE(statusBox(), QStringLiteral("OFFLINE"));
     QCOMPARE(operatorview::reportedModules(*this), 0);
     QCOMPARE(operatorview::deadButtons(*this), QStringList());
+}
+
+void LossFixture::expectUnavailableFromTheStart()
+{
+    QCOMPARE(sight(), unavailable());
+    expectNothingShown();
+    QCOMPARE(attempts(), 1);
+    expectNoAttempt();
+}
+
+void LossFixture::expectNoAttempt()
+{
+    const int before = attempts();
+    pass(60s);
+    QVERIFY(busyTurns() < kFewTurns);
+    QCOMPARE(attempts(), before);
+    QCOMPARE(losses(), 0);
+    QCOMPARE(sight(), unavailable(QString())); // the line was there for its 7 s
+}
+
+int LossFixture::attempts() const
+{
+    return logged(QStringLiteral("Connect Received")) +
+           logged(QStringLiteral("Error : No connection available in port COM40"));
+}
+
+void LossFixture::expectRowsToGo(const QString &before, std::chrono::milliseconds patience,
+                                 const QStringList &windows)
+{
+    time.skip(patience - 1ms);
+    QCOMPARE(sight(), before);
+    time.skip(1ms);
+    QCOMPARE(sight(), (QStringList{retrying()} + windows).join(operatorview::kSeparator));
+    expectNothingShown(windows);
+}
+
+void LossFixture::expectFailingMinute(int from)
+{
+    for (int second = from; second < from + 60; ++second) {
+        QCOMPARE(sight(), unavailable());
+        QCOMPARE(retries(), second / 6);
+        pass(1s);
+    }
+    QVERIFY(busyTurns() < kFewTurns);
+    QCOMPARE(losses(), 1);
+}
+
+void LossFixture::expectBackByChoice()
+{
+    expectNoAttempt();
+    chooseAgain();
+    QCOMPARE(sight(), opened());
+    expectWhole();
+    QCOMPARE(losses(), 0);
+}
+
+void LossFixture::expectBackByTheNextRetry()
+{
+    const int before = retries();
+    time.skip(6s);
+    QCOMPARE(sight(), opened());
+    QCOMPARE(recoveries(), 1);
+    expectWhole();
+    poll(12s);
+    QCOMPARE(retries(), before + 1);
+    QVERIFY(isReady());
 }
 
 QStringList LossFixture::warnings() const

@@ -8,10 +8,11 @@
 #include "support/childbyname.h"
 #include "systemfixture.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <cmath>
 
@@ -98,6 +99,16 @@ QString shownOfTheChain(const SystemFixture &fixture)
     return (pieces + shown).join(QStringLiteral(", "));
 }
 
+QString windowText(const QWidget &window)
+{
+    QString text = window.windowTitle();
+    if (text.isEmpty())
+        text = QString::fromLatin1(window.metaObject()->className());
+    if (const auto *box = qobject_cast<const QMessageBox *>(&window))
+        text += QStringLiteral(": ") + box->text();
+    return window.isModal() ? text + QStringLiteral(" (modal)") : text;
+}
+
 class Comparison
 {
 public:
@@ -124,15 +135,27 @@ private:
 } // namespace
 
 const QString operatorview::kNothing = QStringLiteral("nothing of the chain");
+const QString operatorview::kSeparator = QStringLiteral(" | ");
 
 QString operatorview::sight(const SystemFixture &fixture)
 {
     // What was just put into the window comes on the screen by a posted call.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-    return QStringList{lamp(fixture, "connectionLamp"),
-                       fixture.statusBox().trimmed() + QLatin1Char(' ') + lamp(fixture, "statusBox"),
-                       fixture.statusText(), shownOfTheChain(fixture)}
-        .join(QStringLiteral(" | "));
+    const QStringList pieces{lamp(fixture, "connectionLamp"),
+                             fixture.statusBox().trimmed() + QLatin1Char(' ') + lamp(fixture, "statusBox"),
+                             fixture.statusText(), shownOfTheChain(fixture)};
+    return (pieces + windows(fixture)).join(operatorview::kSeparator);
+}
+
+QStringList operatorview::windows(const SystemFixture &fixture)
+{
+    QStringList texts;
+    for (const QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->isVisible() && widget != fixture.window())
+            texts.append(windowText(*widget));
+    }
+    texts.sort();
+    return texts;
 }
 
 QStringList operatorview::deadButtons(const SystemFixture &fixture)

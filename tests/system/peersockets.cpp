@@ -1,5 +1,6 @@
 #include "peersockets.h"
 
+#include "link/keepalive.h"
 #include "waiting.h"
 
 #include <arpa/inet.h>
@@ -7,6 +8,9 @@
 #include <cstring>
 #include <linux/filter.h>
 #include <linux/sockios.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -20,14 +24,25 @@ struct Sockets
     int listening = -1;
 };
 
-quint16 localPort(int socket)
+using AddressOf = int (*)(int socket, sockaddr *address, socklen_t *size) noexcept;
+
+/// 0 if the socket has no such address, or is none.
+quint16 portOf(AddressOf addressOf, int socket)
 {
     sockaddr_in address{};
     socklen_t size = sizeof address;
-    if (::getsockname(socket, reinterpret_cast<sockaddr *>(&address), &size) != 0 ||
+    if (addressOf(socket, reinterpret_cast<sockaddr *>(&address), &size) != 0 ||
         address.sin_family != AF_INET)
         return 0;
     return ntohs(address.sin_port);
+}
+
+/// Descriptors of this process are below this one.
+int descriptorsEnd()
+{
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    return static_cast<int>(qMin<rlim_t>(limit.rlim_cur, 4096));
 }
 
 bool isListening(int socket)
@@ -39,12 +54,9 @@ bool isListening(int socket)
 
 Sockets socketsOf(quint16 port)
 {
-    rlimit limit{};
-    ::getrlimit(RLIMIT_NOFILE, &limit);
     Sockets found;
-    const int end = static_cast<int>(qMin<rlim_t>(limit.rlim_cur, 4096));
-    for (int descriptor = 0; descriptor < end; ++descriptor) {
-        if (localPort(descriptor) != port)
+    for (int descriptor = 0; descriptor < descriptorsEnd(); ++descriptor) {
+        if (portOf(::getsockname, descriptor) != port)
             continue;
         if (isListening(descriptor))
             found.listening = descriptor;
@@ -54,9 +66,18 @@ Sockets socketsOf(quint16 port)
     return found;
 }
 
-void setOption(int socket, int option, const void *value, socklen_t size)
+int optionOf(int socket, int level, int option)
 {
-    if (::setsockopt(socket, SOL_SOCKET, option, value, size) != 0)
+    int value = -1;
+    socklen_t size = sizeof value;
+    if (::getsockopt(socket, level, option, &value, &size) != 0)
+        qFatal("The system does not tell an option: %s", std::strerror(errno));
+    return value;
+}
+
+void setOption(int socket, int option, const void *value, socklen_t size, int level = SOL_SOCKET)
+{
+    if (::setsockopt(socket, level, option, value, size) != 0)
         qFatal("The system does not allow the test to play this loss: %s", std::strerror(errno));
 }
 
@@ -80,16 +101,47 @@ bool isAcknowledged(int socket)
     return ::ioctl(socket, SIOCOUTQ, &bytes) == 0 && bytes == 0;
 }
 
+bool isRead(int socket)
+{
+    int bytes = 0;
+    return ::ioctl(socket, SIOCINQ, &bytes) == 0 && bytes == 0;
+}
+
 } // namespace
 
-void peersockets::endWithReset(quint16 port)
+void peersockets::endBy(End end, quint16 port)
 {
-    const linger abruptly{1, 0};
+    const linger abruptly{end == End::Reset ? 1 : 0, 0};
     const Sockets sockets = socketsOf(port);
     if (sockets.connected.empty())
         qFatal("Nobody is connected to the device");
-    for (const int socket : sockets.connected)
+    for (const int socket : sockets.connected) {
+        // One that is closed with something unread would reset the connection.
+        if (!waitUntil([socket] { return isRead(socket); }))
+            qFatal("The device does not take what the program has sent");
         setOption(socket, SO_LINGER, &abruptly, sizeof abruptly);
+    }
+}
+
+int peersockets::client(quint16 port)
+{
+    for (int descriptor = 0; descriptor < descriptorsEnd(); ++descriptor) {
+        if (portOf(::getpeername, descriptor) == port)
+            return descriptor;
+    }
+    qFatal("Nobody is connected to the device");
+}
+
+std::optional<peersockets::End> peersockets::endOf(int socket, std::chrono::milliseconds within)
+{
+    pollfd look{socket, POLLRDHUP, 0};
+    if (::poll(&look, 1, static_cast<int>(within.count())) < 0 || (look.revents & POLLNVAL))
+        qFatal("The socket cannot be looked at");
+    if (look.revents & POLLERR)
+        return End::Reset;
+    if (look.revents & (POLLRDHUP | POLLHUP))
+        return End::Orderly;
+    return std::nullopt;
 }
 
 void peersockets::vanish(quint16 port)
@@ -116,4 +168,20 @@ void peersockets::resume(quint16 port)
     comeBack(port);
     for (const int socket : socketsOf(port).connected)
         dropNothing(socket);
+}
+
+peersockets::Patience peersockets::patience(quint16 port)
+{
+    const int socket = client(port);
+    const auto tcpOption = [socket](int option) { return optionOf(socket, IPPROTO_TCP, option); };
+    return {optionOf(socket, SOL_SOCKET, SO_KEEPALIVE) != 0, std::chrono::seconds(tcpOption(TCP_KEEPIDLE)),
+            std::chrono::seconds(tcpOption(TCP_KEEPINTVL)), tcpOption(TCP_KEEPCNT),
+            std::chrono::milliseconds(tcpOption(TCP_USER_TIMEOUT))};
+}
+
+void peersockets::setQuestions(quint16 port, int questions)
+{
+    const int socket = client(port);
+    setOption(socket, TCP_KEEPCNT, &questions, sizeof questions, IPPROTO_TCP);
+    enableKeepAlive(socket);
 }

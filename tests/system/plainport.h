@@ -26,8 +26,7 @@ public:
     /// Who may use the device.
     void setPermissions(QFile::Permissions permissions) const;
 
-    static constexpr QFile::Permissions kForAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
-                                                  QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    static constexpr QFile::Permissions kForTheOwner = QFile::ReadOwner | QFile::WriteOwner;
 
 private:
     const QString m_name;

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "skippingtime.h"
+#include "systemfixture.h"
 
-#include <QMetaType>
+#include <QByteArray>
 #include <chrono>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,16 @@ inline std::vector<std::pair<const char *, SkippingTime::Asleep>> platforms()
     return {{"timers in turn", Asleep::InTurn},
             {"timers overdue", Asleep::Overdue},
             {"timers stopped", Asleep::Stopped}};
+}
+
+/// Calls `addRow` for each kind of link and platform, with a name for the row.
+inline void addSleeps(const std::function<void(const QByteArray &name, SystemFixture::LinkKind kind,
+                                               SkippingTime::Asleep asleep)> &addRow)
+{
+    for (const auto &platform : platforms()) {
+        addRow(QByteArray("tcp, ") + platform.first, SystemFixture::LinkKind::Tcp, platform.second);
+        addRow(QByteArray("serial, ") + platform.first, SystemFixture::LinkKind::Serial, platform.second);
+    }
 }
 
 /// Whether the time-outs of the session are over when the machine wakes up.

@@ -2,6 +2,7 @@
 
 #include "controller/modulecontroller_ctrllr.h"
 #include "protocol/communication.h"
+#include "support/sanitizers.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -167,6 +168,7 @@ void TstChain::claimedModulesBeyondTheMost()
 void TstChain::hugeClaimEndsInTime()
 {
     m_fixture->useProductTimeouts();
+    m_fixture->periods.initSequence *= kSlowness;
     m_fixture->plugFile(QStringLiteral("full128.chain"));
     m_fixture->device->chain().claimedModules = 60000;
     m_fixture->start();

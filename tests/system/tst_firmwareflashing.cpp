@@ -59,6 +59,8 @@ private slots:
     void brokenRunIsDroppedAndTheNextOneIsWhole();
 
     void operatorFlashesAFile();
+    void operatorFlashesAFileThatIsQueuedInPortions_data();
+    void operatorFlashesAFileThatIsQueuedInPortions();
     void nothingElseIsSentWhileTheWindowFlashes();
     void fileIsKnownAfterARestart();
     void abortEndsTheRunOnTheWire();
@@ -215,6 +217,35 @@ void TstFirmwareFlashing::operatorFlashesAFile()
     QVERIFY(s->images().image({2, 2}) == filledUp(second));
     QVERIFY(s->images().image({1, 2}) == filledUp(file));
     QCOMPARE(s->images().breaches(), QStringList());
+}
+
+void TstFirmwareFlashing::operatorFlashesAFileThatIsQueuedInPortions_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("commands"); // start, pages, blocks, stop
+    QTest::newRow("all that is queued at once, 1280 with the reset") << 325632 << 1 + 5 + 1272 + 1;
+    QTest::newRow("one more") << 325633 << 1 + 5 + 1273 + 1;
+    QTest::newRow("three portions") << 700000 << 1 + 11 + 2735 + 1;
+}
+
+void TstFirmwareFlashing::operatorFlashesAFileThatIsQueuedInPortions()
+{
+    QFETCH(int, size);
+    QFETCH(int, commands);
+    begin();
+    s->openWindow();
+    const QByteArray file = imageContents(size);
+    s->choose(s->write("x_ANA_FPGA5_v2.bin", file));
+    s->click("flashButton");
+    QCOMPARE(s->fpgaCommands(), 0);
+    s->waitForTheResetsEnd(1);
+    QVERIFY(s->images().image({1, 2}) == filledUp(file));
+    QCOMPARE(s->images().breaches(), QStringList());
+    QCOMPARE(s->label(), QStringLiteral("FPGA flashing complete..."));
+    // From the first command to the reset nothing else is sent, wherever the portions join.
+    QVERIFY(s->codesOfRequests().contains(QByteArray(commands, '\x16') + '\x2B'));
+    QCOMPARE(s->fpgaCommands(), commands);
+    QCOMPARE(s->device->refusals(), QStringList());
 }
 
 void TstFirmwareFlashing::nothingElseIsSentWhileTheWindowFlashes()

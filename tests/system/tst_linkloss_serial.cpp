@@ -1,76 +1,23 @@
-#include "link/permissionadvice.h"
 #include "lossfixture.h"
 #include "plainport.h"
-#include "sim/chainfile.h"
+#include "portholder.h"
 #include "support/droppedprivileges.h"
 
-#include <QLoggingCategory>
-#include <QSerialPort>
 #include <QtTest>
-#include <fcntl.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 using Moment = LossFixture::Moment;
 
 namespace {
 
-const QString kNoConnection = QStringLiteral("Error : No connection available in port COM40");
 const QString kFailing = QStringLiteral("Warning : the connection with Port COM40 is failing.");
-const QString kStarted = QStringLiteral("Timer started");
-const QString kStopped = QStringLiteral("Timer Stopped");
-
-/// Somebody else who uses the port until he ends.
-class OtherProgram
-{
-public:
-    virtual ~OtherProgram() = default;
-};
-
-/// One that takes the port for itself alone, which the system enforces against all but the superuser.
-class ExclusiveProgram final : public OtherProgram
-{
-public:
-    explicit ExclusiveProgram(const QString &device)
-        : m_port(::open(QFile::encodeName(device).constData(), O_RDWR | O_NOCTTY))
-    {
-        if (m_port < 0 || ::ioctl(m_port, TIOCEXCL) != 0)
-            qFatal("The port cannot be taken");
-    }
-    ~ExclusiveProgram() override
-    {
-        ::ioctl(m_port, TIOCNXCL);
-        ::close(m_port);
-    }
-
-private:
-    const int m_port;
-};
-
-/// One that keeps to the lock files, as this program does.
-class LockingProgram final : public OtherProgram
-{
-public:
-    explicit LockingProgram(const QString &device)
-        : m_port(device)
-    {
-        if (!m_port.open(QIODevice::ReadWrite))
-            qFatal("The port cannot be opened");
-        ::ioctl(m_port.handle(), TIOCNXCL);
-    }
-
-private:
-    QSerialPort m_port;
-};
-
-using Takes = std::function<std::unique_ptr<OtherProgram>(const QString &device)>;
 
 } // namespace
 
-Q_DECLARE_METATYPE(Takes)
+Q_DECLARE_METATYPE(PortHolder::Manner)
 
-/// A COM port gets lost, or cannot be had.
+/// A COM port gets lost, or cannot be had. The program is an ordinary user's, whoever runs the test, and so
+/// are the port and the other programs: nothing but what is tested keeps it from the port.
 ///
 /// | Case                           | What the operator sees                                               |
 /// |--------------------------------|----------------------------------------------------------------------|
@@ -94,8 +41,8 @@ class TstLinkLossSerial : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_fixture = std::make_unique<LossFixture>(SystemFixture::LinkKind::Serial); }
-    void cleanup() { m_fixture.reset(); }
+    void init();
+    void cleanup();
 
     void waitingIsMeasured();
     void adapterPulled_data();
@@ -103,113 +50,38 @@ private slots:
     void adapterIsBackBeforeTheRowsGo();
     void adapterNotThereAtTheStart();
     void whatIsAskedForMeanwhileIsForgotten();
-    void portHeldAtTheStart_data() { addPrograms(); }
+    void portHeldAtTheStart_data() { addManners(); }
     void portHeldAtTheStart();
-    void portHeldAfterALoss_data() { addPrograms(); }
+    void portHeldAfterALoss_data() { addManners(); }
     void portHeldAfterALoss();
     void noPermissionAtTheStart();
     void noPermissionAfterALoss();
 
 private:
     LossFixture &fixture() { return *m_fixture; }
-    static void addPrograms();
+    static void addManners();
 
-    /// Another chain behind a port of its own, for everybody unless a test says otherwise.
-    PlainPort *plugPlainPort();
-
-    /// The log will tell once why this port cannot be opened.
-    static void announceAdvice(const PlainPort &port);
-
-    /// Starts the program as an ordinary user.
-    void startAsUser();
-
-    /// The next attempts to open the port, made as an ordinary user, fail and look so.
-    void expectFailingRetries(int count);
-
-    /// The next attempt works, and the chain is read.
-    void expectBackByTheNextRetry();
-
-    /// Nothing is tried, and nothing happens, for a minute.
-    void expectNoAttempt();
-
+    std::unique_ptr<DroppedPrivileges> m_user;
     std::unique_ptr<LossFixture> m_fixture;
 };
 
-void TstLinkLossSerial::addPrograms()
+void TstLinkLossSerial::init()
 {
-    QTest::addColumn<Takes>("takes");
-    QTest::newRow("for itself alone")
-        << Takes([](const QString &device) { return std::make_unique<ExclusiveProgram>(device); });
-    QTest::newRow("by a lock file") << Takes(
-        [](const QString &device) { return std::make_unique<LockingProgram>(device); });
+    m_user = std::make_unique<DroppedPrivileges>();
+    m_fixture = std::make_unique<LossFixture>(SystemFixture::LinkKind::Serial);
 }
 
-PlainPort *TstLinkLossSerial::plugPlainPort()
+void TstLinkLossSerial::cleanup()
 {
-    sim::Chain chain;
-    QString error;
-    if (!sim::parseChain(LossFixture::otherChain(), &chain, &error))
-        qFatal("%s", qPrintable(error));
-    fixture().device = std::make_unique<sim::Server>(fixture().time, chain);
-    auto link = std::make_unique<PlainPort>(fixture().folder.filePath(QStringLiteral("ports/COM40")));
-    PlainPort *port = link.get();
-    fixture().device->addLink(std::move(link));
-    port->setPermissions(PlainPort::kForAll);
-    port->plug();
-    if (!QFile::setPermissions(fixture().folder.path(), DroppedPrivileges::kOpenFolder))
-        qFatal("The folder cannot be opened for others");
-    return port;
+    m_fixture.reset();
+    m_user.reset();
 }
 
-void TstLinkLossSerial::announceAdvice(const PlainPort &port)
+void TstLinkLossSerial::addManners()
 {
-    const QFileInfo device(port.device());
-    const QString advice =
-        permissionAdvice(QStringLiteral("COM40"), device.filePath(), device.group(), device.groupId());
-    QVERIFY(advice.startsWith(QStringLiteral("No permission to open port COM40 (%1), ").arg(port.device())));
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(advice));
-}
-
-void TstLinkLossSerial::startAsUser()
-{
-    const DroppedPrivileges user;
-    fixture().startAgain();
-}
-
-void TstLinkLossSerial::expectFailingRetries(int count)
-{
-    const int before = fixture().retries();
-    for (int i = 1; i <= count; ++i) {
-        {
-            const DroppedPrivileges user;
-            fixture().time.skip(6s);
-        }
-        QCOMPARE(fixture().sight(), LossFixture::unavailable());
-        QCOMPARE(fixture().retries(), before + i);
-        QVERIFY(busyTurns() < kFewTurns);
-    }
-}
-
-void TstLinkLossSerial::expectBackByTheNextRetry()
-{
-    fixture().time.skip(6s);
-    QCOMPARE(fixture().sight(), LossFixture::opened());
-    QCOMPARE(fixture().logged(kStopped), 1);
-    fixture().expectWhole();
-    const int retries = fixture().retries();
-    fixture().poll(12s);
-    QCOMPARE(fixture().retries(), retries);
-    QVERIFY(fixture().isReady());
-}
-
-void TstLinkLossSerial::expectNoAttempt()
-{
-    const int attempts = fixture().logged(kNoConnection);
-    fixture().pass(60s);
-    QVERIFY(busyTurns() < kFewTurns);
-    QCOMPARE(fixture().logged(kNoConnection), attempts);
-    QCOMPARE(fixture().logged(kStarted), 0);
-    QCOMPARE(fixture().sight(), LossFixture::unavailable(QString())); // the line was there for its 7 s
+    QTest::addColumn<PortHolder::Manner>("manner");
+    QTest::newRow("for itself alone") << PortHolder::Manner::Exclusive;
+    QTest::newRow("by a lock file") << PortHolder::Manner::LockFile;
 }
 
 /// The measure itself: a loop that never rests is seen.
@@ -239,11 +111,7 @@ void TstLinkLossSerial::adapterPulled()
     QVERIFY(busyTurns() < kFewTurns);
     // Nothing tells it yet: what was read last stays until the session misses a reply.
     const auto patience = f.patience(moment);
-    f.time.skip(patience - 1ms);
-    QCOMPARE(f.sight(), before);
-    f.time.skip(1ms);
-    QCOMPARE(f.sight(), LossFixture::retrying());
-    f.expectNothingShown();
+    f.expectRowsToGo(before, patience);
     QVERIFY(f.logged(kFailing) >= 2 && f.logged(kFailing) <= 3); // by the loss, and by each request since
     f.time.skip(6s - patience - 1ms);
     QCOMPARE(f.sight(), LossFixture::retrying());
@@ -255,19 +123,13 @@ void TstLinkLossSerial::adapterPulled()
     f.time.skip(patience + 3800ms - 6s);
     QCOMPARE(f.sight(), LossFixture::retrying());
     f.time.skip(12s - patience - 3800ms);
-    for (int second = 12; second < 72; ++second) {
-        QCOMPARE(f.sight(), LossFixture::unavailable());
-        QCOMPARE(f.retries(), second / 6);
-        f.pass(1s);
-    }
-    QVERIFY(busyTurns() < kFewTurns);
-    QCOMPARE(f.logged(kNoConnection), 12);
+    f.expectFailingMinute(12);
+    QCOMPARE(f.attempts(), 12);
     QVERIFY(f.logged(kFailing) <= 3);
-    QCOMPARE(f.logged(kStarted), 1);
 
     f.plug(LossFixture::otherChain());
     QCOMPARE(f.sight(), LossFixture::unavailable());
-    expectBackByTheNextRetry();
+    f.expectBackByTheNextRetry();
     QCOMPARE(f.retries(), 13);
     QCOMPARE(f.warnings(), QStringList());
 }
@@ -294,16 +156,9 @@ void TstLinkLossSerial::adapterNotThereAtTheStart()
 {
     LossFixture &f = fixture();
     f.start();
-    QCOMPARE(f.sight(), LossFixture::unavailable());
-    f.expectNothingShown();
-    QCOMPARE(f.logged(kNoConnection), 1);
-    expectNoAttempt();
+    f.expectUnavailableFromTheStart();
     f.plug(LossFixture::otherChain());
-    expectNoAttempt();
-    f.chooseAgain();
-    QCOMPARE(f.sight(), LossFixture::opened());
-    f.expectWhole();
-    QCOMPARE(f.logged(kStarted), 0);
+    f.expectBackByChoice();
     QCOMPARE(f.warnings(), QStringList());
 }
 
@@ -329,40 +184,35 @@ void TstLinkLossSerial::whatIsAskedForMeanwhileIsForgotten()
 
 void TstLinkLossSerial::portHeldAtTheStart()
 {
-    QFETCH(Takes, takes);
+    QFETCH(PortHolder::Manner, manner);
     LossFixture &f = fixture();
     f.start(); // writes the settings
-    PlainPort *port = plugPlainPort();
-    auto other = takes(port->device());
+    const PlainPort *port = f.plugPlainPort();
+    PortHolder other(port->device(), manner);
     f.log.clear();
-    startAsUser();
-    QCOMPARE(f.sight(), LossFixture::unavailable());
-    f.expectNothingShown();
-    QCOMPARE(f.logged(kNoConnection), 1);
-    expectNoAttempt();
-    other.reset();
-    expectNoAttempt();
-    f.chooseAgain();
-    f.expectWhole();
+    f.startAgain();
+    f.expectUnavailableFromTheStart();
+    other.end();
+    f.expectBackByChoice();
     QCOMPARE(f.warnings(), QStringList()); // the permissions are not the reason, and nobody says so
 }
 
 void TstLinkLossSerial::portHeldAfterALoss()
 {
-    QFETCH(Takes, takes);
+    QFETCH(PortHolder::Manner, manner);
     LossFixture &f = fixture();
     f.startUpTo(Moment::Cycle);
     f.log.clear();
     f.unplugAndNotice();
     f.pass(12s);
     QCOMPARE(f.sight(), LossFixture::unavailable());
-    PlainPort *port = plugPlainPort();
-    auto other = takes(port->device());
-    expectFailingRetries(10);
-    QCOMPARE(f.logged(kNoConnection), 12);
+    const PlainPort *port = f.plugPlainPort();
+    PortHolder other(port->device(), manner);
+    f.expectFailingMinute(12);
+    QCOMPARE(f.attempts(), 12);
     QCOMPARE(f.device->requestCount(), 0);
-    other.reset();
-    expectBackByTheNextRetry();
+    other.end();
+    f.expectBackByTheNextRetry();
     QCOMPARE(f.warnings(), QStringList());
 }
 
@@ -370,20 +220,15 @@ void TstLinkLossSerial::noPermissionAtTheStart()
 {
     LossFixture &f = fixture();
     f.start();
-    PlainPort *port = plugPlainPort();
+    PlainPort *port = f.plugPlainPort();
     port->setPermissions({});
-    announceAdvice(*port);
+    LossFixture::announceAdvice(*port, 1);
     f.log.clear();
-    startAsUser();
-    QCOMPARE(f.sight(), LossFixture::unavailable());
-    f.expectNothingShown();
-    QCOMPARE(f.logged(kNoConnection), 1);
+    f.startAgain();
+    f.expectUnavailableFromTheStart();
     QCOMPARE(f.warnings().size(), 1);
-    expectNoAttempt();
-    port->setPermissions(PlainPort::kForAll);
-    expectNoAttempt();
-    f.chooseAgain();
-    f.expectWhole();
+    port->setPermissions(PlainPort::kForTheOwner);
+    f.expectBackByChoice();
     QCOMPARE(f.warnings().size(), 1);
 }
 
@@ -394,19 +239,13 @@ void TstLinkLossSerial::noPermissionAfterALoss()
     f.log.clear();
     f.unplugAndNotice();
     f.pass(12s);
-    PlainPort *port = plugPlainPort();
+    PlainPort *port = f.plugPlainPort();
     port->setPermissions({});
-    for (int i = 0; i < 10; ++i)
-        announceAdvice(*port);
-    expectFailingRetries(10);
+    LossFixture::announceAdvice(*port, 10);
+    f.expectFailingMinute(12);
     QCOMPARE(f.warnings().size(), 10);
-    port->setPermissions(PlainPort::kForAll);
-    {
-        const DroppedPrivileges user; // who has it now
-        f.time.skip(6s);
-    }
-    QCOMPARE(f.sight(), LossFixture::opened());
-    f.expectWhole();
+    port->setPermissions(PlainPort::kForTheOwner);
+    f.expectBackByTheNextRetry();
     QCOMPARE(f.warnings().size(), 10);
 }
 

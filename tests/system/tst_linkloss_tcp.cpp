@@ -1,27 +1,45 @@
 #include "lossfixture.h"
 #include "peersockets.h"
 
+#include <QSocketNotifier>
 #include <QTcpSocket>
 #include <QtTest>
 #include <cerrno>
 #include <sys/socket.h>
 
 using namespace std::chrono_literals;
+using peersockets::End;
 using Moment = LossFixture::Moment;
 
 namespace {
 
-const QString kStarted = QStringLiteral("Timer started");
-const QString kStopped = QStringLiteral("Timer Stopped");
+/// Tells how the connection of the program ends: what its system knows when the program first hears of it.
+class EndWatch final : public QObject
+{
+public:
+    explicit EndWatch(quint16 port)
+        : m_socket(peersockets::client(port))
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
 
-enum class End {
-    Orderly, ///< the device closes the connection
-    Reset,   ///< its connection is reset, as by a restart of its machine or by a firewall
+    /// None while the program has heard of none.
+    std::optional<End> end() const { return m_end; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto *notifier = qobject_cast<QSocketNotifier *>(watched);
+        if (!m_end && event->type() == QEvent::SockAct && notifier && notifier->socket() == m_socket)
+            m_end = peersockets::endOf(m_socket);
+        return false;
+    }
+
+private:
+    const int m_socket;
+    std::optional<End> m_end;
 };
 
 } // namespace
-
-Q_DECLARE_METATYPE(End)
 
 /// A TCP connection ends, or cannot be had.
 ///
@@ -44,7 +62,7 @@ private slots:
     void init() { m_fixture = std::make_unique<LossFixture>(SystemFixture::LinkKind::Tcp); }
     void cleanup() { m_fixture.reset(); }
 
-    void theResetIsOne();
+    void theEndIsTheOneThatIsPlayed();
     void deviceGoesAway_data() { addEnds(); }
     void deviceGoesAway();
     void connectionEndsAndTheDeviceStays_data() { addEnds(); }
@@ -55,8 +73,6 @@ private slots:
 private:
     LossFixture &fixture() { return *m_fixture; }
     static void addEnds();
-    void play(End end);
-    void expectBackByTheNextRetry();
 
     std::unique_ptr<LossFixture> m_fixture;
 };
@@ -71,34 +87,8 @@ void TstLinkLossTcp::addEnds()
     });
 }
 
-/// What the program will see of the next end.
-void TstLinkLossTcp::play(End end)
-{
-    switch (end) {
-    case End::Orderly:
-        break;
-    case End::Reset:
-        peersockets::endWithReset(fixture().device->tcpPort());
-        break;
-    }
-}
-
-void TstLinkLossTcp::expectBackByTheNextRetry()
-{
-    LossFixture &f = fixture();
-    f.time.skip(6s);
-    QCOMPARE(f.sight(), LossFixture::opened());
-    QCOMPARE(f.logged(kStopped), 1);
-    f.expectWhole();
-    const int retries = f.retries();
-    f.poll(12s);
-    QCOMPARE(f.retries(), retries);
-    QVERIFY(f.isReady());
-    QCOMPARE(f.warnings(), QStringList());
-}
-
-/// The end that the tests play is the one that they are named after.
-void TstLinkLossTcp::theResetIsOne()
+/// The measure itself: what the socket is found to have ended by is what a read of it tells.
+void TstLinkLossTcp::theEndIsTheOneThatIsPlayed()
 {
     LossFixture &f = fixture();
     for (const End end : {End::Orderly, End::Reset}) {
@@ -109,8 +99,10 @@ void TstLinkLossTcp::theResetIsOne()
         client.write("?"); // the device has taken the connection when it refuses this
         WAIT_VERIFY(!f.device->refusals().isEmpty());
         const int socket = static_cast<int>(client.socketDescriptor());
-        play(end);
-        f.device.reset();
+        QVERIFY(!peersockets::endOf(socket));
+        peersockets::endBy(end, f.device->tcpPort());
+        f.unplug();
+        QVERIFY(peersockets::endOf(socket, 30s) == end);
         char byte = 0;
         const auto size = ::recv(socket, &byte, 1, MSG_DONTWAIT);
         if (end == End::Reset)
@@ -128,32 +120,25 @@ void TstLinkLossTcp::deviceGoesAway()
     f.startUpTo(moment);
     const QString before = f.sight();
     f.log.clear();
-    play(end);
+    const EndWatch watch(f.device->tcpPort());
+    peersockets::endBy(end, f.device->tcpPort());
     f.unplugAndNotice();
+    QVERIFY(watch.end() == end);
     QVERIFY(busyTurns() < kFewTurns);
     // Nothing tells it yet: what was read last stays until the session misses a reply.
     const auto patience = f.patience(moment);
-    f.time.skip(patience - 1ms);
-    QCOMPARE(f.sight(), before);
-    f.time.skip(1ms);
-    QCOMPARE(f.sight(), LossFixture::retrying());
-    f.expectNothingShown();
+    f.expectRowsToGo(before, patience);
     f.time.skip(6s - patience - 1ms);
     QCOMPARE(f.sight(), LossFixture::retrying());
     QCOMPARE(f.retries(), 0);
     f.time.skip(1ms);
-    for (int second = 6; second < 66; ++second) {
-        QCOMPARE(f.sight(), LossFixture::unavailable());
-        QCOMPARE(f.retries(), second / 6);
-        f.pass(1s);
-    }
-    QVERIFY(busyTurns() < kFewTurns);
-    QCOMPARE(f.logged(kStarted), 1);
+    f.expectFailingMinute(6);
 
     f.plug(LossFixture::otherChain());
     QCOMPARE(f.sight(), LossFixture::unavailable());
-    expectBackByTheNextRetry();
+    f.expectBackByTheNextRetry();
     QCOMPARE(f.retries(), 12);
+    QCOMPARE(f.warnings(), QStringList());
 }
 
 void TstLinkLossTcp::connectionEndsAndTheDeviceStays()
@@ -164,24 +149,25 @@ void TstLinkLossTcp::connectionEndsAndTheDeviceStays()
     f.startUpTo(moment);
     f.device->faults().clear();
     f.log.clear();
-    play(end);
+    const EndWatch watch(f.device->tcpPort());
+    peersockets::endBy(end, f.device->tcpPort());
     // Whatever comes next is answered by the end.
     f.addFaults(QStringLiteral("close count=1"));
     if (moment != Moment::Cycle)
         f.time.skip(f.patience(moment));
-    WAIT_COMPARE(f.logged(kStarted), 1);
+    WAIT_COMPARE(f.losses(), 1);
+    QVERIFY(watch.end() == end);
     QVERIFY(busyTurns() < kFewTurns);
     if (moment == Moment::Cycle)
         f.time.skip(f.patience(moment));
     QCOMPARE(f.sight(), LossFixture::retrying());
     f.expectNothingShown();
-    f.device->chain().system.poweringMode = QStringLiteral("changed");
-    f.device->chain().module(1).identity.serial = QStringLiteral("changed");
+    f.changeChain();
     if (moment == Moment::Cycle)
         f.time.skip(1999ms);
     else
         f.time.skip(5999ms);
-    QCOMPARE(f.sight().section(QStringLiteral(" | "), 3), operatorview::kNothing);
+    QCOMPARE(f.sight().section(operatorview::kSeparator, 3), operatorview::kNothing);
     QCOMPARE(f.retries(), 0);
     f.time.skip(1ms);
     QCOMPARE(f.sight(), LossFixture::opened());
@@ -211,25 +197,12 @@ void TstLinkLossTcp::nobodyAtTheStart()
     else
         f.unplug();
     f.start();
-    QCOMPARE(f.sight(), LossFixture::unavailable());
-    f.expectNothingShown();
-    for (int round = 0; round < 2; ++round) {
-        f.pass(60s);
-        QVERIFY(busyTurns() < kFewTurns);
-        QCOMPARE(f.sight(), LossFixture::unavailable(QString())); // the line was there for its 7 s
-        QCOMPARE(f.logged(kStarted), 0);
-        QCOMPARE(f.logged(QStringLiteral("Connect Received")), 1);
-        if (round > 0)
-            break;
-        if (isSilent)
-            peersockets::comeBack(port);
-        else
-            f.plug(LossFixture::otherChain());
-    }
-    f.chooseAgain();
-    QCOMPARE(f.sight(), LossFixture::opened());
-    f.expectWhole();
-    QCOMPARE(f.logged(kStarted), 0);
+    f.expectUnavailableFromTheStart();
+    if (isSilent)
+        peersockets::comeBack(port);
+    else
+        f.plug(LossFixture::otherChain());
+    f.expectBackByChoice();
     QCOMPARE(f.warnings(), QStringList());
 }
 
