@@ -110,6 +110,18 @@ bool isDialog(const QObject &object)
     return widget.isWindow() && (widget.inherits("QDialog") || widget.inherits("HelpEngine"));
 }
 
+bool isOfTheLibrary(const QWidget &dialog)
+{
+    const bool isItsClass = dialog.metaObject()->className()[0] == 'Q';
+    const QWidget *opener = dialog.parentWidget();
+    while (isItsClass && opener) {
+        if (opener->inherits("QFileDialog") || opener->inherits("QAbstractPrintDialog"))
+            return true;
+        opener = opener->parentWidget();
+    }
+    return false;
+}
+
 QAbstractButton *buttonOf(const QWidget &dialog, Way way)
 {
     if (way != Way::Accept && way != Way::Refuse)
@@ -150,9 +162,12 @@ bool DialogBook::eventFilter(QObject *watched, QEvent *event)
     if ((!isShow && event->type() != QEvent::Hide) || event->spontaneous() || !isDialog(*watched))
         return false;
     auto &dialog = static_cast<QWidget &>(*watched);
-    Count &count = m_counts[dialogName(dialog)];
+    const QString name = dialogName(dialog);
+    Count &count = m_counts[name];
     if (isShow) {
         ++count.opened;
+        if (!dialogKind(name) && !isOfTheLibrary(dialog) && !m_strangers.contains(name))
+            m_strangers.append(name);
     } else if (m_leaving == &dialog) {
         ++count.left[m_way];
         m_leaving.clear();
@@ -200,6 +215,8 @@ QStringList DialogBook::report() const
             ways.append(QStringLiteral("%1 %2").arg(nameOf(way.key())).arg(way.value()));
         if (entry->byItself > 0)
             ways.append(QStringLiteral("by itself %1").arg(entry->byItself));
+        if (m_strangers.contains(entry.key()))
+            ways.append(QStringLiteral("nobody knows it"));
         lines.append(QStringLiteral("%1 opened %2: %3")
                          .arg(entry.key(), QString::number(entry->opened), ways.join(QStringLiteral(", "))));
     }

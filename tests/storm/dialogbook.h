@@ -52,11 +52,17 @@ public:
 
     /// The operator is about to leave the dialog so. If it goes, it went that way.
     void expectLeave(QWidget *dialog, Way way);
+    /// He does something else. If the dialog is still there, it refused to go; how it goes later is no way of
+    /// his.
+    void forgetLeave() { m_leaving.clear(); }
 
     /// The ways in which a dialog was not left yet; all of them if it was not opened.
     QVector<Way> missingWays(const DialogKind &kind) const;
     /// Kinds with missing ways, by name.
     QStringList missing() const;
+
+    /// Names of dialogs that were opened and are neither a kind nor the library's.
+    QStringList strangers() const { return m_strangers; }
 
     int openings() const;
     /// One line for each dialog that was opened.
@@ -73,11 +79,15 @@ private:
     };
 
     QMap<QString, Count> m_counts;
+    QStringList m_strangers;
     QPointer<QWidget> m_leaving;
     Way m_way = Way::Escape;
 };
 
 /// Windows that the book counts.
 bool isDialog(const QObject &object);
+/// Whether the library opened it from a dialog for files or for printing, as the question whether a file may
+/// be replaced.
+bool isOfTheLibrary(const QWidget &dialog);
 
 } // namespace storm

@@ -126,11 +126,15 @@ QString Gestures::workInFileDialog(QWidget *dialog)
 {
     if (m_chance.happens(0.2))
         return clickIn(dialog, m_chance.happens(0.5) ? "detailModeButton" : "listModeButton");
-    if (dialogName(*dialog) == QLatin1String("firmwareFileDialog") && !m_wantedImage.isEmpty())
-        return chooseFile(dialog, std::exchange(m_wantedImage, QString()));
-    if (dialogName(*dialog) == QLatin1String("firmwareFileDialog"))
-        return chooseFile(dialog, m_chance.oneOf(QStringList{Program::smallImage(), Program::largeImage(),
-                                                             Program::wrongImage()}));
+    if (dialogName(*dialog) == QLatin1String("firmwareFileDialog")) {
+        // The dialog begins where any file dialog was last.
+        const QString folder = m_program.folder() + QLatin1Char('/');
+        if (!m_wantedImage.isEmpty())
+            return chooseFile(dialog, folder + std::exchange(m_wantedImage, QString()));
+        return chooseFile(dialog,
+                          folder + m_chance.oneOf(QStringList{Program::smallImage(), Program::largeImage(),
+                                                              Program::wrongImage()}));
+    }
     // Names with a point get no suffix from the dialog, and so meet the file of an earlier report.
     const QStringList names{QStringLiteral("report"), QStringLiteral("report.v1"), QStringLiteral("a.b")};
     return chooseFile(dialog, m_chance.oneOf(names));

@@ -65,8 +65,10 @@ int main(int argc, char *argv[])
     fonts::installSubstitutions();
     QApplication::setFont(fonts::text(QApplication::font()));
     QApplication::setQuitOnLastWindowClosed(false);
-    // Else pictures of controls as they were painted are kept, 10 MB of them, and dropped again from time to
-    // time: what the program holds could not be compared.
+    // Else pictures of controls as they were painted are kept, 10 MB of them under names that differ with
+    // each widget, and dropped again from time to time: what the program holds could not be compared. To
+    // clear them is no help, the names stay. So the pictures of styles are read anew with each paint, which
+    // takes time.
     QPixmapCache::setCacheLimit(0);
     const Arguments arguments = read(application);
     if (!arguments.isGood)

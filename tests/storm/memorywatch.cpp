@@ -1,5 +1,7 @@
 #include "memorywatch.h"
 
+#include "support/sanitizers.h"
+
 #include <QThread>
 #include <algorithm>
 #include <cmath>
@@ -8,14 +10,6 @@
 #include <mutex>
 #include <unistd.h>
 #include <unordered_set>
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define VX_ADDRESS_SANITIZER
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define VX_ADDRESS_SANITIZER
-#endif
 
 #ifdef VX_ADDRESS_SANITIZER
 #include <sanitizer/allocator_interface.h>
@@ -30,7 +24,6 @@ namespace {
 
 constexpr int kAddQObject = 3;    // place of the function that is told of a new object
 constexpr int kRemoveQObject = 4; // and of one that goes
-constexpr double kSecondsPerMinute = 60;
 
 thread_local bool isCounted = false;
 std::mutex mutex; ///< guards the objects: one may be destroyed in another thread than it was made in
@@ -115,44 +108,53 @@ QMap<QString, int> objectcount::byClass()
 Trend trendOf(const QVector<MemorySample> &samples, qint64 MemorySample::*value)
 {
     const auto count = static_cast<double>(samples.size());
-    double meanTime = 0;
+    double meanSession = 0;
     double meanValue = 0;
     for (const MemorySample &sample : samples) {
-        meanTime += sample.seconds / count;
+        meanSession += sample.sessions / count;
         meanValue += static_cast<double>(sample.*value) / count;
     }
-    double timeSquares = 0;
+    double sessionSquares = 0;
     double products = 0;
     for (const MemorySample &sample : samples) {
-        timeSquares += std::pow(sample.seconds - meanTime, 2);
-        products += (sample.seconds - meanTime) * (static_cast<double>(sample.*value) - meanValue);
+        sessionSquares += std::pow(sample.sessions - meanSession, 2);
+        products += (sample.sessions - meanSession) * (static_cast<double>(sample.*value) - meanValue);
     }
-    const double slope = products / timeSquares;
+    const double slope = products / sessionSquares;
     double rest = 0;
     for (const MemorySample &sample : samples) {
-        const double onTheLine = meanValue + slope * (sample.seconds - meanTime);
+        const double onTheLine = meanValue + slope * (sample.sessions - meanSession);
         rest += std::pow(static_cast<double>(sample.*value) - onTheLine, 2);
     }
-    const double error = std::sqrt(rest / (count - 2) / timeSquares);
-    return {slope * kSecondsPerMinute, error * kSecondsPerMinute};
+    return {slope, std::sqrt(rest / (count - 2) / sessionSquares)};
 }
 
 QString complaint(const QVector<MemorySample> &samples, const MemoryRule &rule)
 {
     if (samples.size() < qMax(3, rule.fewest))
         return QStringLiteral("%1 samples are too few to tell").arg(samples.size());
-    const Trend bytes = trendOf(samples, &MemorySample::bytes);
-    if (!(bytes.upperEnd() <= rule.bytesPerMinute))
-        return QStringLiteral("memory may grow by %1 bytes a minute (%2 with an error of %3)")
-            .arg(bytes.upperEnd(), 0, 'f', 0)
-            .arg(bytes.perMinute, 0, 'f', 0)
-            .arg(bytes.error, 0, 'f', 0);
-    const Trend objects = trendOf(samples, &MemorySample::objects);
-    if (!(objects.upperEnd() <= rule.objectsPerMinute))
-        return QStringLiteral("objects may grow by %1 a minute (%2 with an error of %3)")
-            .arg(objects.upperEnd(), 0, 'f', 1)
-            .arg(objects.perMinute, 0, 'f', 1)
-            .arg(objects.error, 0, 'f', 1);
+    const int sessions = samples.constLast().sessions - samples.constFirst().sessions;
+    if (sessions < qMax(1, rule.sessions))
+        return QStringLiteral("%1 sessions are too few to tell").arg(sessions);
+    const auto tooFast = [&](const char *what, qint64 MemorySample::*value, double each, double once) {
+        const Trend trend = trendOf(samples, value);
+        const double limit = each + once / sessions;
+        if (trend.upperEnd() <= limit)
+            return QString();
+        return QStringLiteral("%1 may grow by %2 with each session (%3 with an error of %4), not %5")
+            .arg(QLatin1String(what))
+            .arg(trend.upperEnd(), 0, 'f', 1)
+            .arg(trend.perSession, 0, 'f', 1)
+            .arg(trend.error, 0, 'f', 1)
+            .arg(limit, 0, 'f', 1);
+    };
+    const QString bytes = tooFast("bytes", &MemorySample::bytes, rule.bytesPerSession, rule.bytesOnce);
+    if (!bytes.isEmpty())
+        return bytes;
+    const QString objects =
+        tooFast("objects", &MemorySample::objects, rule.objectsPerSession, rule.objectsOnce);
+    if (!objects.isEmpty())
+        return objects;
     const auto before = samples.mid(0, samples.size() - 1);
     const MemorySample &last = samples.constLast();
     if (last.widgets > most(before, &MemorySample::widgets))

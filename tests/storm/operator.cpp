@@ -106,6 +106,7 @@ void Operator::rest()
 
 void Operator::decide()
 {
+    m_book.forgetLeave();
     const QString gesture = nextGesture();
     if (gesture.isEmpty())
         return;

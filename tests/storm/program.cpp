@@ -106,6 +106,7 @@ void Program::start(quint16 gatewayPort, quint16 webPort)
     QObject::connect(session, &Communication::Signal_CleanSlateProtocol, session,
                      [this] { ++m_cleanSlates; });
     QObject::connect(session, &Communication::Signal_FastModuleStatus, session, [this] { ++m_polls; });
+    QObject::connect(session, &Communication::Signal_SamplingNBitRate, session, [this] { ++m_refreshes; });
 }
 
 void Program::fillDialogue() const

@@ -59,6 +59,8 @@ public:
     int cleanSlates() const { return m_cleanSlates; }
     /// Replies with the values of all modules.
     int polls() const { return m_polls; }
+    /// System statuses that a change of the data rate asked for.
+    int refreshes() const { return m_refreshes; }
     /// How long the last reading of the modules took, from the system status on.
     double walkMs() const { return m_walkMs; }
 
@@ -78,6 +80,7 @@ private:
     int m_sessionsRead = 0;
     int m_cleanSlates = 0;
     int m_polls = 0;
+    int m_refreshes = 0;
     QElapsedTimer m_walk;
     double m_walkMs = 0;
 };

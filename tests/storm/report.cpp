@@ -1,25 +1,13 @@
 #include "storm.h"
 
+#include "support/sanitizers.h"
+
 #include <algorithm>
 #include <cstdio>
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define VX_SLOW_BUILD
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define VX_SLOW_BUILD
-#endif
 
 namespace storm {
 
 namespace {
-
-#ifdef VX_SLOW_BUILD
-constexpr double kSlowness = 3;
-#else
-constexpr double kSlowness = 1;
-#endif
 
 constexpr double kStallLimitMs = 100;
 constexpr double kRequestMs = 20; ///< of a walk, at most
@@ -41,9 +29,9 @@ QString asText(const QMap<QString, int> &counts)
 
 QString asText(const Stall &stall)
 {
-    return QStringLiteral(
-               "%1 ms by the clock, %2 ms of them without a processor, %3 ms asleep while others had none, "
-               "%4 ms of its own; at \"%5\"")
+    return QStringLiteral("%1 ms by the clock, %2 ms of them without a processor, %3 ms asleep while another "
+                          "of its threads had none, "
+                          "%4 ms of its own; at \"%5\"")
         .arg(stall.wholeMs, 0, 'f', 1)
         .arg(stall.waitedMs, 0, 'f', 1)
         .arg(stall.heldUpMs, 0, 'f', 1)
@@ -55,8 +43,9 @@ QString asText(const Stall &stall)
 
 QString asText(const MemorySample &sample)
 {
-    return QStringLiteral("at %1 s %2 bytes, %3 resident, %4 objects, %5 widgets, %6 windows")
+    return QStringLiteral("at %1 s, session %2: %3 bytes, %4 resident, %5 objects, %6 widgets, %7 windows")
         .arg(sample.seconds, 0, 'f', 1)
+        .arg(sample.sessions)
         .arg(sample.bytes)
         .arg(sample.resident)
         .arg(sample.objects)
@@ -80,6 +69,42 @@ double recoveryLimitMs(int modules)
     return timeout + reopening + walk;
 }
 
+int calmMs()
+{
+    return 2 * static_cast<int>(stormPeriods().comm.count());
+}
+
+double lostRefreshMs()
+{
+    return static_cast<double>(stormPeriods().initSequence.count());
+}
+
+/// A run in which little happened shows nothing. The numbers are about a third of what a busy machine does.
+void Storm::judgeWhetherEnoughHappened(const WorldCounts &counts)
+{
+    const auto atLeast = [this](const char *what, double count, double wanted) {
+        if (count < wanted)
+            fail(QStringLiteral("only %1 %2, not %3").arg(count).arg(QLatin1String(what)).arg(wanted));
+    };
+    const double seconds = secondsNow();
+    const double minutes = seconds / 60;
+    atLeast("turns of the event loop", static_cast<double>(m_meter.ticks()), 50 * seconds / kSlowness);
+    atLeast("gestures", m_operator->gestureCount(), 5 * seconds / kSlowness);
+    atLeast("sessions read", m_program->sessionsRead(), 8 * minutes);
+    atLeast("recoveries", m_recoveries, 4 * minutes);
+    atLeast("calm spells that were watched", m_calms, 1);
+    atLeast("values compared", m_comparedValues, 80 * m_comparisons);
+    atLeast("lines of the log", static_cast<double>(m_log.lineCount()), 60 * seconds / kSlowness);
+    atLeast("requests to the devices", static_cast<double>(counts.requests), 15 * seconds / kSlowness);
+    atLeast("lines to the gateway", static_cast<double>(counts.gatewayLines), 5 * minutes);
+    atLeast("web requests", static_cast<double>(counts.webRequests), 15 * minutes);
+    for (int chain = 0; chain < stormChains().size(); ++chain)
+        atLeast(qPrintable(QStringLiteral("looks at all values of chain %1").arg(chain)),
+                m_looksAtChain.value(chain), 1);
+    for (const QString &kind : Weather::missingKinds(counts))
+        fail(QStringLiteral("the weather never had: ") + kind);
+}
+
 void Storm::judge()
 {
     constexpr int kToldStalls = 10;
@@ -91,6 +116,8 @@ void Storm::judge()
         fail(QStringLiteral("the log has: ") + line);
     for (const QString &name : m_book.missing())
         fail(QStringLiteral("%1 was not opened and left in all of its ways").arg(name));
+    for (const QString &name : m_book.strangers())
+        fail(QStringLiteral("nobody knows the dialog %1").arg(name));
     const QString memory = complaint(m_samples, MemoryRule());
     if (!memory.isEmpty())
         fail(memory);
@@ -126,23 +153,25 @@ void Storm::report(const WorldCounts &counts) const
     print("recovery",
           QStringLiteral(
               "%1 times, READY after %2 ms at most (limit for 14 modules %3 ms); walk %4 ms at most; "
-              "%5 sessions lost for want of a processor")
+              "%5 sessions lost for want of a processor; %6 times later, behind a lost status of a rate")
               .arg(m_recoveries)
               .arg(m_longestRecoveryMs, 0, 'f', 0)
               .arg(recoveryLimitMs(14), 0, 'f', 0)
               .arg(m_longestWalkMs, 0, 'f', 0)
-              .arg(m_starvedSessions));
+              .arg(m_starvedSessions)
+              .arg(m_lostRefreshes));
+    print("calm", QStringLiteral("%1 times watched for %2 ms").arg(m_calms).arg(calmMs()));
     print("values", QStringLiteral("%1 compared in %2 looks").arg(m_comparedValues).arg(m_comparisons));
     if (m_samples.size() > 2) {
         const Trend bytes = trendOf(m_samples, &MemorySample::bytes);
         const Trend objects = trendOf(m_samples, &MemorySample::objects);
         print("memory",
-              QStringLiteral("%1 samples: %2 bytes a minute (error %3), %4 objects a minute (error %5)")
+              QStringLiteral("%1 samples: %2 bytes a session (error %3), %4 objects a session (error %5)")
                   .arg(m_samples.size())
-                  .arg(bytes.perMinute, 0, 'f', 0)
+                  .arg(bytes.perSession, 0, 'f', 0)
                   .arg(bytes.error, 0, 'f', 0)
-                  .arg(objects.perMinute, 0, 'f', 1)
-                  .arg(objects.error, 0, 'f', 1));
+                  .arg(objects.perSession, 0, 'f', 2)
+                  .arg(objects.error, 0, 'f', 2));
         print("", asText(m_samples.constFirst()));
         print("", asText(m_samples.constLast()));
         QMap<QString, int> more;

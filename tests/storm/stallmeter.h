@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kernelclocks.h"
+
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -9,22 +11,13 @@ class QTimer;
 
 namespace storm {
 
-/// Nanoseconds of a clock that never goes back.
-qint64 nowNs();
-/// Nanoseconds for which the kernel let the calling thread wait for a processor, since its start; 0 where the
-/// kernel does not tell. Likewise those for which the thread ran.
-qint64 waitedForProcessorNs();
-qint64 ranNs();
-/// Nanoseconds in which some thread of the machine waited for a processor; 0 where the kernel does not tell.
-qint64 shortageNs();
-
 /// In nanoseconds; those of the machine unless a test gives others.
 struct StallClocks
 {
     std::function<qint64()> now = nowNs;
     std::function<qint64()> waited = waitedForProcessorNs;
     std::function<qint64()> ran = ranNs;
-    std::function<qint64()> shortage = shortageNs;
+    std::function<qint64()> helpers = helpersWaitedNs;
 };
 
 /// A time in which the event loop of the window's thread did not come round.
@@ -32,8 +25,8 @@ struct Stall
 {
     double wholeMs = 0;  ///< by the clock
     double waitedMs = 0; ///< of it the kernel let the thread wait for a processor
-    /// Of it the thread slept while there were not enough processors: as a file dialog that goes waits for
-    /// its thread, which waits for a processor. A long sleep is none of that kind.
+    /// Of it the thread slept as long as other threads of the program waited for a processor: as a file
+    /// dialog that goes waits for its thread. A long sleep is none of that kind.
     double heldUpMs = 0;
     QString during; ///< what the operator did last
 
@@ -85,10 +78,10 @@ private:
         qint64 now = 0;
         qint64 waited = 0;
         qint64 ran = 0;
-        qint64 shortage = 0;
+        qint64 helpers = 0;
     };
 
-    Reading read() const { return {m_clocks.now(), m_clocks.waited(), m_clocks.ran(), m_clocks.shortage()}; }
+    Reading read() const { return {m_clocks.now(), m_clocks.waited(), m_clocks.ran(), m_clocks.helpers()}; }
     Stall stallOf(const Reading &passed) const;
 
     Reading m_start;  ///< of what is measured now

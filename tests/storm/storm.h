@@ -30,6 +30,11 @@ struct Options
 double stallLimitMs();
 /// The longest time from the end of the faults to READY: one time-out and one walk through so many modules.
 double recoveryLimitMs(int modules);
+/// What comes to it if the status after a change of the data rate was lost: that is wanted still, so the
+/// first one of the new session is taken for it, without a walk, which then begins a time-out later.
+double lostRefreshMs();
+/// For so long a session that is READY in fair weather is watched.
+int calmMs();
 
 QString asText(const MemorySample &sample);
 
@@ -62,6 +67,7 @@ private:
         Outage,
         Recovery,
         Looking,
+        Calm,
         Over
     };
 
@@ -80,15 +86,23 @@ private:
     void judgeRecovery(const Snapshot &snapshot);
     bool isSessionLost(const Snapshot &snapshot);
     void compare(const Snapshot &snapshot);
+    void compareNow(const Snapshot &snapshot);
+    void watchCalm();
+    void endCalm();
+    void endRound();
+    void giveUp();
     void sample();
     void goOn();
     void end();
+    void closeSomewhere();
+    void closeProgram();
     void finish(const WorldCounts &counts);
     void judge();
+    void judgeWhetherEnoughHappened(const WorldCounts &counts);
     void report(const WorldCounts &counts) const;
     void fail(const QString &text);
     double secondsNow() const { return static_cast<double>(m_clock.elapsed()) / 1000; }
-    bool isTimeUp() const { return m_clock.elapsed() >= m_options.seconds * 1000LL; }
+    bool isTimeUp() const;
 
     const Options m_options;
     LogWatch &m_log;
@@ -114,19 +128,25 @@ private:
     QElapsedTimer m_recovery;
     qint64 m_waitedAtRecovery = 0;      ///< for which the kernel let the program wait until then
     qint64 m_worldWaitedAtRecovery = 0; ///< and the devices
+    qint64 m_waitedAtReady = 0;         ///< the same two, until READY
+    qint64 m_worldWaitedAtReady = 0;
     double m_readyAfterMs = 0;
     int m_slatesAtReady = 0;
-    int m_lostSessions = 0; ///< after READY, for want of a processor
     int m_sessionsAtOutage = 0;
     int m_pollsAtRecovery = 0;
+    int m_pollsAtCalm = 0;
+    int m_refreshesAtRecovery = 0;
 
     // Of all.
     int m_recoveries = 0;
     int m_starvedSessions = 0;
+    int m_calms = 0;
     double m_longestRecoveryMs = 0;
+    int m_lostRefreshes = 0; ///< recoveries that these made longer
     double m_longestWalkMs = 0;
     int m_comparedValues = 0;
     int m_comparisons = 0;
+    QMap<int, int> m_looksAtChain; ///< of those with all values, by the chain's number
     QVector<MemorySample> m_samples;
     QMap<QString, int> m_classesAtFirst; ///< objects by their classes, at the first sample
     QMap<QString, int> m_classesAtLast;

@@ -36,6 +36,7 @@ QVector<MemorySample> samples(int count, qint64 bytesPerSample, qint64 noise, qi
     for (int i = 0; i < count; ++i) {
         MemorySample sample;
         sample.seconds = 5.0 * i;
+        sample.sessions = 3 * i;
         sample.bytes = 20000000 + bytesPerSample * i + (i % 2 == 0 ? noise : -noise);
         sample.objects = 5000 + objectsPerSample * i;
         sample.widgets = 900;
@@ -210,6 +211,8 @@ void TstStormWatches::flatMemoryPasses()
 {
     QCOMPARE(complaint(samples(8, 0, 3000), MemoryRule()), QString());
     QCOMPARE(complaint(samples(8, -5000, 3000), MemoryRule()), QString());
+    QCOMPARE(complaint(samples(10, 24000, 0), MemoryRule()), QString()); // 216 KB in all
+    QCOMPARE(complaint(samples(8, 0, 0, 3), MemoryRule()), QString());   // 21 objects
 }
 
 void TstStormWatches::memoryThatIsNotShownToBeFlatFails_data()
@@ -218,10 +221,15 @@ void TstStormWatches::memoryThatIsNotShownToBeFlatFails_data()
     QTest::addColumn<QString>("why");
     QTest::newRow("few samples") << samples(5, 0, 0) << "5 samples are too few";
     QTest::newRow("none") << QVector<MemorySample>() << "0 samples are too few";
-    QTest::newRow("growth") << samples(8, 30000, 0) << "memory may grow";
-    QTest::newRow("a slow growth over a long time") << samples(100, 23000, 2000) << "memory may grow";
-    QTest::newRow("jumps that may hide growth") << samples(8, 0, 2000000) << "memory may grow";
-    QTest::newRow("objects") << samples(8, 0, 0, 4) << "objects may grow";
+    auto oneSession = samples(8, 0, 0);
+    for (MemorySample &sample : oneSession)
+        sample.sessions = 5;
+    QTest::newRow("no session") << oneSession << "0 sessions are too few";
+    QTest::newRow("20 KB a session, a minute") << samples(10, 3 * 20480, 20000) << "bytes may grow";
+    QTest::newRow("5 KB a session, ten minutes") << samples(100, 3 * 5120, 20000) << "bytes may grow";
+    QTest::newRow("jumps that may hide growth") << samples(8, 0, 2000000) << "bytes may grow";
+    QTest::newRow("objects, a minute") << samples(10, 0, 0, 9) << "objects may grow";
+    QTest::newRow("an object a session, ten minutes") << samples(100, 0, 0, 3) << "objects may grow";
     auto left = samples(8, 0, 0);
     ++left.last().widgets;
     QTest::newRow("a widget is left over") << left << "901 widgets at the end";

@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 #include <QTimer>
+#include <algorithm>
 
 namespace storm {
 
@@ -13,7 +14,8 @@ constexpr int kShortestSpellMs = 500;
 constexpr int kLongestSpellMs = 2200;
 constexpr int kShortestAbsenceMs = 60;
 constexpr int kLongestAbsenceMs = 900;
-constexpr double kAbsence = 0.12; ///< of a spell
+constexpr double kAbsence = 0.12;  ///< of a spell
+constexpr int kSpellsOfChance = 8; ///< what did not come by then is brought
 
 /// How many rules a spell has, and how often each of them acts.
 struct Strength
@@ -30,7 +32,7 @@ Strength strengthOf(Weather::Spell spell)
     case Weather::Spell::Calm:
         break;
     case Weather::Spell::Rough:
-        return {2, 4, 0.002, 0.03};
+        return {2, 4, 0.005, 0.05};
     case Weather::Spell::Wild:
         return {4, 8, 0.01, 0.15};
     }
@@ -39,7 +41,7 @@ Strength strengthOf(Weather::Spell spell)
 
 QString deviceFault(Chance &chance)
 {
-    switch (chance.number(0, 13)) {
+    switch (chance.number(0, 14)) {
     case 0:
         return QStringLiteral("lose");
     case 1:
@@ -66,6 +68,8 @@ QString deviceFault(Chance &chance)
         return QStringLiteral("twice");
     case 12:
         return QStringLiteral("hot");
+    case 13:
+        return QStringLiteral("reset ms=%1").arg(chance.number(10, 400));
     default:
         return QStringLiteral("input volts=%1").arg(chance.number(0, 600));
     }
@@ -97,6 +101,17 @@ QString gatewayFault(Chance &chance)
         return QStringLiteral("prompt gap=%1").arg(chance.number(0, 30));
     }
 }
+
+/// Those of the device that each storm has to have; the ones behind which a session goes on come first.
+const QStringList &wantedFaults()
+{
+    static const QStringList names{QStringLiteral("cut"),   QStringLiteral("delay"),
+                                   QStringLiteral("reset"), QStringLiteral("close"),
+                                   QStringLiteral("lose"),  QStringLiteral("corrupt")};
+    return names;
+}
+
+const QString kGateway = QStringLiteral("gateway");
 
 QString rules(const Strength &strength, double factor, Chance &chance, QString (*fault)(Chance &))
 {
@@ -180,7 +195,13 @@ void Weather::nextSpell()
     QStringList device = deviceRules(spell, m_chance).split(QLatin1Char('\n'));
     if (!m_foreignReplies)
         device = device.filter(QRegularExpression(QStringLiteral("^(?!unknown-code)")));
-    m_world.setFaults(device.join(QLatin1Char('\n')), gatewayRules(spell, m_chance));
+    QString gateway = gatewayRules(spell, m_chance);
+    if (spellCount() > kSpellsOfChance) {
+        device.append(wantedDeviceRules(m_missing, m_chance));
+        gateway += wantedGatewayRules(m_missing, m_chance);
+    }
+    m_world.setFaults(device.join(QLatin1Char('\n')), gateway);
+    askWhatIsMissing();
     if (spell != Spell::Calm && !m_isAway && m_chance.happens(kAbsence)) {
         takeDeviceAway();
         if (m_chance.happens(0.5))
@@ -205,6 +226,47 @@ QString Weather::gatewayRules(Spell spell, Chance &chance)
 {
     constexpr double kFewerLines = 4; // than requests of the device
     return rules(strengthOf(spell), kFewerLines, chance, gatewayFault);
+}
+
+QString Weather::wantedDeviceRules(const QStringList &kinds, Chance &chance)
+{
+    constexpr int kApart = 3; // so that no two of them meet the same request
+    QString text;
+    int request = 1;
+    for (const QString &kind : kinds) {
+        if (kind == kGateway)
+            continue;
+        QString fault;
+        while (fault.section(QLatin1Char(' '), 0, 0) != kind)
+            fault = deviceFault(chance);
+        text += QStringLiteral("%1 nth=%2\n").arg(fault).arg(request + chance.number(0, kApart - 1));
+        request += kApart;
+    }
+    return text;
+}
+
+QString Weather::wantedGatewayRules(const QStringList &kinds, Chance &chance)
+{
+    return kinds.contains(kGateway) ? gatewayFault(chance) + QStringLiteral(" nth=1\n") : QString();
+}
+
+QStringList Weather::missingKinds(const WorldCounts &counts)
+{
+    QStringList kinds;
+    for (const QString &name : wantedFaults()) {
+        if (counts.faults.value(name) == 0)
+            kinds.append(name);
+    }
+    const QStringList met = counts.faults.keys();
+    const auto isOfTheGateway = [](const QString &name) { return name.startsWith(kGateway); };
+    if (std::none_of(met.cbegin(), met.cend(), isOfTheGateway))
+        kinds.append(kGateway);
+    return kinds;
+}
+
+void Weather::askWhatIsMissing()
+{
+    m_world.count(this, [this](const WorldCounts &counts) { m_missing = missingKinds(counts); });
 }
 
 QStringList Weather::spells() const

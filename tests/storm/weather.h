@@ -10,6 +10,7 @@ class QTimer;
 namespace storm {
 
 class World;
+struct WorldCounts;
 
 /// What goes wrong on the way to the devices, by chance, from a seed: spells of calm, rough and wild weather
 /// follow each other, and now and then the chain goes away and comes back, or another one does.
@@ -42,14 +43,23 @@ public:
     /// Spells so far, by their names.
     QStringList spells() const;
 
+    /// Kinds of faults that each storm has to have and that were not met: those of the device by their names,
+    /// and "gateway" for any of the gateway.
+    static QStringList missingKinds(const WorldCounts &counts);
+
     enum class Spell { Calm, Rough, Wild };
 
     /// Rules for a spell; by chance. Of the device and of the gateway.
     static QString deviceRules(Spell spell, Chance &chance);
     static QString gatewayRules(Spell spell, Chance &chance);
+    /// Rules for the device that bring each of these kinds once, in its first requests, and for the gateway.
+    static QString wantedDeviceRules(const QStringList &kinds, Chance &chance);
+    static QString wantedGatewayRules(const QStringList &kinds, Chance &chance);
 
 private:
     void nextSpell();
+    void askWhatIsMissing();
+    int spellCount() const { return m_calm + m_rough + m_wild; }
 
     World &m_world;
     Chance m_chance;
@@ -59,6 +69,7 @@ private:
     bool m_isAway = true;
     bool m_isStormy = false;
     bool m_foreignReplies = true;
+    QStringList m_missing; ///< kinds, at the last spell
     int m_calm = 0;
     int m_rough = 0;
     int m_wild = 0;

@@ -1,5 +1,6 @@
 #include "world.h"
 
+#include "kernelclocks.h"
 #include "simulation.h"
 
 #include <QCoreApplication>
@@ -40,20 +41,20 @@ QStringList stormChains()
                        "module type=9 serial=AN-\n"
                        "module type=9 serial=AN- functionA=2 functionB=3\n"),
         QStringLiteral("device autozero=500 shunt=1000\n"
-                       "system bitrate=5000 channels=16\n"
-                       "controller serial=CT-1\n"
-                       "module type=9 serial=UN- functionA=6\n"
-                       "module type=2 serial=VO-\n"
-                       "module type=4 serial=TH-\n"
-                       "module type=1 serial=SG- preselect=positive\n"),
-        QStringLiteral("system bitrate=1250 channels=8\n"
-                       "controller serial=CT-2 fw1=1.4.2\n"
-                       "power serial=PW-2 fw1=1.3.9 mode=auto auto=24000\n"
-                       "module type=1 serial=SG- fw1=1.4.1\n"
-                       "module type=77 serial=UNKNOWN-\n"
-                       "module type=9 serial=AN-\n"
-                       "module type=4 serial=TH- fw1=1.2.0\n"
-                       "module type=3 serial=IE-\n"),
+                       "system powering=battery transmission=cable bitrate=5000 channels=16 mode=burst\n"
+                       "controller serial=CT-1 hw=2.2 fw1=1.3.8 fw2=1.08 temperature=48\n"
+                       "module type=9 serial=B-UN- hw=2.2 fw1=1.3.8 fw2=1.08 functionA=6\n"
+                       "module type=2 serial=B-VO- hw=2.2 fw1=1.3.8 fw2=1.08 polarityA=yes\n"
+                       "module type=4 serial=B-TH- hw=2.2 fw1=1.3.8 fw2=1.08\n"
+                       "module type=1 serial=B-SG- hw=2.2 fw1=1.3.8 fw2=1.08 preselect=positive\n"),
+        QStringLiteral("system powering=mains transmission=radio bitrate=1250 channels=8 mode=FM\n"
+                       "controller serial=CT-2 hw=2.3 fw1=1.4.3 fw2=1.09 temperature=28\n"
+                       "power serial=PW-2 hw=1.4 fw1=1.3.9 fw2=1.03 mode=auto auto=24000\n"
+                       "module type=1 serial=C-SG- hw=2.3 fw1=1.4.1 fw2=1.09 bridge=2 range=5\n"
+                       "module type=77 serial=C-UNKNOWN- hw=2.3 fw1=1.4.3 fw2=1.09\n"
+                       "module type=9 serial=C-AN- hw=2.3 fw1=1.4.3 fw2=1.09\n"
+                       "module type=4 serial=C-TH- hw=2.3 fw1=1.2.0 fw2=1.09\n"
+                       "module type=3 serial=C-IE- hw=2.3 fw1=1.4.3 fw2=1.09 bridge=1\n"),
     };
 }
 
@@ -87,6 +88,7 @@ World::World(const Addresses &addresses, const QString &portFolder, quint32 seed
     : m_addresses(addresses)
     , m_simulation(new Simulation(addresses, portFolder, seed, identity))
 {
+    m_thread.setObjectName(QLatin1String(kThreadOfTheWorld)); // also for the kernel
     m_simulation->moveToThread(&m_thread);
     connect(&m_thread, &QThread::finished, m_simulation, &QObject::deleteLater);
 }

@@ -35,7 +35,8 @@ constexpr int kLivePort = 40;         ///< number of the COM port at which the c
 constexpr int kDeadPort = 41;         ///< at this nobody does
 
 /// The chains of the storm, as descriptions: all families of modules; one without a power module; one whose
-/// modules have different firmware, and with a module of unknown type.
+/// modules have different firmware, and with a module of unknown type. What two of them have has another
+/// value in each, so that one that is not shown anew is found.
 QStringList stormChains();
 
 /// The state of the simulated devices at one moment.

@@ -1,0 +1,155 @@
+#include "kernelclocks.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#include <utility>
+
+namespace storm {
+
+namespace {
+
+/// A small file of the kernel, which may be read again and again.
+class KernelFile
+{
+public:
+    explicit KernelFile(const std::string &name)
+        : m_file(::open(name.c_str(), O_RDONLY | O_CLOEXEC))
+    {}
+    ~KernelFile()
+    {
+        if (m_file >= 0)
+            ::close(m_file);
+    }
+
+    KernelFile(const KernelFile &) = delete;
+    KernelFile &operator=(const KernelFile &) = delete;
+
+    /// Empty if there is no such file.
+    std::string text() const
+    {
+        std::array<char, 256> buffer;
+        const ssize_t size = m_file < 0 ? -1 : ::pread(m_file, buffer.data(), buffer.size(), 0);
+        return size <= 0 ? std::string() : std::string(buffer.data(), static_cast<size_t>(size));
+    }
+
+private:
+    const int m_file;
+};
+
+struct ThreadTimes
+{
+    unsigned long long ran = 0;
+    unsigned long long waited = 0;
+};
+
+ThreadTimes timesOf(const KernelFile &file)
+{
+    ThreadTimes times;
+    if (std::sscanf(file.text().c_str(), "%llu %llu", &times.ran, &times.waited) != 2)
+        return {};
+    return times;
+}
+
+int ownThread()
+{
+    return static_cast<int>(syscall(SYS_gettid));
+}
+
+std::string fileOfThread(int thread, const char *name)
+{
+    return "/proc/self/task/" + std::to_string(thread) + "/" + name;
+}
+
+ThreadTimes ownTimes()
+{
+    static thread_local const KernelFile file(fileOfThread(ownThread(), "schedstat"));
+    return timesOf(file);
+}
+
+} // namespace
+
+qint64 nowNs()
+{
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(
+               std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
+qint64 waitedForProcessorNs()
+{
+    return static_cast<qint64>(ownTimes().waited);
+}
+
+qint64 ranNs()
+{
+    return static_cast<qint64>(ownTimes().ran);
+}
+
+qint64 shortageNs()
+{
+    static const KernelFile file("/proc/pressure/cpu");
+    constexpr qint64 kNsPerUs = 1000;
+    const std::string text = file.text();
+    const size_t at = text.find("total=");
+    return at == std::string::npos ? 0 : std::atoll(text.c_str() + at + 6) * kNsPerUs;
+}
+
+ThreadWaits::ThreadWaits(std::string leftOut, std::function<qint64()> shortage)
+    : m_leftOut(std::move(leftOut))
+    , m_shortage(std::move(shortage))
+    , m_own(ownThread())
+{
+    (void)total();
+    m_total = 0;
+}
+
+ThreadWaits::Thread ThreadWaits::look(int thread) const
+{
+    const auto known = m_threads.find(thread);
+    // A thread gives itself its name when it first runs.
+    const bool isLeftOut = (known != m_threads.end() && known->second.isLeftOut) ||
+                           KernelFile(fileOfThread(thread, "comm")).text() == m_leftOut + '\n';
+    if (isLeftOut)
+        return {true, 0};
+    return {false, static_cast<qint64>(timesOf(KernelFile(fileOfThread(thread, "schedstat"))).waited)};
+}
+
+qint64 ThreadWaits::total()
+{
+    std::map<int, Thread> threads;
+    DIR *const folder = ::opendir("/proc/self/task");
+    while (const dirent *entry = folder ? ::readdir(folder) : nullptr) {
+        const int thread = std::atoi(entry->d_name);
+        if (thread != 0 && thread != m_own)
+            threads.emplace(thread, look(thread));
+    }
+    if (folder)
+        ::closedir(folder);
+    const qint64 shortage = m_shortage();
+    bool hasOneEnded = false;
+    for (const auto &[number, before] : m_threads)
+        hasOneEnded = hasOneEnded || (!before.isLeftOut && threads.find(number) == threads.end());
+    for (const auto &[number, now] : threads) {
+        const auto before = m_threads.find(number);
+        m_total += qMax<qint64>(0, now.waited - (before != m_threads.end() ? before->second.waited : 0));
+    }
+    if (hasOneEnded)
+        m_total += shortage - m_shortageThen;
+    m_shortageThen = shortage;
+    m_threads = std::move(threads);
+    return m_total;
+}
+
+qint64 helpersWaitedNs()
+{
+    static ThreadWaits waits(kThreadOfTheWorld);
+    return waits.total();
+}
+
+} // namespace storm

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QtGlobal>
+#include <functional>
+#include <map>
+#include <string>
+
+namespace storm {
+
+/// Nanoseconds of a clock that never goes back.
+qint64 nowNs();
+/// Nanoseconds for which the kernel let the calling thread wait for a processor, since its start; 0 where the
+/// kernel does not tell. Likewise those for which the thread ran.
+qint64 waitedForProcessorNs();
+qint64 ranNs();
+/// Nanoseconds in which some thread of the machine waited for a processor; 0 where the kernel does not tell.
+qint64 shortageNs();
+
+/// How long threads of the process waited for a processor while the thread that made this object did other
+/// things. To be used by that thread.
+class ThreadWaits
+{
+public:
+    /// Threads with the name `leftOut` do not count.
+    explicit ThreadWaits(std::string leftOut, std::function<qint64()> shortage = shortageNs);
+
+    /// Nanoseconds so far. What a thread waited that ended since the last call is not known any more; for it
+    /// counts the time in which some thread of the machine waited.
+    qint64 total();
+
+private:
+    struct Thread
+    {
+        bool isLeftOut = false;
+        qint64 waited = 0;
+    };
+
+    Thread look(int thread) const;
+
+    const std::string m_leftOut;
+    const std::function<qint64()> m_shortage;
+    const int m_own;
+    std::map<int, Thread> m_threads; ///< at the last call
+    qint64 m_shortageThen = 0;
+    qint64 m_total = 0;
+};
+
+/// The name of the thread in which the simulated devices live.
+constexpr char kThreadOfTheWorld[] = "world";
+/// How long the threads that the program has beside that of its window waited so far. For that thread alone.
+qint64 helpersWaitedNs();
+
+} // namespace storm
