@@ -6,8 +6,10 @@ Usage: coverage.py <root> <build folder> <least percentage>
 The counters of all programs that ran since the folder "profiles" of the build was emptied count together. What the
 build generates does not count, nor do sources of another platform, which it does not compile.
 """
+import json
 import pathlib
 import re
+import shlex
 import subprocess
 import sys
 
@@ -34,8 +36,6 @@ def without_generated(counts, sources):
     kept = {}
     for path, lines in counts.items():
         text = (sources / path).read_text().splitlines()
-        if lines and max(lines) > len(text):
-            sys.exit(f"src/{path} changed since it was built")
         kept[path] = {number: count for number, count in lines.items() if not GENERATED.match(text[number - 1])}
     return kept
 
@@ -70,16 +70,44 @@ def uncovered_ranges(lines):
     return ", ".join(str(first) if first == last else f"{first}-{last}" for first, last in ranges)
 
 
-def report_of(build):
+def objects_of(build):
+    """The objects of the product, relative to the build folder. What lies there of earlier builds is none of them."""
+    objects = []
+    for command in json.loads((build / "compile_commands.json").read_text()):
+        words = shlex.split(command["command"])
+        path = words[words.index("-o") + 1]
+        if path.startswith("src/"):
+            objects.append(path)
+    missing = [path for path in objects if not (build / path).exists()]
+    if missing:
+        sys.exit(f"{missing[0]} is not built")
+    return objects
+
+
+def require_unchanged(build, objects, sources):
+    """Leaves if a source is younger than what was made of it: its lines are not those that ran."""
+    known = subprocess.run(["ninja", "-C", build, "-t", "deps", *objects], check=True, capture_output=True, text=True)
+    built = 0
+    for line in known.stdout.splitlines():
+        if ": #deps" in line:
+            built = (build / line.partition(": #deps")[0]).stat().st_mtime_ns
+        elif line.startswith("    "):
+            path = (build / line.strip()).resolve()
+            if path.is_relative_to(sources) and not (path.exists() and path.stat().st_mtime_ns <= built):
+                sys.exit(f"src/{path.relative_to(sources)} changed since it was built")
+
+
+def report_of(build, objects):
     """What the programs ran, of everything that is compiled for the product, in the format of lcov."""
     profiles = sorted((build / "profiles").glob("*.profraw"))
     if not profiles:
         sys.exit("No program of this build has run")
     merged = build / "profiles" / "merged.profdata"
-    subprocess.run(["llvm-profdata", "merge", "-sparse", "-o", merged, *profiles], check=True)
+    if subprocess.run(["llvm-profdata", "merge", "-sparse", "-o", merged, *profiles], check=False).returncode != 0:
+        sys.exit("The counters cannot be read")
     # The objects and not the programs: a linker leaves out what nobody uses.
-    objects = [argument for path in sorted((build / "src").rglob("*.o")) for argument in ("-object", path)]
-    report = subprocess.run(["llvm-cov", "export", "-format=lcov", f"-instr-profile={merged}", *objects],
+    arguments = [argument for path in objects for argument in ("-object", build / path)]
+    report = subprocess.run(["llvm-cov", "export", "-format=lcov", f"-instr-profile={merged}", *arguments],
                             check=False, capture_output=True, text=True)
     if report.returncode != 0:  # else it complains of each inline function that a source has and does not use
         sys.exit(report.stderr)
@@ -88,7 +116,10 @@ def report_of(build):
 
 def main(root, build, least):
     sources = pathlib.Path(root).resolve() / "src"
-    counts = without_generated(counts_by_source(report_of(pathlib.Path(build)), sources), sources)
+    folder = pathlib.Path(build)
+    objects = objects_of(folder)
+    require_unchanged(folder, objects, sources)
+    counts = without_generated(counts_by_source(report_of(folder, objects), sources), sources)
     totals = totals_by_folder(counts)
 
     print("Lines that did not run:")
