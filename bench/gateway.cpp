@@ -2,7 +2,9 @@
 // without an end, and an address where nobody answers. The peer is a real socket in a thread of its own.
 
 #include "base/timesource.h"
+#include "gateway/dialogueview.h"
 #include "gateway/gatewayzrt.h"
+#include "giveup.h"
 #include "link/tcpsock.h"
 #include "loopgap.h"
 #include "measuring.h"
@@ -12,9 +14,9 @@
 #include "widgetbench.h"
 
 #include <QFile>
-#include <QPlainTextEdit>
 #include <QThread>
 #include <functional>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace {
@@ -67,8 +69,7 @@ public:
 protected:
     void run() override
     {
-        if (!m_server.waitForNewConnection(kPatienceMs))
-            return;
+        require(m_server.waitForNewConnection(kPatienceMs), "Nobody takes the flood.");
         const std::unique_ptr<QTcpSocket> client(m_server.nextPendingConnection());
         const QByteArray piece(1 << 16, 'x');
         for (int sent = 0; sent < kFloodBytes; sent += piece.size()) {
@@ -93,6 +94,13 @@ struct Panel
     {
         window.show();
         QCoreApplication::processEvents();
+    }
+
+    /// Ends the benchmark unless bytes of the flood stand in the dialogue.
+    void requireFlooded() const
+    {
+        require(window.findChild<DialogueView *>()->toPlainText().contains(QStringLiteral("xxx")),
+                "The panel does not show what it is sent.");
     }
 
     SystemTime time;
@@ -140,6 +148,8 @@ void measureStatus()
     for (int round = 0; round < kRounds; ++round) {
         QByteArray line = statusLine(round);
         times.push_back(measureMs([&] { panel.window.parseData(line); }));
+        const auto *port = panel.window.findChild<QLineEdit *>(QStringLiteral("extPort"));
+        require(port->text() == QString::number(1000 + round), "The panel does not show its status.");
         QCoreApplication::processEvents();
     }
     Number("status line of the gateway, all fields", medianMs(times), "ms")
@@ -149,33 +159,43 @@ void measureStatus()
         .report();
 }
 
-/// The longest gap in the event loop until the flood is over. `receive` connects to the port.
-double longestGapInFloodMs(const std::function<void(quint16)> &receive)
+/// The longest gap in the event loop until all bytes of the flood were read. `receive` connects to the port;
+/// `bytesRead` counts what came.
+double longestGapInFloodMs(const qint64 &bytesRead, const std::function<void(quint16)> &receive)
 {
     QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
+    require(server.listen(QHostAddress::LocalHost), "No port is to be had.");
     const quint16 port = server.serverPort();
     Flood flood(server);
     flood.start();
-    QEventLoop loop;
-    QObject::connect(&flood, &QThread::finished, &loop, &QEventLoop::quit);
+    QElapsedTimer clock;
+    clock.start();
     LoopGap gap;
     gap.start();
     receive(port);
-    loop.exec();
+    while (bytesRead < kFloodBytes) {
+        require(clock.elapsed() < kPatienceMs, "The flood was not read in time.");
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     return gap.longestMs();
 }
 
 void measureFlood()
 {
+    qint64 bareBytes = 0;
     QTcpSocket bare;
-    QObject::connect(&bare, &QTcpSocket::readyRead, &bare, [&bare] { bare.readAll(); });
-    const double bareMs = longestGapInFloodMs(
-        [&bare](quint16 port) { bare.connectToHost(QHostAddress(QHostAddress::LocalHost), port); });
+    QObject::connect(&bare, &QTcpSocket::readyRead, &bare, [&] { bareBytes += bare.readAll().size(); });
+    const double bareMs = longestGapInFloodMs(bareBytes, [&bare](quint16 port) {
+        bare.connectToHost(QHostAddress(QHostAddress::LocalHost), port);
+    });
+    qint64 bytes = 0;
     Panel panel;
-    const double ms = longestGapInFloodMs([&panel](quint16 port) {
+    QObject::connect(panel.link, &TcpComm::messagePacket, &panel.window,
+                     [&bytes](const QByteArray &packet) { bytes += packet.size(); });
+    const double ms = longestGapInFloodMs(bytes, [&panel](quint16 port) {
         panel.link->Slot_connectToGateway(QStringLiteral("127.0.0.1"), QString::number(port));
     });
+    panel.requireFlooded();
     Number("longest gap, gateway sends " + std::to_string(kFloodBytes >> 20) + " MB without an end", ms, "ms")
         .atMost(kGapLimitMs)
         .beside("bare socket", bareMs)
@@ -185,8 +205,7 @@ void measureFlood()
 double residentMegabytes()
 {
     QFile file(QStringLiteral("/proc/self/statm"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
+    require(file.open(QIODevice::ReadOnly), "The memory of this program cannot be read.");
     return file.readAll().split(' ').value(1).toDouble() * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
@@ -194,14 +213,17 @@ void measureMemory()
 {
     Panel panel;
     QByteArray piece(1 << 16, 'x');
+    malloc_trim(0); // what earlier measurements have left is not given back meanwhile
     const double before = residentMegabytes();
     for (int round = 0; round < kPieces; ++round) {
         panel.window.parseData(piece);
         QCoreApplication::processEvents();
     }
+    const double grown = std::max(0.0, residentMegabytes() - before);
+    panel.requireFlooded();
     Number("memory of " + std::to_string(kPieces) + " pieces of " + std::to_string(piece.size()) +
                " bytes of the gateway",
-           residentMegabytes() - before, "MB")
+           grown, "MB")
         .atMost(kMemoryLimit)
         .report();
 }
@@ -217,11 +239,12 @@ void measureSilence()
         bareTimes.push_back(silent.bareAttemptMs());
         times.push_back(
             measureMs([&] { panel.link->Slot_connectToGateway(QStringLiteral("127.0.0.1"), port); }));
+        require(SilentPort::isWaitedFor(times.back()), "The attempt to connect was not waited for.");
     }
     panel.link->Slot_disconnectSocket();
     Number("attempt to connect where nobody answers", medianMs(times), "ms")
         .worst(worstMs(times))
-        .atMost(kConnectLimitMs)
+        .worstAtMost(kConnectLimitMs)
         .beside("bare socket, 50 ms", medianMs(bareTimes))
         .report();
 }
@@ -232,8 +255,8 @@ int main(int argc, char *argv[])
 {
     return runWidgetBench(argc, argv, [] {
         measureStatus();
+        measureMemory(); // while this program has asked for little so far
         measureFlood();
-        measureMemory();
         measureSilence();
     });
 }

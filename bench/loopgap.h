@@ -4,7 +4,7 @@
 
 #include <QTimer>
 
-/// The longest time for which the event loop did not turn, from start() on.
+/// The longest time for which the event loop did not turn, from start() until it is asked for.
 class LoopGap
 {
 public:
@@ -19,7 +19,7 @@ public:
         m_heartbeat.start(1);
     }
 
-    double longestMs() const { return m_longestMs; }
+    double longestMs() const { return std::max(m_longestMs, elapsedMs(m_clock)); }
 
 private:
     QTimer m_heartbeat;

@@ -28,6 +28,12 @@ public:
 
     // The agreed limits. An aim does not count as missed.
     Number &atMost(double limit) { return set(m_atMost, limit); }
+    /// A limit that the worst must hold, not the median.
+    Number &worstAtMost(double limit)
+    {
+        m_isForTheWorst = true;
+        return atMost(limit);
+    }
     Number &atLeast(double limit) { return set(m_atLeast, limit); }
     Number &ratioAtMost(double limit) { return set(m_ratioAtMost, limit); }
     Number &asAim()
@@ -38,10 +44,10 @@ public:
 
     void report() const
     {
-        std::printf("number\t%s\t%.6g\t%s\t%s\t%s\t%s\t%s\t%s\t%s\t%s\n", m_name.c_str(), m_value,
+        std::printf("number\t%s\t%.6g\t%s\t%s\t%s\t%s\t%s\t%s\t%s\t%s\t%s\n", m_name.c_str(), m_value,
                     m_unit.c_str(), text(m_worst).c_str(), text(m_atMost).c_str(), text(m_atLeast).c_str(),
                     m_bare.c_str(), text(m_bareValue).c_str(), text(m_ratioAtMost).c_str(),
-                    m_isAim ? "aim" : "");
+                    m_isAim ? "aim" : "", m_isForTheWorst ? "worst" : "");
         std::fflush(stdout); // what was measured is told even if the next measurement ends the program
     }
 
@@ -72,4 +78,5 @@ private:
     double m_atLeast = kNone;
     double m_ratioAtMost = kNone;
     bool m_isAim = false;
+    bool m_isForTheWorst = false;
 };

@@ -3,6 +3,7 @@
 
 #include "barerows.h"
 #include "benchapplication.h"
+#include "giveup.h"
 #include "loopgap.h"
 #include "measuring.h"
 #include "number.h"
@@ -19,6 +20,8 @@ constexpr int kRounds = 7;
 constexpr double kRowLimit = 1.5;
 constexpr double kGapLimitMs = 30;
 constexpr std::chrono::seconds kPolling{20};
+constexpr std::chrono::seconds kPatience{60};
+constexpr int kFewestPolls = 8; ///< of live values in that time, each 2 s
 
 double bareRowsMs(const QVector<quint8> &types)
 {
@@ -34,6 +37,7 @@ double bareRowsMs(const QVector<quint8> &types)
 double rowsFromStatusMs(Framework_Ctrllr &application, const QVariant &status)
 {
     const double ms = measureMs([&] { application.Slot_SystemStatus(status); });
+    require(application.analogModules().size() == kModules, "The system status did not make all rows.");
     QCoreApplication::processEvents();
     application.Slot_CleanSlateProtocol();
     QCoreApplication::processEvents();
@@ -77,6 +81,14 @@ double longestGapMs(std::chrono::milliseconds time)
     return gap.longestMs();
 }
 
+void readChain(const Communication &session)
+{
+    QEventLoop loop;
+    QObject::connect(&session, &Communication::stateInitialized, &loop, &QEventLoop::quit);
+    QTimer::singleShot(kPatience, &loop, [] { giveUp("The chain was not read in time."); });
+    loop.exec();
+}
+
 void measureGap()
 {
     const double bareMs = longestGapMs(kPolling); // what the machine itself holds up
@@ -84,12 +96,15 @@ void measureGap()
     BenchApplication bench("MainServer=127.0.0.1:" + QByteArray::number(chain.port()) +
                            "\r\nPORT1=COM5:115200,E,8,1\r\nMode=TCP\r\n");
     Framework_Ctrllr &application = bench.app();
-    QEventLoop loop;
-    QObject::connect(application.communication(), &Communication::stateInitialized, &loop, &QEventLoop::quit);
-    loop.exec();
+    readChain(*application.communication());
+    require(application.analogModules().size() == kModules, "Not all modules have a row.");
 
+    int polls = 0;
+    QObject::connect(application.communication(), &Communication::Signal_FastModuleStatus, &application,
+                     [&polls] { ++polls; });
     const double ms = longestGapMs(kPolling);
-    Number("longest gap, " + std::to_string(application.analogModules().size()) + " modules polled", ms, "ms")
+    require(polls >= kFewestPolls, "The chain was not polled.");
+    Number("longest gap, " + std::to_string(kModules) + " modules polled", ms, "ms")
         .atMost(kGapLimitMs)
         .beside("bare event loop", bareMs)
         .report();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "giveup.h"
 #include "measuring.h"
 
 #include <QTcpServer>
@@ -12,11 +13,12 @@ class SilentPort
 public:
     SilentPort()
     {
-        m_server.listen(QHostAddress::LocalHost);
-        ::listen(static_cast<int>(m_server.socketDescriptor()), 0);
+        require(m_server.listen(QHostAddress::LocalHost) &&
+                    ::listen(static_cast<int>(m_server.socketDescriptor()), 0) == 0,
+                "No silent port is to be had.");
         for (QTcpSocket &client : m_clients)
             client.connectToHost(QHostAddress(QHostAddress::LocalHost), m_server.serverPort());
-        m_clients[0].waitForConnected();
+        require(m_clients[0].waitForConnected(), "The queue of the silent port was not filled.");
         m_server.pauseAccepting();
     }
 
@@ -27,10 +29,19 @@ public:
     {
         constexpr int kAgreedWaitMs = 50;
         QTcpSocket bare;
-        return measureMs([&] {
+        const double ms = measureMs([&] {
             bare.connectToHost(QHostAddress(QHostAddress::LocalHost), port());
             bare.waitForConnected(kAgreedWaitMs);
         });
+        require(isWaitedFor(ms), "The silent port answered.");
+        return ms;
+    }
+
+    /// Whether an attempt of so many milliseconds had no answer.
+    static bool isWaitedFor(double ms)
+    {
+        constexpr double kShortestMs = 45;
+        return ms >= kShortestMs;
     }
 
 private:

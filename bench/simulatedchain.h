@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include "childprocess.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,6 +17,6 @@ public:
     quint16 port() const { return m_port; }
 
 private:
-    QProcess m_process;
+    ChildProcess m_process;
     quint16 m_port = 0;
 };

@@ -2,17 +2,18 @@
 // time that the bytes themselves need on the wire.
 
 #include "countedsession.h"
+#include "giveup.h"
 #include "number.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QTimer>
-#include <cstdio>
 
 namespace {
 
 constexpr int kBytesPerSecond = 10472; // 115200 bit/s, 11 bits a byte
+constexpr int kModules = 129;          ///< those of the chain and the controller
 constexpr double kLimit = 1.03;
 constexpr std::chrono::seconds kPatience{60};
 
@@ -32,6 +33,7 @@ int main(int argc, char *argv[])
     QObject::connect(&communication, &Communication::ModuleRead, &application, [&modules] { ++modules; });
     QObject::connect(&communication, &Communication::stateInitialized, &application, [&] {
         const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
+        require(modules == kModules, "The walk did not read all modules.");
         const double wire = static_cast<double>(session.bytes) / kBytesPerSecond;
         Number("walk of " + std::to_string(modules) + " modules at 115200 bit/s", seconds, "s")
             .beside("bare wire time", wire)
@@ -39,14 +41,8 @@ int main(int argc, char *argv[])
             .report();
         QCoreApplication::exit(0);
     });
-    QTimer::singleShot(kPatience, &application, [] {
-        std::fprintf(stderr, "The walk did not end.\n");
-        QCoreApplication::exit(1);
-    });
+    QTimer::singleShot(kPatience, &application, [] { giveUp("The walk did not end."); });
     clock.start();
-    if (!session.open()) {
-        std::fprintf(stderr, "The link did not open.\n");
-        return 1;
-    }
+    require(session.open(), "The link did not open.");
     return QCoreApplication::exec();
 }
