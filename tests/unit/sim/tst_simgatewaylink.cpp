@@ -1,11 +1,13 @@
 #include "sim/gatewayserver.h"
 
 #include "base/timesource.h"
+#include "support/virtualtime.h"
 
 #include <QtTest>
 
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <functional>
 
 using namespace std::chrono_literals;
 using sim::Gateway;
@@ -24,12 +26,14 @@ public:
     }
 };
 
-/// Times long enough to be seen and short enough to be waited for.
+constexpr auto kRestart = 30ms;
+constexpr auto kReboot = 60ms;
+
 GatewayState quickState()
 {
     GatewayState state;
-    state.restartTime = 30ms;
-    state.rebootTime = 60ms;
+    state.restartTime = kRestart;
+    state.rebootTime = kReboot;
     return state;
 }
 
@@ -41,7 +45,7 @@ class TstSimGatewayLink : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { start(m_time); }
     void cleanup() { m_server.reset(); }
 
     void clientIsGreetedAndAnswered();
@@ -69,16 +73,40 @@ private:
         return !socket.waitForConnected() && socket.error() == QAbstractSocket::ConnectionRefusedError;
     }
 
+    /// From now on the gateway's time stands still unless it is advanced; sockets do not.
+    void stopTime() { start(m_still); }
+    /// Whether the condition holds before long, without any time passing for the gateway.
+    bool comes(const std::function<bool()> &condition)
+    {
+        return QTest::qWaitFor([this, &condition] {
+            m_still.turn();
+            return condition();
+        });
+    }
+    void verifyAbsence(std::chrono::milliseconds absence, const char *address = "127.0.0.1");
+    void start(TimeSource &time);
+
     SystemTime m_time;
+    VirtualTime m_still;
     std::unique_ptr<GatewayServer> m_server;
 };
 
-void TstSimGatewayLink::init()
+void TstSimGatewayLink::start(TimeSource &time)
 {
-    m_server = std::make_unique<GatewayServer>(m_time, quickState());
+    m_server = std::make_unique<GatewayServer>(time, quickState());
     QString error;
     QVERIFY2(m_server->listen(0, &error), qPrintable(error));
     QVERIFY(m_server->port() > 0);
+}
+
+void TstSimGatewayLink::verifyAbsence(std::chrono::milliseconds absence, const char *address)
+{
+    QVERIFY(comes([this] { return !m_server->isListening(); }));
+    QVERIFY(refuses(address));
+    m_still.advance(absence - 1ms);
+    QVERIFY(!m_server->isListening());
+    m_still.advance(1ms);
+    QVERIFY(m_server->isListening());
 }
 
 void TstSimGatewayLink::clientIsGreetedAndAnswered()
@@ -150,15 +178,14 @@ void TstSimGatewayLink::goesToTheNewAddressWithItsPort()
 
 void TstSimGatewayLink::newAddressMayTakeAWhile()
 {
+    stopTime();
     m_server->state().moveTime = 50ms;
     Client client(m_server->port());
-    QTRY_COMPARE(m_server->connectionCount(), 1);
+    QVERIFY(comes([this] { return m_server->connectionCount() == 1; }));
     client.write("gateway.addr=127.0.0.2\r");
-    QTRY_VERIFY(!m_server->isListening());
-    QVERIFY(refuses("127.0.0.2"));
-    QTRY_VERIFY(m_server->isListening());
+    verifyAbsence(50ms, "127.0.0.2");
     Client follower(m_server->port(), "127.0.0.2");
-    QTRY_COMPARE(follower.peek(99), Gateway::prompt());
+    QVERIFY(comes([&follower] { return follower.peek(99) == Gateway::prompt(); }));
 }
 
 void TstSimGatewayLink::foreignNewAddressLeavesNobodyThere()
@@ -194,40 +221,40 @@ void TstSimGatewayLink::newAddressWhosePortIsTakenIsTriedAgain()
 void TstSimGatewayLink::isBackAfterARestart_data()
 {
     QTest::addColumn<QByteArray>("line");
-    QTest::newRow("restart") << QByteArray("restart\r");
-    QTest::newRow("reboot") << QByteArray("reboot\r");
+    QTest::addColumn<int>("absence");
+    QTest::newRow("restart") << QByteArray("restart\r") << int(kRestart.count());
+    QTest::newRow("reboot") << QByteArray("reboot\r") << int(kReboot.count());
 }
 
 void TstSimGatewayLink::isBackAfterARestart()
 {
     QFETCH(QByteArray, line);
+    QFETCH(int, absence);
+    stopTime();
     Client client(m_server->port());
     Client other(m_server->port());
-    QTRY_COMPARE(m_server->connectionCount(), 2);
+    QVERIFY(comes([this] { return m_server->connectionCount() == 2; }));
     client.write("#009_TCP-S\r" + line);
-    QTRY_VERIFY(!m_server->isListening());
-    QVERIFY(refuses("127.0.0.1"));
+    verifyAbsence(std::chrono::milliseconds(absence));
     QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
     QTRY_COMPARE(other.state(), QAbstractSocket::UnconnectedState);
-    QTRY_VERIFY(m_server->isListening());
     Client again(m_server->port());
-    QTRY_COMPARE(again.peek(99), Gateway::prompt());
+    QVERIFY(comes([&again] { return again.peek(99) == Gateway::prompt(); }));
     QCOMPARE(m_server->state().mode, QString("TCP-S"));
 }
 
 void TstSimGatewayLink::closeRuleCanKeepClientsAway()
 {
+    stopTime();
     QString error;
     QVERIFY(m_server->faults().parse("close line=\"#?\" nth=1 ms=40", &error));
     Client client(m_server->port());
     client.write("#?\r");
-    QTRY_VERIFY(!m_server->isListening());
-    QVERIFY(refuses("127.0.0.1"));
+    verifyAbsence(40ms);
     QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
-    QTRY_VERIFY(m_server->isListening());
     Client again(m_server->port());
     again.write("#?\r");
-    QTRY_VERIFY(again.peek(999).contains("#S;"));
+    QVERIFY(comes([&again] { return again.peek(999).contains("#S;"); }));
 }
 
 void TstSimGatewayLink::longestFloodArrivesWhole()
