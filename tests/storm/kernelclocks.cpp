@@ -1,11 +1,13 @@
 #include "kernelclocks.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <sstream>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <utility>
@@ -33,7 +35,7 @@ public:
     /// Empty if there is no such file.
     std::string text() const
     {
-        std::array<char, 256> buffer;
+        std::array<char, 4096> buffer;
         const ssize_t size = m_file < 0 ? -1 : ::pread(m_file, buffer.data(), buffer.size(), 0);
         return size <= 0 ? std::string() : std::string(buffer.data(), static_cast<size_t>(size));
     }
@@ -144,6 +146,53 @@ qint64 ThreadWaits::total()
     m_shortageThen = shortage;
     m_threads = std::move(threads);
     return m_total;
+}
+
+namespace {
+
+constexpr qint64 kNsPerSecond = 1000000000;
+
+std::string textOfProcessors()
+{
+    static const KernelFile file("/proc/stat");
+    return file.text();
+}
+
+} // namespace
+
+HostTheft::HostTheft(std::function<std::string()> text, long ticksPerSecond)
+    : m_text(text ? std::move(text) : textOfProcessors)
+    , m_nsPerTick(kNsPerSecond / (ticksPerSecond > 0 ? ticksPerSecond : ::sysconf(_SC_CLK_TCK)))
+    , m_ticks(look())
+{}
+
+std::vector<qint64> HostTheft::look() const
+{
+    std::vector<qint64> found;
+    std::istringstream lines(m_text());
+    for (std::string line; std::getline(lines, line);) {
+        long long ticks = 0;
+        if (std::sscanf(line.c_str(), "cpu%*d %*s %*s %*s %*s %*s %*s %*s %lld", &ticks) == 1)
+            found.push_back(ticks);
+    }
+    return found;
+}
+
+qint64 HostTheft::total()
+{
+    const std::vector<qint64> ticks = look();
+    qint64 most = 0;
+    for (size_t i = 0; i < std::min(ticks.size(), m_ticks.size()); ++i)
+        most = std::max(most, ticks[i] - m_ticks[i]);
+    m_ticks = ticks;
+    m_total += most * m_nsPerTick;
+    return m_total;
+}
+
+qint64 stolenNs()
+{
+    static HostTheft theft;
+    return theft.total();
 }
 
 qint64 helpersWaitedNs()

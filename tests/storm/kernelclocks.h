@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace storm {
 
@@ -44,6 +45,29 @@ private:
     qint64 m_shortageThen = 0;
     qint64 m_total = 0;
 };
+
+/// How long the host of a virtual machine let a processor of it wait.
+class HostTheft
+{
+public:
+    /// `text` gives what the kernel tells of its processors, in lines; by default from now on.
+    explicit HostTheft(std::function<std::string()> text = {}, long ticksPerSecond = 0);
+
+    /// Nanoseconds so far, in steps of the kernel's tick. Of what passed since the last call it counts that of
+    /// the processor which waited longest.
+    qint64 total();
+
+private:
+    std::vector<qint64> look() const;
+
+    const std::function<std::string()> m_text;
+    const qint64 m_nsPerTick;
+    std::vector<qint64> m_ticks; ///< of each processor at the last call
+    qint64 m_total = 0;
+};
+
+/// What the host took so far; 0 where the kernel does not tell. For the thread of the window alone.
+qint64 stolenNs();
 
 /// The name of the thread in which the simulated devices live.
 constexpr char kThreadOfTheWorld[] = "world";

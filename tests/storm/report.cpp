@@ -30,12 +30,14 @@ QString asText(const QMap<QString, int> &counts)
 QString asText(const Stall &stall)
 {
     return QStringLiteral("%1 ms by the clock, %2 ms of them without a processor, %3 ms asleep while another "
-                          "of its threads had none, "
-                          "%4 ms of its own; at \"%5\"")
+                          "of its threads had none, %4 ms taken by the host, "
+                          "%5 ms of its own; at work for %6 ms; at \"%7\"")
         .arg(stall.wholeMs, 0, 'f', 1)
         .arg(stall.waitedMs, 0, 'f', 1)
         .arg(stall.heldUpMs, 0, 'f', 1)
+        .arg(stall.stolenMs, 0, 'f', 1)
         .arg(stall.ownMs(), 0, 'f', 1)
+        .arg(stall.ranMs, 0, 'f', 1)
         .arg(stall.during);
 }
 

@@ -40,6 +40,7 @@ void StallMeter::close()
     m_passed.waited += now.waited - m_start.waited;
     m_passed.ran += now.ran - m_start.ran;
     m_passed.helpers += now.helpers - m_start.helpers;
+    m_passed.stolen += now.stolen - m_start.stolen;
     m_start = now;
 }
 
@@ -61,9 +62,11 @@ Stall StallMeter::stallOf(const Reading &passed) const
     Stall stall;
     stall.wholeMs = qMax(0.0, ms(passed.now) - kPeriodMs);
     stall.waitedMs = qMin(ms(passed.waited), stall.wholeMs);
-    const double slept = qMax(0.0, stall.wholeMs - stall.waitedMs - ms(passed.ran));
+    stall.ranMs = ms(passed.ran);
+    const double slept = qMax(0.0, stall.wholeMs - stall.waitedMs - stall.ranMs);
     if (slept <= Stall::kLongestHoldUpMs)
         stall.heldUpMs = qMin(slept, ms(passed.helpers));
+    stall.stolenMs = qMin(ms(passed.stolen), stall.ownMs());
     stall.during = m_activity;
     return stall;
 }

@@ -18,6 +18,7 @@ struct StallClocks
     std::function<qint64()> waited = waitedForProcessorNs;
     std::function<qint64()> ran = ranNs;
     std::function<qint64()> helpers = helpersWaitedNs;
+    std::function<qint64()> stolen = stolenNs;
 };
 
 /// A time in which the event loop of the window's thread did not come round.
@@ -28,12 +29,14 @@ struct Stall
     /// Of it the thread slept as long as other threads of the program waited for a processor: as a file
     /// dialog that goes waits for its thread. A long sleep is none of that kind.
     double heldUpMs = 0;
+    double stolenMs = 0; ///< of the rest the host of a virtual machine gave its processors to others
+    double ranMs = 0;    ///< of the whole the thread was at work
     QString during; ///< what the operator did last
 
     static constexpr double kLongestHoldUpMs = 2000;
 
     /// What the program has to answer for.
-    double ownMs() const { return wholeMs - waitedMs - heldUpMs; }
+    double ownMs() const { return wholeMs - waitedMs - heldUpMs - stolenMs; }
 };
 
 /// Measures how long the event loop of its thread does not come round. A timer fires in each turn of the
@@ -79,9 +82,13 @@ private:
         qint64 waited = 0;
         qint64 ran = 0;
         qint64 helpers = 0;
+        qint64 stolen = 0;
     };
 
-    Reading read() const { return {m_clocks.now(), m_clocks.waited(), m_clocks.ran(), m_clocks.helpers()}; }
+    Reading read() const
+    {
+        return {m_clocks.now(), m_clocks.waited(), m_clocks.ran(), m_clocks.helpers(), m_clocks.stolen()};
+    }
     Stall stallOf(const Reading &passed) const;
 
     Reading m_start;  ///< of what is measured now

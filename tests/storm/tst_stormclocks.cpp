@@ -89,6 +89,7 @@ private slots:
     void shortageCountsForAThreadThatEnded();
     void shortageOfTheMachineAloneDoesNotCount();
     void sleepIsAStallHoweverBusyTheMachineIs();
+    void theHostTellsWhatItTook();
 };
 
 void TstStormClocks::waitsOfOtherThreadsCount_data()
@@ -143,6 +144,29 @@ void TstStormClocks::sleepIsAStallHoweverBusyTheMachineIs()
     const qint64 ticks = meter.ticks();
     QTRY_VERIFY(meter.ticks() > ticks);
     QVERIFY(!meter.violations().isEmpty());
+}
+
+void TstStormClocks::theHostTellsWhatItTook()
+{
+    const auto text = [](int first, int second) {
+        return "cpu  16140 0 5102 45167 380 0 49 " + std::to_string(first + second) +
+               " 0 0\ncpu0 7885 0 2195 23339 15 0 5 " + std::to_string(first) +
+               " 0 0\ncpu1 8254 0 2907 21828 365 0 43 " + std::to_string(second) +
+               " 0 0\nintr 9 9 9 9 9 9 9 9999 9\n";
+    };
+    std::string told = text(57, 1000);
+    HostTheft theft([&told] { return told; }, 100);
+    QCOMPARE(theft.total(), 0);
+    told = text(65, 1002);
+    QCOMPARE(theft.total(), 80 * kMs);
+    QCOMPARE(theft.total(), 80 * kMs);
+    told = text(66, 1005);
+    QCOMPARE(theft.total(), 110 * kMs);
+    told = text(66, 0).substr(0, 60); // a processor is gone
+    QCOMPARE(theft.total(), 110 * kMs);
+    told = "cpu0 7885 0\n"; // an old kernel
+    QCOMPARE(theft.total(), 110 * kMs);
+    QVERIFY(stolenNs() >= 0); // of this machine
 }
 
 QTEST_GUILESS_MAIN(TstStormClocks)

@@ -22,11 +22,12 @@ constexpr qint64 kMs = 1000000;
 /// Clocks that the test sets; those that are not given stand still, but for that of the thread: it runs as
 /// long as it does not wait.
 StallClocks clocks(const qint64 *now, const qint64 *waited = nullptr, const qint64 *slept = nullptr,
-                   const qint64 *shortage = nullptr)
+                   const qint64 *shortage = nullptr, const qint64 *stolen = nullptr)
 {
     const auto value = [](const qint64 *clock) { return clock ? *clock : 0; };
     return {[=] { return *now; }, [=] { return value(waited); },
-            [=] { return *now - value(waited) - value(slept); }, [=] { return value(shortage); }};
+            [=] { return *now - value(waited) - value(slept); }, [=] { return value(shortage); },
+            [=] { return value(stolen); }};
 }
 
 /// Samples that lie on a line, and beside it by the noise, in turn above and below.
@@ -58,6 +59,7 @@ class TstStormWatches : public QObject
 private slots:
     void aLongTurnOfTheLoopIsAStall();
     void whatTheKernelTakesIsNoStallOfTheProgram();
+    void whatTheHostTakesIsNoStallOfTheProgram();
     void sleepOfTheProgramIsAStall();
     void sleepIsNotWhileProcessorsAreShort();
     void timeOfTheObserversDoesNotCount();
@@ -117,6 +119,38 @@ void TstStormWatches::whatTheKernelTakesIsNoStallOfTheProgram()
     waited += 90 * kMs;
     QTRY_VERIFY(meter.ticks() > ticks);
     QCOMPARE(meter.violations().size(), 1);
+}
+
+void TstStormWatches::whatTheHostTakesIsNoStallOfTheProgram()
+{
+    qint64 now = 0;
+    qint64 waited = 0;
+    qint64 slept = 0;
+    qint64 stolen = 0;
+    StallMeter meter(100, clocks(&now, &waited, &slept, nullptr, &stolen));
+    meter.start();
+    now += (300 + StallMeter::kPeriodMs) * kMs;
+    waited += 80 * kMs;
+    slept += 150 * kMs;
+    stolen += 130 * kMs;
+    QTRY_VERIFY(meter.ticks() > 0);
+    QCOMPARE(meter.violations().size(), 0);
+    QCOMPARE(meter.longestOwn().stolenMs, 130.0);
+    QCOMPARE(meter.longestOwn().ownMs(), 90.0);
+    QCOMPARE(meter.longestOwn().ranMs, 70.0 + StallMeter::kPeriodMs);
+    qint64 ticks = meter.ticks();
+    now += (300 + StallMeter::kPeriodMs) * kMs;
+    waited += 80 * kMs;
+    stolen += 110 * kMs;
+    QTRY_VERIFY(meter.ticks() > ticks);
+    QCOMPARE(meter.violations().size(), 1);
+    QCOMPARE(meter.longestOwn().ownMs(), 110.0);
+    ticks = meter.ticks();
+    now += (50 + StallMeter::kPeriodMs) * kMs;
+    waited += 20 * kMs;
+    stolen += 5000 * kMs; // never more than there was
+    QTRY_VERIFY(meter.ticks() > ticks);
+    QCOMPARE(meter.longestOwn().ownMs(), 110.0);
 }
 
 void TstStormWatches::sleepOfTheProgramIsAStall()
