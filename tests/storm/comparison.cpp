@@ -244,11 +244,16 @@ void Comparison::comparePower(const QWidget &row)
 
 void Comparison::checkRateCell(const QWidget &panel)
 {
-    const auto *table = panel.findChild<RateTable *>(QStringLiteral("rateTable"));
+    // The gateway's table, somewhere in the panel too, is another.
+    const auto *dialog = panel.findChild<QWidget *>(QStringLiteral("samplingRatesDialog"));
+    const auto *table = dialog ? dialog->findChild<RateTable *>(QStringLiteral("rateTable")) : nullptr;
     const sim::DataRate rate = m_snapshot.chain.system.dataRate();
     const QPushButton *cell = table ? table->button({rate.bitRate, rate.channels}) : nullptr;
     ++m_valueCount;
-    if (cell && cell->isEnabled() && table->selected() != cell)
+    if (!cell)
+        m_differences.append(QStringLiteral("%1 has no cell for %2 kBit/s and %3 channels")
+                                 .arg(m_place, rate.bitRate, rate.channels));
+    else if (cell->isEnabled() && table->selected() != cell)
         m_differences.append(QStringLiteral("%1 marks rate \"%2\", not \"%3\"")
                                  .arg(m_place,
                                       table->selected() ? table->selected()->objectName() : QString(),
@@ -284,8 +289,7 @@ void Comparison::compare(const Program &program)
     comparePower(top);
     QWidget &panel = *program.app().sysSettings()->GetView();
     compareSystemPanel(panel);
-    if (const auto *rates = panel.findChild<QWidget *>(QStringLiteral("samplingRatesDialog")))
-        checkRateCell(*rates);
+    checkRateCell(panel);
 }
 
 } // namespace storm

@@ -195,6 +195,11 @@ qint64 stolenNs()
     return theft.total();
 }
 
+qint64 deniedNs()
+{
+    return waitedForProcessorNs() + stolenNs();
+}
+
 qint64 helpersWaitedNs()
 {
     static ThreadWaits waits(kThreadOfTheWorld);

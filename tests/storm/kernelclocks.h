@@ -53,8 +53,8 @@ public:
     /// `text` gives what the kernel tells of its processors, in lines; by default from now on.
     explicit HostTheft(std::function<std::string()> text = {}, long ticksPerSecond = 0);
 
-    /// Nanoseconds so far, in steps of the kernel's tick. Of what passed since the last call it counts that of
-    /// the processor which waited longest.
+    /// Nanoseconds so far, in steps of the kernel's tick. Of what passed since the last call it counts that
+    /// of the processor which waited longest.
     qint64 total();
 
 private:
@@ -68,6 +68,9 @@ private:
 
 /// What the host took so far; 0 where the kernel does not tell. For the thread of the window alone.
 qint64 stolenNs();
+/// For how long the thread of the window had no processor so far, by the kernel or the host. For that thread
+/// alone.
+qint64 deniedNs();
 
 /// The name of the thread in which the simulated devices live.
 constexpr char kThreadOfTheWorld[] = "world";

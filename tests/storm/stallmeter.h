@@ -31,7 +31,7 @@ struct Stall
     double heldUpMs = 0;
     double stolenMs = 0; ///< of the rest the host of a virtual machine gave its processors to others
     double ranMs = 0;    ///< of the whole the thread was at work
-    QString during; ///< what the operator did last
+    QString during;      ///< what the operator did last
 
     static constexpr double kLongestHoldUpMs = 2000;
 

@@ -208,7 +208,7 @@ void Storm::recover(Comparison::Reach reach)
     const int wanted = another ? 1 + m_round / kRoundsToAnotherChain % (stormChains().size() - 1) : 0;
     if (reach == Comparison::Reach::Whole && m_weather->chain() != wanted)
         m_weather->setChain(wanted);
-    m_waitedAtRecovery = waitedForProcessorNs();
+    m_waitedAtRecovery = deniedNs();
     m_world->look(this, [this](const Snapshot &snapshot) { m_worldWaitedAtRecovery = snapshot.waitedNs; });
     m_recovery.start();
     m_pollsAtRecovery = m_program->polls();
@@ -226,7 +226,7 @@ void Storm::lookWhetherReady()
         return;
     m_lookTimer.stop();
     m_slatesAtReady = m_program->cleanSlates();
-    m_waitedAtReady = waitedForProcessorNs();
+    m_waitedAtReady = deniedNs();
     m_world->look(this, [this](const Snapshot &snapshot) { m_worldWaitedAtReady = snapshot.waitedNs; });
     m_phase = Phase::Looking;
     after(kSettleMs, &Storm::look);
@@ -253,8 +253,7 @@ bool Storm::isSessionLost(const Snapshot &snapshot)
 {
     if (m_program->cleanSlates() == m_slatesAtReady)
         return false;
-    const qint64 waitedNs =
-        waitedForProcessorNs() - m_waitedAtReady + snapshot.waitedNs - m_worldWaitedAtReady;
+    const qint64 waitedNs = deniedNs() - m_waitedAtReady + snapshot.waitedNs - m_worldWaitedAtReady;
     const bool isStarved = static_cast<double>(waitedNs) / kNsPerMs > kStarvedMs;
     if (!isStarved || ++m_starvedSessions > kMostStarvedAMinute * qMax(1, m_options.seconds / 60)) {
         fail(QStringLiteral("the session was lost in fair weather"));
@@ -265,9 +264,9 @@ bool Storm::isSessionLost(const Snapshot &snapshot)
 
 void Storm::judgeRecovery(const Snapshot &snapshot)
 {
-    const double waited = static_cast<double>(waitedForProcessorNs() - m_waitedAtRecovery +
-                                              snapshot.waitedNs - m_worldWaitedAtRecovery) /
-                          kNsPerMs;
+    const double waited =
+        static_cast<double>(deniedNs() - m_waitedAtRecovery + snapshot.waitedNs - m_worldWaitedAtRecovery) /
+        kNsPerMs;
     const double own = m_readyAfterMs - waited;
     ++m_recoveries;
     m_longestWalkMs = qMax(m_longestWalkMs, m_program->walkMs());

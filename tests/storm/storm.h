@@ -126,7 +126,7 @@ private:
 
     // Of the recovery under way.
     QElapsedTimer m_recovery;
-    qint64 m_waitedAtRecovery = 0;      ///< for which the kernel let the program wait until then
+    qint64 m_waitedAtRecovery = 0;      ///< for which the program had no processor until then
     qint64 m_worldWaitedAtRecovery = 0; ///< and the devices
     qint64 m_waitedAtReady = 0;         ///< the same two, until READY
     qint64 m_worldWaitedAtReady = 0;

@@ -188,6 +188,8 @@ void TstStormComparison::aDifferenceIsFound_data()
     add(
         "rate cell", [](Snapshot &s) { ++s.chain.system.bitRateCode; }, "system panel marks rate");
     add(
+        "no rate cell", [](Snapshot &s) { s.chain.system.bitRateCode = 99; }, "system panel has no cell for");
+    add(
         "powering", [](Snapshot &s) { s.chain.system.poweringMode = QStringLiteral("x"); },
         "system panel label_PoweringMode");
     add(
