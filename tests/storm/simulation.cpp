@@ -1,9 +1,8 @@
 #include "simulation.h"
 
-#include "stallmeter.h"
-
 #include "sim/chainfile.h"
 #include "sim/tcplink.h"
+#include "support/kernelclocks.h"
 
 #include <QRegularExpression>
 
@@ -119,7 +118,7 @@ Snapshot Simulation::snapshot() const
 {
     Snapshot snapshot;
     snapshot.gateway = m_gateway->state();
-    snapshot.waitedNs = waitedForProcessorNs();
+    snapshot.waitedNs = kernelclocks::waitedForProcessorNs();
     if (m_device) {
         snapshot.hasDevice = true;
         snapshot.chain = m_device->chain();

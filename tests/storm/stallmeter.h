@@ -1,6 +1,7 @@
 #pragma once
 
-#include "kernelclocks.h"
+#include "support/kernelclocks.h"
+#include "threadsofstorm.h"
 
 #include <QObject>
 #include <QString>
@@ -14,11 +15,11 @@ namespace storm {
 /// In nanoseconds; those of the machine unless a test gives others.
 struct StallClocks
 {
-    std::function<qint64()> now = nowNs;
-    std::function<qint64()> waited = waitedForProcessorNs;
-    std::function<qint64()> ran = ranNs;
+    std::function<qint64()> now = kernelclocks::nowNs;
+    std::function<qint64()> waited = kernelclocks::waitedForProcessorNs;
+    std::function<qint64()> ran = kernelclocks::ranNs;
     std::function<qint64()> helpers = helpersWaitedNs;
-    std::function<qint64()> stolen = stolenNs;
+    std::function<qint64()> stolen = kernelclocks::stolenNs;
 };
 
 /// A time in which the event loop of the window's thread did not come round.

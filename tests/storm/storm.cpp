@@ -1,5 +1,6 @@
 #include "storm.h"
 
+#include "support/kernelclocks.h"
 #include "support/testcertificates.h"
 
 #include <QApplication>
@@ -208,7 +209,7 @@ void Storm::recover(Comparison::Reach reach)
     const int wanted = another ? 1 + m_round / kRoundsToAnotherChain % (stormChains().size() - 1) : 0;
     if (reach == Comparison::Reach::Whole && m_weather->chain() != wanted)
         m_weather->setChain(wanted);
-    m_waitedAtRecovery = deniedNs();
+    m_waitedAtRecovery = kernelclocks::deniedNs();
     m_world->look(this, [this](const Snapshot &snapshot) { m_worldWaitedAtRecovery = snapshot.waitedNs; });
     m_recovery.start();
     m_pollsAtRecovery = m_program->polls();
@@ -226,7 +227,7 @@ void Storm::lookWhetherReady()
         return;
     m_lookTimer.stop();
     m_slatesAtReady = m_program->cleanSlates();
-    m_waitedAtReady = deniedNs();
+    m_waitedAtReady = kernelclocks::deniedNs();
     m_world->look(this, [this](const Snapshot &snapshot) { m_worldWaitedAtReady = snapshot.waitedNs; });
     m_phase = Phase::Looking;
     after(kSettleMs, &Storm::look);
@@ -253,7 +254,8 @@ bool Storm::isSessionLost(const Snapshot &snapshot)
 {
     if (m_program->cleanSlates() == m_slatesAtReady)
         return false;
-    const qint64 waitedNs = deniedNs() - m_waitedAtReady + snapshot.waitedNs - m_worldWaitedAtReady;
+    const qint64 waitedNs =
+        kernelclocks::deniedNs() - m_waitedAtReady + snapshot.waitedNs - m_worldWaitedAtReady;
     const bool isStarved = static_cast<double>(waitedNs) / kNsPerMs > kStarvedMs;
     if (!isStarved || ++m_starvedSessions > kMostStarvedAMinute * qMax(1, m_options.seconds / 60)) {
         fail(QStringLiteral("the session was lost in fair weather"));
@@ -264,9 +266,9 @@ bool Storm::isSessionLost(const Snapshot &snapshot)
 
 void Storm::judgeRecovery(const Snapshot &snapshot)
 {
-    const double waited =
-        static_cast<double>(deniedNs() - m_waitedAtRecovery + snapshot.waitedNs - m_worldWaitedAtRecovery) /
-        kNsPerMs;
+    const double waited = static_cast<double>(kernelclocks::deniedNs() - m_waitedAtRecovery +
+                                              snapshot.waitedNs - m_worldWaitedAtRecovery) /
+                          kNsPerMs;
     const double own = m_readyAfterMs - waited;
     ++m_recoveries;
     m_longestWalkMs = qMax(m_longestWalkMs, m_program->walkMs());

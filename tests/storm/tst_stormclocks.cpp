@@ -1,11 +1,13 @@
-#include "kernelclocks.h"
 #include "stallmeter.h"
+#include "support/kernelclocks.h"
+#include "threadsofstorm.h"
 
 #include <QThread>
 #include <QtTest>
 #include <memory>
 #include <vector>
 
+using namespace kernelclocks;
 using namespace storm;
 
 namespace {

@@ -3,6 +3,7 @@
 #include "logwatch.h"
 #include "memorywatch.h"
 #include "stallmeter.h"
+#include "support/kernelclocks.h"
 #include "weather.h"
 
 #include "sim/faults.h"
@@ -227,8 +228,8 @@ void TstStormWatches::theKernelTellsOfTheWaits()
     QAtomicInt goOn = 1;
     for (int i = 0; i < 4 * QThread::idealThreadCount(); ++i) {
         threads.append(QThread::create([&waiting, &goOn] {
-            const qint64 before = waitedForProcessorNs();
-            while (goOn && waitedForProcessorNs() == before) {
+            const qint64 before = kernelclocks::waitedForProcessorNs();
+            while (goOn && kernelclocks::waitedForProcessorNs() == before) {
             }
             ++waiting;
         }));

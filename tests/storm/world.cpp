@@ -1,7 +1,7 @@
 #include "world.h"
 
-#include "kernelclocks.h"
 #include "simulation.h"
+#include "threadsofstorm.h"
 
 #include <QCoreApplication>
 #include <QHostAddress>

@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
-namespace storm {
+/// What the kernel tells of the time for which threads had a processor, and for which they had none. Not on
+/// Windows.
+namespace kernelclocks {
 
 /// Nanoseconds of a clock that never goes back.
 qint64 nowNs();
@@ -66,15 +68,9 @@ private:
     qint64 m_total = 0;
 };
 
-/// What the host took so far; 0 where the kernel does not tell. For the thread of the window alone.
+/// What the host took since the first call; 0 where the kernel does not tell. For one thread alone.
 qint64 stolenNs();
-/// For how long the thread of the window had no processor so far, by the kernel or the host. For that thread
-/// alone.
+/// For how long that thread had no processor so far, by the kernel or the host.
 qint64 deniedNs();
 
-/// The name of the thread in which the simulated devices live.
-constexpr char kThreadOfTheWorld[] = "world";
-/// How long the threads that the program has beside that of its window waited so far. For that thread alone.
-qint64 helpersWaitedNs();
-
-} // namespace storm
+} // namespace kernelclocks

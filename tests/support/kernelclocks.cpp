@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace storm {
+namespace kernelclocks {
 
 namespace {
 
@@ -200,10 +200,4 @@ qint64 deniedNs()
     return waitedForProcessorNs() + stolenNs();
 }
 
-qint64 helpersWaitedNs()
-{
-    static ThreadWaits waits(kThreadOfTheWorld);
-    return waits.total();
-}
-
-} // namespace storm
+} // namespace kernelclocks
