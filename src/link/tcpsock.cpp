@@ -87,7 +87,8 @@ bool TcpSock::reach(const QString &host, quint16 port)
         if (deadline.hasExpired())
             break;
         m_socket->connectToHost(address, port, QIODevice::ReadWrite);
-        if (m_socket->waitForConnected(int(deadline.remainingTime())))
+        // Connecting may have used up the time. A wait of 0 ms would not look at all.
+        if (m_socket->waitForConnected(qMax(kLastLookMs, int(deadline.remainingTime()))))
             return true;
         m_socket->abort();
     }
