@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 namespace {
 
 /// Far above the 50 ms of an attempt, far below what an operator takes for a hang.
-constexpr qint64 kLongestHalt = 1500;
+constexpr qint64 kLongestHalt = 10000;
 
 /// A port that neither takes nor refuses a connection: its queue is full and nobody empties it.
 class DeafPort

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr qint64 kAtOnce = 2500; ///< ms; generous to a busy machine, and less than any wait
+constexpr qint64 kAtOnce = 4500; ///< ms; generous to a busy machine, and less than any wait
 
 /// Encrypts its connections.
 class EncryptingServer : public QTcpServer

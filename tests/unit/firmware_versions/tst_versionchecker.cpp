@@ -138,9 +138,9 @@ void TstVersionChecker::theRequestsNameTheServer()
                         [](const QString &) { return infoOf({kLoopback}); });
     check.checker.fetchVersion();
     check.time.advance(1000);
-    QTRY_VERIFY((check.time.advance(50), check.events.contains(QStringLiteral("firmwareFetch"))));
+    QTRY_VERIFY((check.time.advance(5), check.events.contains(QStringLiteral("firmwareFetch"))));
     check.time.advance(1000);
-    QTRY_VERIFY((check.time.advance(50), check.events.contains(QStringLiteral("frmwrVersion 1.2.3 0"))));
+    QTRY_VERIFY((check.time.advance(5), check.events.contains(QStringLiteral("frmwrVersion 1.2.3 0"))));
     QCOMPARE(m_server->requests().size(), 2);
     const QByteArray host = "\r\nHost: localhost:" + QByteArray::number(m_server->serverPort()) + "\r\n";
     QVERIFY(m_server->requests().at(0).startsWith("GET " + kConfiguratorPath + " HTTP/1.1\r\n"));
@@ -155,7 +155,7 @@ void TstVersionChecker::theServerIsNamedBeforeTheEncryption()
     RecordedCheck check({QStringLiteral("version.files.example"), m_server->serverPort()},
                         [](const QString &) { return infoOf({kLoopback}); });
     check.checker.vxConfigRequest();
-    QTRY_VERIFY((check.time.advance(50), m_server->unanswered().contains("version.files.example")));
+    QTRY_VERIFY((check.time.advance(5), m_server->unanswered().contains("version.files.example")));
     QVERIFY(!m_server->unanswered().contains("vxconfig.txt")); // which is for the server alone
 }
 
@@ -167,7 +167,7 @@ void TstVersionChecker::aServerIsSoughtAtEachOfItsAddresses()
     });
     check.checker.vxConfigRequest();
     const QStringList expected{kRequesting, kContact, "versionNo vxconfig v1.1.63", "firmwareFetch"};
-    QTRY_COMPARE((check.time.advance(50), check.events.mid(0, 4)), expected);
+    QTRY_COMPARE((check.time.advance(5), check.events.mid(0, 4)), expected);
 }
 
 void TstVersionChecker::aServerThatHangsIsLeftForItsNextAddress()
@@ -180,7 +180,7 @@ void TstVersionChecker::aServerThatHangsIsLeftForItsNextAddress()
     });
     const MessageCatcher log;
     check.checker.vxConfigRequest();
-    QTRY_VERIFY((check.time.advance(50), !m_server->unanswered().isEmpty()));
+    QTRY_VERIFY((check.time.advance(5), !m_server->unanswered().isEmpty()));
     check.time.advance(5000);
     QVERIFY(happens([this] { return m_server->openConnections() == 0; }));
     const QStringList expected{kRequesting, kContact, "versionNo vxconfig v1.1.63", "firmwareFetch"};

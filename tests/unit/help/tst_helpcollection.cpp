@@ -360,7 +360,7 @@ void TstHelpCollection::threadsEndWithTheWindow()
         for (int turn = 0; turn < turns; ++turn)
             QCoreApplication::processEvents();
     }
-    QTRY_COMPARE(threads(), before); // the last of them may still be on its way out
+    QTRY_VERIFY(threads() <= before); // some, also of before, may still be on their way out
 }
 
 void TstHelpCollection::threadsEndBeforeWhatTheyRead()

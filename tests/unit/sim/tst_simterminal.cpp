@@ -47,7 +47,7 @@ constexpr int kFrameSize = 38;
 /// Opens, asks, reads the reply and closes, so often and with hardly a pause; gives the number of replies.
 int askQuickly(const QByteArray &path, int turns, bool exclusive)
 {
-    constexpr int kPatienceMs = 3000;
+    constexpr int kPatienceMs = 30000;
     constexpr int kPauses = 40;
     constexpr qint64 kPauseStepNs = 3000;
     for (int turn = 0; turn < turns; ++turn) {
