@@ -1,4 +1,5 @@
 #include "systemfixture.h"
+#include "waiting.h"
 
 #include "controller/modulecontroller_ctrllr.h"
 #include "protocol/communication.h"
@@ -68,7 +69,7 @@ void TstChain::chainIsReadOverBothLinks()
     m_fixture->useProductTimeouts();
     m_fixture->plug(kSmallChain);
     m_fixture->start();
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     QCOMPARE(m_fixture->rowCount(), 3);
     QCOMPARE(m_fixture->rowText(0, "label_SnVersion"), QStringLiteral("SG-0001"));
     QCOMPARE(m_fixture->rowText(1, "label_SnVersion"), QStringLiteral("TH-0002"));
@@ -90,12 +91,12 @@ void TstChain::liveValuesFollowTheChain()
     module.health.celsius = 40;
     module.health.selftest = 0x0A;
     m_fixture->start();
-    QTRY_COMPARE(m_fixture->rowText(1, "label_SelftestSt"), QStringLiteral("0x0A"));
+    WAIT_COMPARE(m_fixture->rowText(1, "label_SelftestSt"), QStringLiteral("0x0A"));
     QVERIFY(m_fixture->rowText(1, "label_Voltage").startsWith(QStringLiteral("12.")));
     QVERIFY(m_fixture->rowText(1, "label_Temperature").endsWith(QStringLiteral(" °C")));
-    QTRY_COMPARE(m_fixture->rowText(0, "label_SelftestSt"), QStringLiteral("O.K."));
+    WAIT_COMPARE(m_fixture->rowText(0, "label_SelftestSt"), QStringLiteral("O.K."));
     module.health.selftest = 0;
-    QTRY_COMPARE(m_fixture->rowText(1, "label_SelftestSt"), QStringLiteral("O.K."));
+    WAIT_COMPARE(m_fixture->rowText(1, "label_SelftestSt"), QStringLiteral("O.K."));
 }
 
 void TstChain::fullChainIsRead()
@@ -106,7 +107,7 @@ void TstChain::fullChainIsRead()
     QTRY_VERIFY_WITH_TIMEOUT(m_fixture->isReady(), 60000);
     QCOMPARE(m_fixture->rowCount(), 128);
     QCOMPARE(m_fixture->device->requestCount(0x12), 130);
-    QTRY_VERIFY(!m_fixture->rowText(127, "label_Voltage").isEmpty());
+    WAIT_VERIFY(!m_fixture->rowText(127, "label_Voltage").isEmpty());
     const sim::Module &last = m_fixture->device->chain().module(128);
     QCOMPARE(m_fixture->rowText(127, "label_SnVersion"), last.identity.serial);
 }
@@ -116,7 +117,7 @@ void TstChain::chainWithoutPowerModule()
     m_fixture->useProductTimeouts();
     m_fixture->plug(QStringLiteral("controller serial=C-1\nmodule type=2 count=2 serial=V-\n"));
     m_fixture->start();
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     QCOMPARE(m_fixture->rowCount(), 2);
     QCOMPARE(m_fixture->device->requestCount(0x12), 3);
 }
@@ -125,7 +126,7 @@ void TstChain::chainWithoutController()
 {
     m_fixture->plug(QStringLiteral("system fixed=\"120\"\npower serial=P-1\nmodule type=2 serial=V-\n"));
     m_fixture->start();
-    QTRY_COMPARE(m_fixture->statusText(), QStringLiteral("No Controller Module available"));
+    WAIT_COMPARE(m_fixture->statusText(), QStringLiteral("No Controller Module available"));
     QCOMPARE(m_fixture->rowCount(), 0);
     QVERIFY(!m_fixture->app->controllerModule());
 }
@@ -135,7 +136,7 @@ void TstChain::chainWithoutModules()
     m_fixture->useProductTimeouts();
     m_fixture->plug(QStringLiteral("controller serial=C-1\npower serial=P-1\n"));
     m_fixture->start();
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     QCOMPARE(m_fixture->rowCount(), 0);
     QVERIFY(m_fixture->app->controllerModule());
     QCOMPARE(m_fixture->device->requestCount(0x12), 2);
@@ -148,7 +149,7 @@ void TstChain::unknownTypeKeepsItsRow()
         QStringLiteral("controller serial=C-1\nmodule type=1 serial=A-\nmodule type=77 serial=B-\n"
                        "module type=2 serial=D-\n"));
     m_fixture->start();
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     QCOMPARE(m_fixture->rowCount(), 3);
     QCOMPARE(m_fixture->rowText(1, "label_SnVersion"), QStringLiteral("B-0002"));
     QCOMPARE(m_fixture->rowText(2, "label_SnVersion"), QStringLiteral("D-0003"));
@@ -160,8 +161,8 @@ void TstChain::claimedModulesBeyondTheMost()
     m_fixture->plugFile(QStringLiteral("full128.chain"));
     m_fixture->device->chain().claimedModules = 129;
     m_fixture->start();
-    QTRY_COMPARE(m_fixture->rowCount(), 128);
-    QTRY_VERIFY(m_fixture->device->requestCount(0x12) > 100);
+    WAIT_COMPARE(m_fixture->rowCount(), 128);
+    WAIT_VERIFY(m_fixture->device->requestCount(0x12) > 100);
     QCOMPARE(m_fixture->rowCount(), 128);
 }
 
@@ -182,7 +183,7 @@ void TstChain::emptyPowerSerialHidesThePowerPart()
 {
     m_fixture->plug(QStringLiteral("controller serial=C-1\npower serial=\"\"\nmodule type=1 serial=A-\n"));
     m_fixture->start();
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     auto *button = m_fixture->window()->findChild<QWidget *>(QStringLiteral("pushButton_powModType"));
     QVERIFY(button);
     QVERIFY(!button->isVisible());
@@ -202,7 +203,7 @@ void TstChain::differentFirmwareWarnsOnce()
                                           &ModuleController_Ctrllr::Signal_FirmwareMismatch,
                                           m_fixture->window(), [&warnings] { ++warnings; });
                      });
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     QCOMPARE(warnings, 1);
     QCOMPARE(m_fixture->statusText(),
              QStringLiteral("Warning: Firmware mismatch between individual modules. We "
@@ -215,9 +216,9 @@ void TstChain::chainComesBackAfterALoss()
     create(kind);
     m_fixture->plug(kSmallChain);
     m_fixture->start();
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     m_fixture->unplug();
-    QTRY_COMPARE(m_fixture->statusText(), QStringLiteral("COM Port unavailable: COM40"));
+    WAIT_COMPARE(m_fixture->statusText(), QStringLiteral("COM Port unavailable: COM40"));
     QCOMPARE(m_fixture->window()
                  ->findChild<QLineEdit *>(QStringLiteral("connectionLamp"))
                  ->palette()
@@ -225,8 +226,8 @@ void TstChain::chainComesBackAfterALoss()
                  .color(),
              QColor(Qt::gray));
     m_fixture->plug(kSmallChain);
-    QTRY_VERIFY(m_fixture->isReady());
-    QTRY_COMPARE(m_fixture->rowCount(), 3);
+    WAIT_VERIFY(m_fixture->isReady());
+    WAIT_COMPARE(m_fixture->rowCount(), 3);
     QCOMPARE(m_fixture->device->refusals(), QStringList());
 }
 
@@ -242,18 +243,18 @@ void TstChain::chainThatIsNotThereYetIsFoundLater()
     m_fixture->plug(kSmallChain);
     model_Namespace::Settings chosen = m_fixture->chosenConnection();
     QVERIFY(m_fixture->app->Slot_ComConfigurationChanged(chosen));
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
 }
 
 void TstChain::anotherChainAfterALossReplacesTheRows()
 {
     m_fixture->plug(kSmallChain);
     m_fixture->start();
-    QTRY_VERIFY(m_fixture->isReady());
+    WAIT_VERIFY(m_fixture->isReady());
     m_fixture->unplug();
     m_fixture->plug(QStringLiteral("controller serial=C-2\nmodule type=6 serial=POT-\n"));
-    QTRY_COMPARE(m_fixture->rowCount(), 1);
-    QTRY_COMPARE(m_fixture->rowText(0, "label_SnVersion"), QStringLiteral("POT-0001"));
+    WAIT_COMPARE(m_fixture->rowCount(), 1);
+    WAIT_COMPARE(m_fixture->rowText(0, "label_SnVersion"), QStringLiteral("POT-0001"));
 }
 
 QTEST_MAIN(TstChain)

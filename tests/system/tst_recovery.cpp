@@ -1,5 +1,6 @@
 #include "protocol/communication.h"
 #include "systemfixture.h"
+#include "waiting.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -79,11 +80,11 @@ void TstRecovery::sessionRecovers()
 {
     QFETCH(QString, script);
     plugWithFaults(script);
-    QTRY_VERIFY(isWhole());
+    WAIT_VERIFY(isWhole());
     // It stays so: a few rounds of polling go through.
     const int polls = m_fixture->device->requestCount(0x10);
-    QTRY_VERIFY(m_fixture->device->requestCount(0x10) > polls + 2);
-    QTRY_VERIFY(isWhole());
+    WAIT_VERIFY(m_fixture->device->requestCount(0x10) > polls + 2);
+    WAIT_VERIFY(isWhole());
     QCOMPARE(m_fixture->device->refusals(), QStringList());
 }
 
@@ -101,8 +102,8 @@ void TstRecovery::faultDoesNotEvenDelayTheSession()
     QFETCH(QString, script);
     plugWithFaults(script);
     QSignalSpy slates(m_fixture->app->communication(), &Communication::Signal_CleanSlateProtocol);
-    QTRY_VERIFY(isWhole());
-    QTRY_VERIFY(m_fixture->device->requestCount(0x10) > 3);
+    WAIT_VERIFY(isWhole());
+    WAIT_VERIFY(m_fixture->device->requestCount(0x10) > 3);
     QCOMPARE(slates.size(), 0);
 }
 
@@ -120,32 +121,32 @@ void TstRecovery::resetFlagStartsOver()
     m_fixture->useProductTimeouts();
     QFETCH(QString, script);
     plugWithFaults(script);
-    QTRY_COMPARE(m_fixture->device->requestCount(0x01), 2);
-    QTRY_VERIFY(isWhole());
+    WAIT_COMPARE(m_fixture->device->requestCount(0x01), 2);
+    WAIT_VERIFY(isWhole());
     QVERIFY(m_fixture->device->requestCount(0x12) >= kRows + 2);
 }
 
 void TstRecovery::silentDeviceIsAskedAgainAndAgain()
 {
     plugWithFaults(QStringLiteral("silence"));
-    QTRY_VERIFY(m_fixture->device->requestCount(0x01) >= 3);
+    WAIT_VERIFY(m_fixture->device->requestCount(0x01) >= 3);
     QCOMPARE(m_fixture->rowCount(), 0);
     QCOMPARE(m_fixture->statusBox(), QStringLiteral("OFFLINE"));
     m_fixture->device->faults().clear();
-    QTRY_VERIFY(isWhole());
+    WAIT_VERIFY(isWhole());
 }
 
 void TstRecovery::silenceInTheCycleRemovesTheRows()
 {
     m_fixture->plug(kChain);
     m_fixture->start();
-    QTRY_VERIFY(isWhole());
+    WAIT_VERIFY(isWhole());
     QString error;
     QVERIFY(m_fixture->device->faults().parse(QStringLiteral("silence"), &error));
-    QTRY_COMPARE(m_fixture->rowCount(), 0);
+    WAIT_COMPARE(m_fixture->rowCount(), 0);
     QCOMPARE(m_fixture->statusText(), QStringLiteral("Retrying to connect with Torvex"));
     m_fixture->device->faults().clear();
-    QTRY_VERIFY(isWhole());
+    WAIT_VERIFY(isWhole());
 }
 
 void TstRecovery::replyOfUnknownCodeEndsTheTurn()
@@ -153,7 +154,7 @@ void TstRecovery::replyOfUnknownCodeEndsTheTurn()
     m_fixture->useProductTimeouts();
     plugWithFaults(QStringLiteral("unknown-code code=0x08"));
     QSignalSpy slates(m_fixture->app->communication(), &Communication::Signal_CleanSlateProtocol);
-    QTRY_VERIFY(m_fixture->device->requestCount(0x10) > 3);
+    WAIT_VERIFY(m_fixture->device->requestCount(0x10) > 3);
     QCOMPARE(slates.size(), 0);
     QVERIFY(isWhole());
 }
@@ -163,11 +164,11 @@ void TstRecovery::systemResetOfTheDeviceReadsTheChainAnew()
     m_fixture->useProductTimeouts();
     m_fixture->plug(kChain);
     m_fixture->start();
-    QTRY_VERIFY(isWhole());
+    WAIT_VERIFY(isWhole());
     m_fixture->app->communication()->Slot_SendSystemReset();
-    QTRY_COMPARE(m_fixture->device->requestCount(0x2B), 1);
-    QTRY_COMPARE(m_fixture->device->requestCount(0x01), 2);
-    QTRY_VERIFY(isWhole());
+    WAIT_COMPARE(m_fixture->device->requestCount(0x2B), 1);
+    WAIT_COMPARE(m_fixture->device->requestCount(0x01), 2);
+    WAIT_VERIFY(isWhole());
 }
 
 void TstRecovery::stormOfFaultsEndsInReady()
