@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <QWindow>
 #include <QtTest>
+#include <qtestspontaneevent.h>
 
 namespace storm {
 
@@ -32,7 +33,12 @@ bool isBlocked(const QWidget &window)
 
 Hands::Hands(QObject *parent)
     : QObject(parent)
-{}
+    , m_timer(new QTimer(this))
+{
+    m_timer->setSingleShot(true);
+    m_timer->setTimerType(Qt::PreciseTimer);
+    connect(m_timer, &QTimer::timeout, this, &Hands::turn);
+}
 
 void Hands::start()
 {
@@ -43,6 +49,7 @@ void Hands::start()
 void Hands::stop()
 {
     m_isRunning = false;
+    m_timer->stop();
     m_acts.clear();
     release(Qt::NoModifier);
 }
@@ -57,18 +64,14 @@ void Hands::add(Time rest, Act act)
 
 void Hands::schedule()
 {
-    if (m_isScheduled || !m_isRunning)
+    if (m_timer->isActive() || !m_isRunning)
         return;
-    m_isScheduled = true;
     const Time rest = m_acts.empty() ? Time(0) : m_acts.front().rest;
-    QTimer::singleShot(m_pace + rest, Qt::PreciseTimer, this, &Hands::turn);
+    m_timer->start(m_pace + rest);
 }
 
 void Hands::turn()
 {
-    m_isScheduled = false;
-    if (!m_isRunning)
-        return;
     m_place = kAtTheEnd;
     if (m_acts.empty()) {
         emit idle();
@@ -161,7 +164,8 @@ void Hands::turnWheel(QWidget *target, bool up)
         const QPoint middle = widget->rect().center();
         QWheelEvent wheel(widget->mapTo(widget->window(), middle), widget->mapToGlobal(middle), {},
                           {0, up ? kNotch : -kNotch}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(widget->window()->windowHandle(), &wheel);
+        QSpontaneKeyEvent::setSpontaneous(&wheel); // else nobody gets what the first one ignores
+        qApp->notify(widget->window()->windowHandle(), &wheel);
     });
 }
 

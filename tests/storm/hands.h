@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 
+class QTimer;
 class QWidget;
 class QWindow;
 
@@ -81,6 +82,7 @@ private:
     static void bringToFront(QWidget *widget);
     static QWindow *windowForKeys();
 
+    QTimer *m_timer; // child; runs until the next act
     std::deque<Step> m_acts;
     int m_place = kAtTheEnd;     ///< of what is added next
     QPointer<QWindow> m_pressed; ///< where the button was pressed that is down
@@ -89,7 +91,6 @@ private:
     Time m_pace{8};
     int m_actCount = 0;
     bool m_isRunning = false;
-    bool m_isScheduled = false;
 };
 
 } // namespace storm

@@ -3,10 +3,12 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -29,6 +31,10 @@ private slots:
     void keysReachShortcuts();
     void anItemOfAListIsPicked();
     void theTitleBarAsksTheWindow();
+    void aHeldButtonIsDownMeanwhile();
+    void theWheelTurnsWhatHasTheFocus();
+    void aClickOnTheTitleBarBringsTheWindowToTheFront();
+    void handsThatStopLetGoAndForget();
     void whatIsGoneIsLeftAlone();
     void whatAnActAddsComesNext();
 
@@ -162,6 +168,65 @@ void TstStormHands::theTitleBarAsksTheWindow()
     finish();
     QVERIFY(!dialog.isVisible());
     QCOMPARE(rejections.size(), 1);
+}
+
+void TstStormHands::aHeldButtonIsDownMeanwhile()
+{
+    constexpr Hands::Time kHeld(50);
+    QElapsedTimer clock;
+    qint64 heldMs = -1;
+    connect(m_button, &QPushButton::pressed, this, [&clock] { clock.start(); });
+    connect(m_button, &QPushButton::released, this, [&] { heldMs = clock.elapsed(); });
+    m_hands->click(m_button, Qt::NoModifier, kHeld);
+    QTRY_VERIFY(m_button->isDown());
+    QCOMPARE(heldMs, -1);
+    QTRY_VERIFY(!m_button->isDown());
+    QVERIFY2(heldMs >= kHeld.count() - 1, qPrintable(QString::number(heldMs)));
+}
+
+void TstStormHands::theWheelTurnsWhatHasTheFocus()
+{
+    QSpinBox box;
+    m_window->layout()->addWidget(&box);
+    QTRY_VERIFY(box.isVisible());
+    m_hands->click(&box);
+    finish();
+    QVERIFY(box.hasFocus());
+    box.setValue(5);
+    m_hands->turnWheel(&box, true);
+    m_hands->turnWheel(&box, true);
+    finish();
+    QCOMPARE(box.value(), 7);
+    m_hands->turnWheel(&box, false);
+    finish();
+    QCOMPARE(box.value(), 6);
+}
+
+void TstStormHands::aClickOnTheTitleBarBringsTheWindowToTheFront()
+{
+    QWidget other;
+    other.show();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    m_hands->activate(m_window.get());
+    QTRY_VERIFY(m_window->isActiveWindow());
+    m_hands->activate(&other);
+    QTRY_VERIFY(other.isActiveWindow());
+}
+
+void TstStormHands::handsThatStopLetGoAndForget()
+{
+    const QSignalSpy clicks(m_button, &QPushButton::clicked);
+    m_hands->click(m_button, Qt::NoModifier, std::chrono::minutes(10));
+    m_hands->click(m_button);
+    QTRY_VERIFY(m_button->isDown());
+    m_hands->stop();
+    QVERIFY(!m_button->isDown());
+    QVERIFY(!m_hands->isBusy());
+    const int acts = m_hands->actCount();
+    m_hands->start();
+    finish();
+    QCOMPARE(clicks.size(), 1); // that which was held
+    QCOMPARE(m_hands->actCount(), acts);
 }
 
 void TstStormHands::whatIsGoneIsLeftAlone()
