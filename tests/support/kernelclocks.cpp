@@ -102,47 +102,64 @@ qint64 shortageNs()
     return at == std::string::npos ? 0 : std::atoll(text.c_str() + at + 6) * kNsPerUs;
 }
 
-ThreadWaits::ThreadWaits(std::string leftOut, std::function<qint64()> shortage)
-    : m_leftOut(std::move(leftOut))
+namespace {
+
+ThreadWaits::Thread threadOf(int number, const std::string &leftOut, const ThreadWaits::Threads &before)
+{
+    const auto known = before.find(number);
+    // A thread gives itself its name when it first runs.
+    const bool isLeftOut = (known != before.end() && known->second.isLeftOut) ||
+                           KernelFile(fileOfThread(number, "comm")).text() == leftOut + '\n';
+    if (isLeftOut)
+        return {true, 0};
+    return {false, static_cast<qint64>(timesOf(KernelFile(fileOfThread(number, "schedstat"))).waited)};
+}
+
+/// Those of the process, without one.
+ThreadWaits::Threads threadsBeside(int own, const std::string &leftOut, const ThreadWaits::Threads &before)
+{
+    ThreadWaits::Threads threads;
+    DIR *const folder = ::opendir("/proc/self/task");
+    while (const dirent *entry = folder ? ::readdir(folder) : nullptr) {
+        const int number = std::atoi(entry->d_name);
+        if (number != 0 && number != own)
+            threads.emplace(number, threadOf(number, leftOut, before));
+    }
+    if (folder)
+        ::closedir(folder);
+    return threads;
+}
+
+} // namespace
+
+ThreadWaits::ThreadWaits(std::string leftOut)
+    : ThreadWaits([own = ownThread(), leftOut = std::move(leftOut)](
+                      const Threads &before) { return threadsBeside(own, leftOut, before); },
+                  shortageNs)
+{}
+
+ThreadWaits::ThreadWaits(std::function<Threads(const Threads &)> look, std::function<qint64()> shortage)
+    : m_look(std::move(look))
     , m_shortage(std::move(shortage))
-    , m_own(ownThread())
 {
     (void)total();
     m_total = 0;
 }
 
-ThreadWaits::Thread ThreadWaits::look(int thread) const
-{
-    const auto known = m_threads.find(thread);
-    // A thread gives itself its name when it first runs.
-    const bool isLeftOut = (known != m_threads.end() && known->second.isLeftOut) ||
-                           KernelFile(fileOfThread(thread, "comm")).text() == m_leftOut + '\n';
-    if (isLeftOut)
-        return {true, 0};
-    return {false, static_cast<qint64>(timesOf(KernelFile(fileOfThread(thread, "schedstat"))).waited)};
-}
-
 qint64 ThreadWaits::total()
 {
-    std::map<int, Thread> threads;
-    DIR *const folder = ::opendir("/proc/self/task");
-    while (const dirent *entry = folder ? ::readdir(folder) : nullptr) {
-        const int thread = std::atoi(entry->d_name);
-        if (thread != 0 && thread != m_own)
-            threads.emplace(thread, look(thread));
-    }
-    if (folder)
-        ::closedir(folder);
+    Threads threads = m_look(m_threads);
     const qint64 shortage = m_shortage();
-    bool hasOneEnded = false;
-    for (const auto &[number, before] : m_threads)
-        hasOneEnded = hasOneEnded || (!before.isLeftOut && threads.find(number) == threads.end());
+    qint64 most = 0;
+    for (const auto &[number, before] : m_threads) {
+        if (!before.isLeftOut && threads.find(number) == threads.end())
+            most = shortage - m_shortageThen;
+    }
     for (const auto &[number, now] : threads) {
         const auto before = m_threads.find(number);
-        m_total += qMax<qint64>(0, now.waited - (before != m_threads.end() ? before->second.waited : 0));
+        most = std::max(most, now.waited - (before != m_threads.end() ? before->second.waited : 0));
     }
-    if (hasOneEnded)
-        m_total += shortage - m_shortageThen;
+    m_total += most;
     m_shortageThen = shortage;
     m_threads = std::move(threads);
     return m_total;
@@ -195,9 +212,9 @@ qint64 stolenNs()
     return theft.total();
 }
 
-qint64 deniedNs()
+qint64 deniedNs(const std::function<qint64()> &waited, const std::function<qint64()> &stolen)
 {
-    return waitedForProcessorNs() + stolenNs();
+    return waited() + stolen();
 }
 
 } // namespace kernelclocks

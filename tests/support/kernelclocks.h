@@ -24,26 +24,28 @@ qint64 shortageNs();
 class ThreadWaits
 {
 public:
-    /// Threads with the name `leftOut` do not count.
-    explicit ThreadWaits(std::string leftOut, std::function<qint64()> shortage = shortageNs);
+    struct Thread
+    {
+        bool isLeftOut = false; ///< does not count
+        qint64 waited = 0;      ///< nanoseconds since its start
+    };
+    /// The threads by their numbers.
+    using Threads = std::map<int, Thread>;
 
-    /// Nanoseconds so far. What a thread waited that ended since the last call is not known any more; for it
-    /// counts the time in which some thread of the machine waited.
+    /// Threads with the name `leftOut` do not count.
+    explicit ThreadWaits(std::string leftOut);
+    /// `look` tells of the threads that there are, and is given those of the last time.
+    ThreadWaits(std::function<Threads(const Threads &)> look, std::function<qint64()> shortage);
+
+    /// Nanoseconds so far. Of what passed since the last call it counts that of the thread which waited
+    /// longest: the others waited meanwhile. What a thread waited that ended since is not known any more; for
+    /// it counts the time in which some thread of the machine waited.
     qint64 total();
 
 private:
-    struct Thread
-    {
-        bool isLeftOut = false;
-        qint64 waited = 0;
-    };
-
-    Thread look(int thread) const;
-
-    const std::string m_leftOut;
+    const std::function<Threads(const Threads &)> m_look;
     const std::function<qint64()> m_shortage;
-    const int m_own;
-    std::map<int, Thread> m_threads; ///< at the last call
+    Threads m_threads; ///< at the last call
     qint64 m_shortageThen = 0;
     qint64 m_total = 0;
 };
@@ -71,6 +73,7 @@ private:
 /// What the host took since the first call; 0 where the kernel does not tell. For one thread alone.
 qint64 stolenNs();
 /// For how long that thread had no processor so far, by the kernel or the host.
-qint64 deniedNs();
+qint64 deniedNs(const std::function<qint64()> &waited = waitedForProcessorNs,
+                const std::function<qint64()> &stolen = stolenNs);
 
 } // namespace kernelclocks
