@@ -12,10 +12,44 @@ class TstStormDialogs : public QObject
     Q_OBJECT
 
 private slots:
+    void aDialogIsMissingUntilItWasLeftInAllWays();
+    void aDialogThatGoesByItselfWasNotLeft();
     void aDialogThatRefusedToGoWasNotLeft();
     void aDialogThatNobodyKnowsIsAStranger();
     void whatTheLibraryOpensIsNoStranger();
 };
+
+void TstStormDialogs::aDialogIsMissingUntilItWasLeftInAllWays()
+{
+    DialogBook book;
+    QDialog dialog;
+    dialog.setObjectName(QStringLiteral("versionBox"));
+    const DialogKind *kind = dialogKind(QStringLiteral("versionBox"));
+    QVERIFY(kind);
+    QCOMPARE(book.missing().size(), dialogKinds().size());
+    QVector<Way> missing = kind->ways;
+    for (const Way way : kind->ways) {
+        QCOMPARE(book.missingWays(*kind), missing);
+        dialog.show();
+        book.expectLeave(&dialog, way);
+        dialog.hide();
+        missing.removeOne(way);
+    }
+    QCOMPARE(book.missingWays(*kind), QVector<Way>());
+    QVERIFY(!book.missing().contains(QStringLiteral("versionBox")));
+    QCOMPARE(book.openings(), kind->ways.size());
+}
+
+void TstStormDialogs::aDialogThatGoesByItselfWasNotLeft()
+{
+    DialogBook book;
+    QDialog dialog;
+    dialog.setObjectName(QStringLiteral("versionBox"));
+    const DialogKind *kind = dialogKind(QStringLiteral("versionBox"));
+    dialog.show();
+    dialog.hide();
+    QCOMPARE(book.missingWays(*kind), kind->ways);
+}
 
 void TstStormDialogs::aDialogThatRefusedToGoWasNotLeft()
 {

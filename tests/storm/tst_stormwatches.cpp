@@ -1,15 +1,11 @@
-#include "comparison.h"
-#include "dialogbook.h"
 #include "logwatch.h"
 #include "memorywatch.h"
 #include "stallmeter.h"
-#include "support/kernelclocks.h"
 #include "weather.h"
 
 #include "sim/faults.h"
 #include "sim/gatewayfaults.h"
 
-#include <QDialog>
 #include <QEventLoop>
 #include <QThread>
 #include <QtTest>
@@ -65,7 +61,6 @@ private slots:
     void sleepIsNotWhileProcessorsAreShort();
     void timeOfTheObserversDoesNotCount();
     void aDialogThatIsWaitedForIsNoStall();
-    void theKernelTellsOfTheWaits();
 
     void flatMemoryPasses();
     void memoryThatIsNotShownToBeFlatFails_data();
@@ -76,9 +71,6 @@ private slots:
     void logLinesThatAreMeantAreKnown_data();
     void logLinesThatAreMeantAreKnown();
     void otherWarningsAreComplaints();
-
-    void aDialogIsMissingUntilItWasLeftInAllWays();
-    void aDialogThatGoesByItselfWasNotLeft();
 
     void weatherComesFromTheSeed();
     void allRulesOfTheWeatherCanBeRead();
@@ -220,28 +212,6 @@ void TstStormWatches::aDialogThatIsWaitedForIsNoStall()
     QVERIFY(meter.longestOwn().ownMs() < 250);
 }
 
-void TstStormWatches::theKernelTellsOfTheWaits()
-{
-    // So many threads that they have to wait for processors.
-    QVector<QThread *> threads;
-    QAtomicInt waiting = 0;
-    QAtomicInt goOn = 1;
-    for (int i = 0; i < 4 * QThread::idealThreadCount(); ++i) {
-        threads.append(QThread::create([&waiting, &goOn] {
-            const qint64 before = kernelclocks::waitedForProcessorNs();
-            while (goOn && kernelclocks::waitedForProcessorNs() == before) {
-            }
-            ++waiting;
-        }));
-        threads.constLast()->start();
-    }
-    QTRY_VERIFY(waiting > 0);
-    goOn = 0;
-    for (QThread *thread : threads)
-        QVERIFY(thread->wait());
-    qDeleteAll(threads);
-}
-
 void TstStormWatches::flatMemoryPasses()
 {
     QCOMPARE(complaint(samples(8, 0, 3000), MemoryRule()), QString());
@@ -347,38 +317,6 @@ void TstStormWatches::otherWarningsAreComplaints()
     QCOMPARE(log.meantCount(), 1);
     QCOMPARE(log.complaintCount(), 2);
     QCOMPARE(log.complaints(), (QStringList{"QWidget::setLayout: something is wrong", "and something else"}));
-}
-
-void TstStormWatches::aDialogIsMissingUntilItWasLeftInAllWays()
-{
-    DialogBook book;
-    QDialog dialog;
-    dialog.setObjectName(QStringLiteral("versionBox"));
-    const DialogKind *kind = dialogKind(QStringLiteral("versionBox"));
-    QVERIFY(kind);
-    QCOMPARE(book.missing().size(), dialogKinds().size());
-    QVector<Way> missing = kind->ways;
-    for (const Way way : kind->ways) {
-        QCOMPARE(book.missingWays(*kind), missing);
-        dialog.show();
-        book.expectLeave(&dialog, way);
-        dialog.hide();
-        missing.removeOne(way);
-    }
-    QCOMPARE(book.missingWays(*kind), QVector<Way>());
-    QVERIFY(!book.missing().contains(QStringLiteral("versionBox")));
-    QCOMPARE(book.openings(), kind->ways.size());
-}
-
-void TstStormWatches::aDialogThatGoesByItselfWasNotLeft()
-{
-    DialogBook book;
-    QDialog dialog;
-    dialog.setObjectName(QStringLiteral("versionBox"));
-    const DialogKind *kind = dialogKind(QStringLiteral("versionBox"));
-    dialog.show();
-    dialog.hide();
-    QCOMPARE(book.missingWays(*kind), kind->ways);
 }
 
 void TstStormWatches::weatherComesFromTheSeed()

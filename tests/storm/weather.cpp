@@ -160,7 +160,6 @@ void Weather::takeDeviceAway()
 
 void Weather::clear()
 {
-    m_isStormy = false;
     m_spellTimer->stop();
     m_world.clearFaults();
     if (m_isAway)
@@ -177,7 +176,6 @@ void Weather::hold(const QString &fault)
 
 void Weather::start()
 {
-    m_isStormy = true;
     nextSpell();
 }
 

@@ -24,13 +24,12 @@ public:
     /// The chain is there and all is well, until start().
     void clear();
     void start();
-    bool isStormy() const { return m_isStormy; }
 
     /// The chain of the clear weather, and the first one of the next storm.
     void setChain(int chain);
     int chain() const { return m_chain; }
 
-    /// The chain goes away now, until clear(); the spells go on.
+    /// The chain goes away now, until clear(); no spell follows until start().
     void takeDeviceAway();
 
     /// This goes wrong with each request, until clear().
@@ -67,7 +66,6 @@ private:
     QTimer *m_returnTimer; // child; runs while the chain is away
     int m_chain = 0;
     bool m_isAway = true;
-    bool m_isStormy = false;
     bool m_foreignReplies = true;
     QStringList m_missing; ///< kinds, at the last spell
     int m_calm = 0;
