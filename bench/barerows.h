@@ -45,5 +45,5 @@ public:
 
 private:
     BareWindow m_window;
-    std::vector<BareRow *> m_rows;
+    std::vector<BareRow *> m_rows; // children of the frame
 };

@@ -1,28 +1,58 @@
 #pragma once
 
-#include "measuring.h"
+#include "support/kernelclocks.h"
 
 #include <QTimer>
+#include <algorithm>
+#include <utility>
 
-/// The longest time for which the event loop did not turn, from start() until it is asked for.
+/// A time in milliseconds for which the event loop did not turn.
+struct Gap
+{
+    /// Without that for which the kernel, or the host of a virtual machine, gave the processor to others.
+    double ms = 0;
+    double byTheClockMs = 0; ///< with it
+};
+
+/// Finds the longest gaps from start() until it is asked for them; both figures are the longest of their
+/// kind. One at a time.
 class LoopGap
 {
 public:
     void start()
     {
         m_heartbeat.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&m_heartbeat, &QTimer::timeout, &m_heartbeat, [this] {
-            m_longestMs = std::max(m_longestMs, elapsedMs(m_clock));
-            m_clock.start();
-        });
-        m_clock.start();
+        QObject::connect(&m_heartbeat, &QTimer::timeout, &m_heartbeat, [this] { turn(); });
+        m_start = now();
         m_heartbeat.start(1);
     }
 
-    double longestMs() const { return std::max(m_longestMs, elapsedMs(m_clock)); }
+    Gap longest()
+    {
+        turn();
+        return m_longest;
+    }
 
 private:
+    struct Reading
+    {
+        qint64 clock;
+        qint64 denied;
+    };
+
+    static Reading now() { return {kernelclocks::nowNs(), kernelclocks::deniedNs()}; }
+
+    void turn()
+    {
+        constexpr double kNsPerMs = 1e6;
+        const Reading then = std::exchange(m_start, now());
+        const double byTheClock = static_cast<double>(m_start.clock - then.clock) / kNsPerMs;
+        const double denied = static_cast<double>(m_start.denied - then.denied) / kNsPerMs;
+        m_longest.byTheClockMs = std::max(m_longest.byTheClockMs, byTheClock);
+        m_longest.ms = std::max(m_longest.ms, byTheClock - denied);
+    }
+
     QTimer m_heartbeat;
-    QElapsedTimer m_clock;
-    double m_longestMs = 0;
+    Reading m_start{};
+    Gap m_longest;
 };
