@@ -15,6 +15,7 @@
 #include "firmware/firmwareupdate.h"
 #include "help/helpengine.h"
 #include "help/helpwindow.h"
+#include "modules/common/widgetstyle.h"
 #include "protocol/records/systemstatus.h"
 #include "settings/portlister.h"
 #include "ui_framework_view.h"
@@ -368,7 +369,7 @@ void Framework_View::Slot_ModulesRead(ushort count)
 
 void Framework_View::UpdateVersion(QString remote)
 {
-    m_bar->updateLabel->setStyleSheet(QLatin1String(kNoticeStyle));
+    setStyleIfChanged(*m_bar->updateLabel, QLatin1String(kNoticeStyle));
     if (!isNewVersionNoticeDue(productVersion(), remote))
         return;
     const QString shown = remote.left(kLongestVersion); // a label of a megabyte would take seconds to paint

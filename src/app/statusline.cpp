@@ -47,7 +47,7 @@ StatusLine::StatusLine(QStatusBar *bar, TimeSource &time)
           createLabel("clockLabel", QCoreApplication::translate("StatusLine", "Time"), kClockWidth, bar))
 {
     m_statusLabel->setText(QStringLiteral("THis is a test message")); // agreed text, gone after a second
-    m_clockLabel->setStyleSheet(style(Colour::Black));
+    setStyleIfChanged(*m_clockLabel, style(Colour::Black));
     bar->addWidget(m_statusLabel);
     bar->addPermanentWidget(m_clockLabel);
     QObject::connect(m_passingTimer, &Timer::timeout, bar, [bar, timer = m_passingTimer] {
@@ -70,7 +70,7 @@ void StatusLine::show(const QString &text, int ticks, Colour colour)
 
 void StatusLine::showPassing(const QString &text, std::chrono::milliseconds time)
 {
-    m_bar->setStyleSheet(style(Colour::Black));
+    setStyleIfChanged(*m_bar, style(Colour::Black));
     m_bar->showMessage(text);
     m_passingTimer->start(time);
 }
