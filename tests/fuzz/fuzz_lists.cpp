@@ -4,9 +4,11 @@
 #include "fuzzinput.h"
 #include "fuzztarget.h"
 #include "listsinput.h"
+#include "protocol/records/devicecodes.h"
+#include "protocol/records/moduletypes.h"
 #include "reports/channelsettings.h"
-#include "reports/htmltext.h"
 #include "reports/moduleline.h"
+#include "reports/overviewhtml.h"
 #include "reports/protocolhtml.h"
 #include "reports/reporthead.h"
 #include "reports/statusstore.h"
@@ -95,25 +97,128 @@ QString decimal(int hundredths, int decimals)
            QString::number(size % scale).rightJustified(decimals, QLatin1Char('0'));
 }
 
-void checkHtml(const QString &text)
+using Rewriting = QString (*)(QString text);
+
+/// With each text rewritten.
+Module_Status rewritten(Module_Status status, Rewriting rewrite)
 {
-    static const QRegularExpression markup(QStringLiteral("[<>\"]|&(?!(amp|lt|gt|quot|nbsp|#[0-9]+);)"));
-    require(!htmlText(text).contains(markup), "a text of a module is no markup");
+    for (QString *text : {&status.serialNumber, &status.hardwareVersion, &status.firmware1Version,
+                          &status.firmware2Version, &status.offsetA, &status.offsetB, &status.filterA,
+                          &status.filterB, &status.sensorList, &status.rangeList})
+        *text = rewrite(*text);
+    return status;
+}
+
+constexpr int kAddresses[] = {kControllerAddress, kNumber, kPowerAddress}; ///< one of each kind
+
+/// What reports are made of, with this module at each address and its texts in place of the system's.
+StatusStore storeOf(Module_Status status)
+{
+    StatusStore store;
+    System_Status system;
+    system.nModules = kNumber;
+    system.sModules[0] = wireCode(ModuleType::Power);
+    system.samplingRate = status.serialNumber;
+    system.bitRate = status.sensorList;
+    store.setSystem(system);
+    for (const int address : kAddresses) {
+        status.moduleAddress = static_cast<quint8>(address);
+        require(store.setModule(status), "an address has its place");
+    }
+    return store;
+}
+
+/// The text without anything that HTML could take for markup, as long as before.
+QString withoutMarkup(QString text)
+{
+    static const QRegularExpression markup(QStringLiteral("[<>&\"']"));
+    return text.replace(markup, QStringLiteral("x"));
+}
+
+/// The text as one word.
+QString asWord(QString text)
+{
+    for (QChar &character : text) {
+        if (character.isSpace() || character.category() == QChar::Other_Control)
+            character = QLatin1Char('x');
+    }
+    return text;
+}
+
+const QRegularExpression &tag()
+{
+    static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
+    return tag;
+}
+
+QStringList tagsOf(const QString &html)
+{
+    QStringList tags;
+    for (auto matches = tag().globalMatch(html); matches.hasNext();)
+        tags.append(matches.next().captured());
+    return tags;
+}
+
+/// What the report says to its reader.
+QString shownBy(QString html)
+{
+    static const QRegularExpression bare(QStringLiteral("&(?!(amp|lt|gt|quot|nbsp);)"));
+    html.remove(tag());
+    require(!html.contains(bare), "the entities of a report are its own");
+    html.replace(QStringLiteral("&nbsp;"), QStringLiteral(" "));
+    html.replace(QStringLiteral("&lt;"), QStringLiteral("<"));
+    html.replace(QStringLiteral("&gt;"), QStringLiteral(">"));
+    html.replace(QStringLiteral("&quot;"), QStringLiteral("\""));
+    return html.replace(QStringLiteral("&amp;"), QStringLiteral("&"));
+}
+
+/// Both are one report, `harmless` made of the texts without markup.
+void checkHtml(const QString &html, const QString &harmless)
+{
+    if (html == harmless)
+        return;
+    require(tagsOf(html) == tagsOf(harmless), "a text of a module is no markup in a report");
+    require(withoutMarkup(shownBy(html)) == withoutMarkup(shownBy(harmless)),
+            "a report shows the texts of a module as they are");
+}
+
+void checkLine(const StatusStore &store, const StatusStore &words, int address)
+{
+    constexpr int kControllerFields = 16;
+    constexpr int kPowerFields = 14;
+    constexpr int kAnalogFields = 23;
+    const int fields = address == kControllerAddress ? kControllerFields
+                       : address == kPowerAddress    ? kPowerFields
+                                                     : kAnalogFields;
+    const Module_Status &module = store.module(address);
+    const QStringList texts{module.serialNumber, module.hardwareVersion, module.firmware1Version,
+                            module.firmware2Version};
+    const QString line = moduleLine(store, address);
+    const QString lineOfWords = moduleLine(words, address);
+    require(line.contains(texts.join(QStringLiteral("  "))),
+            "the line shows the texts of a module as they are");
+    require(asWord(line) == asWord(lineOfWords), "each of them stands where it would as a word");
+    require(lineOfWords.count(QLatin1Char('\n')) == 1 && lineOfWords.endsWith(QLatin1String(".\n")),
+            "a module is one line");
+    require(lineOfWords.split(QStringLiteral("  ")).size() == 1 + fields, "a line has its fields");
 }
 
 void checkReports(const Module_Status &status)
 {
-    StatusStore store;
-    require(store.setModule(status) == (status.moduleAddress < kReportAddresses), "an address has its place");
-    protocolHtml(store, status.moduleAddress, ReportHead());
-    moduleLine(store, status.moduleAddress);
+    const StatusStore store = storeOf(status);
+    const StatusStore harmless = storeOf(rewritten(status, withoutMarkup));
+    const StatusStore words = storeOf(rewritten(status, asWord));
+    const ReportHead head;
+    const auto all = [](int) { return true; };
+    checkHtml(overviewHtml(store, all, head), overviewHtml(harmless, all, head));
+    checkHtml(protocolHtml(store, kNumber, head), protocolHtml(harmless, kNumber, head));
+    for (const int address : kAddresses)
+        checkLine(store, words, address);
     const ModuleSettings settings = moduleSettings(status);
     for (const ChannelSettings *channel : {&settings.a, &settings.b}) {
         require(!channel->sensor || channel->sensors.contains(*channel->sensor), "a sensor is of the list");
         require(!channel->range || channel->ranges.contains(*channel->range), "a range is of the list");
     }
-    for (const QString *text : {&status.serialNumber, &status.sensorList, &status.rangeList, &status.offsetA})
-        checkHtml(*text);
 }
 
 /// One row, which is kept from input to input: making one takes longer than trying many inputs.

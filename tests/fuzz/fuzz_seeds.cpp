@@ -226,6 +226,8 @@ bool writeLists(const QDir &root, const QList<QByteArray> &replies)
             lists.shortBlock("Auto").shortBlock("-1.5");
             folder.add(lists.choice(Step::Status).u8(1).u8(9).longBlock(QByteArray(545, 'x')));
         }
+        const QByteArray markup("<b>&lt;\"$"); // in each text
+        folder.add(Output().u8(row).choice(Step::Status).u8(0).u8(0).longBlock(markup.repeated(60)));
     }
     return folder.isWritten();
 }
