@@ -33,7 +33,7 @@ void MessageCatcher::handle(QtMsgType type, const QMessageLogContext &context, c
     const QtMessageHandler previous = catcher->m_previous;
     if (type != QtFatalMsg)
         catcher->m_messages.append({type, line});
-    if (type != QtFatalMsg && type != QtWarningMsg)
+    if (type == QtDebugMsg || type == QtInfoMsg)
         return;
     locker.unlock();
     if (type == QtFatalMsg)

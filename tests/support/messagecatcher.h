@@ -5,8 +5,8 @@
 #include <QtGlobal>
 
 /// Collects the lines of the log while it lives, in place of writing them; lines of every thread. A fatal
-/// line is written all the same, before it ends the program, and so is a warning, which fails the test unless
-/// that announced it by QTest::ignoreMessage(). One catcher at a time.
+/// line is written all the same, before it ends the program, and so are warnings and critical lines, which
+/// fail the test unless that announced them by QTest::ignoreMessage(). One catcher at a time.
 class MessageCatcher
 {
 public:

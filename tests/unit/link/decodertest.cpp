@@ -40,6 +40,11 @@ void DecoderTest::init()
     connect(m_decoder.get(), &Communication_Aux::Signal_ResetRcvData, this, [this] { ++m_resets; });
 }
 
+void DecoderTest::expectTimeOut()
+{
+    QTest::ignoreMessage(QtCriticalMsg, qPrintable(kTimeoutLine));
+}
+
 void DecoderTest::cleanup()
 {
     m_decoder.reset();

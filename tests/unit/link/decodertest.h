@@ -39,6 +39,9 @@ protected:
     /// The decoder takes the next frame, after the time-out at the latest.
     void expectRecovery();
 
+    /// The decoder is to log one time-out.
+    static void expectTimeOut();
+
     std::unique_ptr<MessageCatcher> m_log;
     std::unique_ptr<VirtualTime> m_time;
     std::unique_ptr<Communication_Aux> m_decoder;

@@ -213,6 +213,7 @@ void TstCommunication_Aux::everyResetIsTold()
     QCOMPARE(m_resets, 3);
     feed(*m_decoder, deviceframes::tooLong().left(20));
     QCOMPARE(m_resets, 4);
+    expectTimeOut();
     m_decoder->RcvTimeOver();
     QCOMPARE(m_resets, 5);
 }
@@ -243,6 +244,7 @@ void TstCommunication_Aux::anOverflowIsRefusedWithoutAReset()
     QCOMPARE(decoder.RX_from_VX(0x80), int(Communication_Aux::Overflow));
     QCOMPARE(m_log->lines(), (QStringList{kOverflowLine, kOverflowLine}));
     QCOMPARE(resets.count(), 0);
+    expectTimeOut();
     m_time->advance(1000);
     QCOMPARE(resets.count(), 1);
     QVERIFY(feed(decoder, deviceframes::five()).allTaken());

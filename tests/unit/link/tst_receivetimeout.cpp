@@ -66,6 +66,7 @@ void TstReceiveTimeout::bytes999MsApartAreOneFrame()
 void TstReceiveTimeout::aPauseOf1000MsDropsTheFrame()
 {
     feed(*m_decoder, deviceframes::five().left(24));
+    expectTimeOut();
     m_time->advance(1001);
     QVERIFY(m_log->contains(kTimeoutLine));
     QCOMPARE(m_resets, 1);
@@ -76,6 +77,7 @@ void TstReceiveTimeout::aPauseOf1000MsDropsTheFrame()
 void TstReceiveTimeout::theTimeOutComesOnce()
 {
     feed(*m_decoder, deviceframes::five().left(24));
+    expectTimeOut();
     m_time->advance(5000);
     QCOMPARE(m_log->lines().filter(kTimeoutLine).size(), 1);
     QCOMPARE(m_resets, 1);
@@ -88,6 +90,7 @@ void TstReceiveTimeout::thePauseCountsFromTheLastByte()
     feed(*m_decoder, deviceframes::five().mid(3, 4));
     m_time->advance(999);
     QVERIFY(!m_log->contains(kTimeoutLine));
+    expectTimeOut();
     m_time->advance(1);
     QVERIFY(m_log->contains(kTimeoutLine));
 }
@@ -110,6 +113,7 @@ void TstReceiveTimeout::aFrameBegunInTheTurnOfAnotherIsWatched()
     feed(*m_decoder, deviceframes::five() + deviceframes::eight().left(10));
     m_time->advance(999);
     QVERIFY(!m_log->contains(kTimeoutLine));
+    expectTimeOut();
     m_time->advance(1);
     QCOMPARE(m_log->lines().filter(kTimeoutLine).size(), 1);
 }
@@ -136,6 +140,7 @@ void TstReceiveTimeout::everyTruncationIsDroppedByTheTimeOut()
         m_resets = 0;
         QVERIFY(feed(*m_decoder, good.left(size)).allTaken());
         QCOMPARE(m_resets, 0);
+        expectTimeOut();
         m_time->advance(1000);
         QCOMPARE(m_log->lines().filter(kTimeoutLine).size(), 1);
         QCOMPARE(m_resets, 1);
@@ -146,6 +151,7 @@ void TstReceiveTimeout::everyTruncationIsDroppedByTheTimeOut()
 
 void TstReceiveTimeout::theTimeOutIsACriticalLine()
 {
+    expectTimeOut();
     m_decoder->RcvTimeOver();
     QCOMPARE(m_log->lines(QtCriticalMsg), QStringList{kTimeoutLine});
     QCOMPARE(m_resets, 1);

@@ -3,6 +3,8 @@
 #include "protocol/commlinks.h"
 #include "protocol/records/fpgafwcommand.h"
 
+#include <QtTest>
+
 SessionFixture::SessionFixture()
 {
     CommLinks links;
@@ -87,6 +89,13 @@ QList<QByteArray> SessionFixture::nextTurn()
     endTurn();
     time.advance(500);
     return sent();
+}
+
+void SessionFixture::expectDropped(int bytes)
+{
+    const QString line =
+        QStringLiteral("Request dropped, its payload is too long for a frame: %1 bytes").arg(bytes);
+    QTest::ignoreMessage(QtCriticalMsg, qPrintable(line));
 }
 
 QVariant SessionFixture::firmware(quint8 code, const QByteArray &data)

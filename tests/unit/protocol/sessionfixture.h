@@ -44,6 +44,9 @@ public:
     /// Ends the turn of the last request, starts the next one and tells what went out in it.
     QList<QByteArray> nextTurn();
 
+    /// The session is to log one request, with a payload of so many bytes, that it does not send.
+    static void expectDropped(int bytes);
+
     /// A command for the firmware queue with this code and data.
     static QVariant firmware(quint8 code, const QByteArray &data = {});
 

@@ -50,6 +50,11 @@ void ReportManagerFixture::loseViewers(int files)
     QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "thereIsNoSuchSlot");
 }
 
+void ReportManagerFixture::expectCritical(const QString &text)
+{
+    QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QRegularExpression::escape(text)));
+}
+
 QString ReportManagerFixture::makeFolder(const QString &name) const
 {
     const QString path = folder() + '/' + name;

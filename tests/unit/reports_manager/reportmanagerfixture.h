@@ -73,6 +73,9 @@ protected:
     /// dialog waits for an answer to a question of its own.
     void saveAs(const QString &path, const std::function<void()> &meanwhile = {});
 
+    /// The program is to log one critical line that holds this text.
+    static void expectCritical(const QString &text);
+
     QStringList critical() const { return m_log->lines(QtCriticalMsg); }
 
     /// What the program logged; warnings of the toolkit do not count.

@@ -102,10 +102,10 @@ void TstTextCommands::desktopFolderThatIsGoneStillShowsTheFile()
 {
     QVERIFY(QDir(desktopFolder()).removeRecursively());
     fill({reportrecords::oneListModule(1, 1)});
+    expectCritical(textFile());
     emit report().openInFile(1);
     QCOMPARE(readFile(textFile()), QByteArray("absent"));
     QCOMPARE(m_events, QStringList{"open|" + textFile()});
-    QCOMPARE(critical().filter(textFile()).size(), 1);
     QVERIFY(!QFile::exists(desktopFolder()));
 }
 
@@ -122,10 +122,10 @@ void TstTextCommands::noViewerLeavesTheFile()
 {
     loseViewers();
     fill({reportrecords::oneListModule(1, 1)});
+    expectCritical(textFile());
     emit report().openInFile(1);
     QCOMPARE(QString::fromUtf8(readFile(textFile())), kModuleLine);
     QCOMPARE(m_events, QStringList());
-    QCOMPARE(critical().filter(textFile()).size(), 1);
 }
 
 QTEST_MAIN(TstTextCommands)

@@ -1,9 +1,9 @@
 #include "base/gui/fonts.h"
 #include "reports/lineprinter.h"
-#include "support/messagecatcher.h"
 #include "support/pdfreader.h"
 
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -152,14 +152,13 @@ void TstLinePrinter::signsThatWouldDisturbTheLineAreReplaced()
 
 void TstLinePrinter::aPrinterThatFailsIsTold()
 {
-    const MessageCatcher log;
     QPrinter printer(QPrinter::ScreenResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(m_folder.filePath(QStringLiteral("gone/printed.pdf")));
     prepareLinePrinter(printer);
     QTest::ignoreMessage(QtWarningMsg, "QPainter::begin(): Returned false");
+    QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral(" : Nothing printed on ")));
     printLine(printer, lineOf(30));
-    QVERIFY(log.containsText(QStringLiteral("Nothing printed on")));
 }
 
 QTEST_MAIN(TstLinePrinter)

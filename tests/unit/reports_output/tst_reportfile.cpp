@@ -2,6 +2,7 @@
 #include "support/messagecatcher.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -16,6 +17,14 @@ QByteArray contents(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The log is to tell that this file was not written.
+void expectTold(const QString &path, const char *reason)
+{
+    const QString line = QStringLiteral("bool saveReport(QString) : Report not written to \"%1\" - \"%2\"");
+    const QString told = QRegularExpression::escape(line.arg(path, QLatin1String(reason)));
+    QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QLatin1Char('^') + told + QLatin1Char('$')));
 }
 
 } // namespace
@@ -71,15 +80,13 @@ void TstReportFile::replacesAnEarlierFile()
 void TstReportFile::earlierFileStaysIfTheReportFails()
 {
     QVERIFY(saveReport(m_path, writeText));
+    expectTold(m_path, "it could not be made");
     QVERIFY(!saveReport(m_path, [](QIODevice &device) {
         device.write("half");
         return false;
     }));
     QCOMPARE(contents(m_path), QByteArray("the new report"));
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files).size(), 1); // nothing is left beside it
-    QCOMPARE(m_log->lines(QtCriticalMsg).size(), 1);
-    QVERIFY(m_log->containsText(m_path));
-    QVERIFY(m_log->containsText(QStringLiteral("it could not be made")));
 }
 
 void TstReportFile::earlierFileStaysWhileTheReportIsWritten()
@@ -98,34 +105,33 @@ void TstReportFile::earlierFileStaysWhileTheReportIsWritten()
 void TstReportFile::missingFolderIsTold()
 {
     const QString path = m_folder->filePath(QStringLiteral("gone/report.pdf"));
+    expectTold(path, "No such file or directory");
     bool isAsked = false;
     QVERIFY(!saveReport(path, [&isAsked](QIODevice &) { return isAsked = true; }));
     QVERIFY(!isAsked);
-    QVERIFY(m_log->containsText(path));
-    QVERIFY(m_log->containsText(QStringLiteral("No such file or directory")));
 }
 
 void TstReportFile::aFolderIsNoFile()
 {
+    expectTold(m_folder->path(), "Filename refers to a directory");
     QVERIFY(!saveReport(m_folder->path(), writeText));
-    QVERIFY(m_log->containsText(m_folder->path()));
     QVERIFY(QDir(m_folder->path()).exists());
 }
 
 void TstReportFile::folderThatVanishesMeanwhileIsTold()
 {
+    expectTold(m_path, "No such file or directory");
     QVERIFY(!saveReport(m_path, [this](QIODevice &device) {
         device.write("half");
         return QDir(m_folder->path()).removeRecursively();
     }));
-    QVERIFY(m_log->containsText(m_path));
     QVERIFY(!QFile::exists(m_path));
 }
 
 void TstReportFile::anEmptyPathIsTold()
 {
+    expectTold(QString(), "No such file or directory");
     QVERIFY(!saveReport(QString(), writeText));
-    QCOMPARE(m_log->lines(QtCriticalMsg).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TstReportFile)

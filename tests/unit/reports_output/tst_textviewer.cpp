@@ -1,7 +1,7 @@
 #include "reports/textviewer.h"
-#include "support/messagecatcher.h"
 
 #include <QDesktopServices>
+#include <QRegularExpression>
 #include <QUrl>
 #include <QtTest>
 
@@ -51,11 +51,10 @@ void TstTextViewer::showsTheFile()
 void TstTextViewer::aDesktopWithoutAViewerIsTold()
 {
     // Offscreen there is no desktop that could open anything.
-    const MessageCatcher log;
+    QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(QStringLiteral(
+                                            " : No program shows \"/home/user/Desktop/temp[.]txt\"$")));
     QObject owner;
     showTextFile(QStringLiteral("/home/user/Desktop/temp.txt"), &owner);
-    QVERIFY2(log.containsText(QStringLiteral("No program shows \"/home/user/Desktop/temp.txt\"")),
-             qPrintable(log.lines().join(u'\n')));
 }
 
 QTEST_MAIN(TstTextViewer)

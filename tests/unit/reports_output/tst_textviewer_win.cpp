@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QPointer>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -155,10 +156,10 @@ void TstTextViewerWin::aMissingEditorIsTold()
     const ProgramFolder programs(m_folder->path());
     QObject owner;
     const MessageCatcher log;
+    QTest::ignoreMessage(QtCriticalMsg,
+                         QRegularExpression(QStringLiteral(" : No editor for \"/home/user/temp[.]txt\" - ")));
     showTextFile(QStringLiteral("/home/user/temp.txt"), &owner);
     QTRY_COMPARE(log.lines(QtCriticalMsg).size(), 1);
-    QVERIFY2(log.containsText(QStringLiteral("No editor for \"/home/user/temp.txt\" -")),
-             qPrintable(log.lines().join(u'\n')));
     QTRY_VERIFY(!editorOf(owner));
 }
 
