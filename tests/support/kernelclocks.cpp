@@ -132,10 +132,10 @@ ThreadWaits::Threads threadsBeside(int own, const std::string &leftOut, const Th
 
 } // namespace
 
-ThreadWaits::ThreadWaits(std::string leftOut)
+ThreadWaits::ThreadWaits(std::string leftOut, std::function<qint64()> shortage)
     : ThreadWaits([own = ownThread(), leftOut = std::move(leftOut)](
                       const Threads &before) { return threadsBeside(own, leftOut, before); },
-                  shortageNs)
+                  std::move(shortage))
 {}
 
 ThreadWaits::ThreadWaits(std::function<Threads(const Threads &)> look, std::function<qint64()> shortage)

@@ -33,7 +33,7 @@ public:
     using Threads = std::map<int, Thread>;
 
     /// Threads with the name `leftOut` do not count.
-    explicit ThreadWaits(std::string leftOut);
+    explicit ThreadWaits(std::string leftOut, std::function<qint64()> shortage = shortageNs);
     /// `look` tells of the threads that there are, and is given those of the last time.
     ThreadWaits(std::function<Threads(const Threads &)> look, std::function<qint64()> shortage);
 
