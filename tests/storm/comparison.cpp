@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <algorithm>
 
 namespace storm {
 
@@ -30,7 +31,8 @@ constexpr Milliseconds kStep(20);
 
 QString selftestText(quint8 code)
 {
-    return code == 0 ? QStringLiteral("O.K.") : QStringLiteral("0x%1").arg(code, 2, 16, QLatin1Char('0'));
+    const QString digits = QString::number(code, 16).toUpper().rightJustified(2, QLatin1Char('0'));
+    return code == 0 ? QStringLiteral("O.K.") : QStringLiteral("0x") + digits;
 }
 
 /// The name that the program has for a function of a universal channel.
@@ -70,6 +72,13 @@ QString shown(const QWidget &widget)
     if (const auto *box = qobject_cast<const QAbstractSpinBox *>(&widget))
         return box->text();
     return widget.property("text").toString();
+}
+
+bool hasStrip(const QWidget &row)
+{
+    const auto strips = row.findChildren<Channel_View *>();
+    return std::any_of(strips.cbegin(), strips.cend(),
+                       [&row](const Channel_View *strip) { return strip->isVisibleTo(&row); });
 }
 
 } // namespace
@@ -143,6 +152,9 @@ void Comparison::compareModule(const QWidget &row, int address)
     const bool isKnown = module.type >= sim::kStrainGauge && module.type <= sim::kUniversal;
     for (int index = 0; isKnown && index < sim::kChannelsPerModule; ++index)
         compareStrip(row, module, index);
+    ++m_valueCount;
+    if (!isKnown && hasStrip(row))
+        m_differences.append(m_place + QStringLiteral(" has a strip, which no module of this type has"));
 }
 
 void Comparison::compareStrip(const QWidget &row, const sim::Module &module, int index)
@@ -153,7 +165,7 @@ void Comparison::compareStrip(const QWidget &row, const sim::Module &module, int
     const QWidget *strip = place ? place->findChild<Channel_View *>() : nullptr;
     const QString rowPlace = m_place;
     m_place += QLatin1Char(' ') + QString(letter);
-    if (!strip) {
+    if (!strip || !strip->isVisibleTo(&row)) {
         m_differences.append(m_place + QStringLiteral(" is missing"));
         m_place = rowPlace;
         return;
@@ -166,13 +178,9 @@ void Comparison::compareStrip(const QWidget &row, const sim::Module &module, int
     check(*strip, isThermo ? "comboBox_TemperatureRange" : range,
           module.rangesOf(index).value(channel.gainIndex));
     check(*strip, "filterSpinBox", channel.filter);
-    for (const auto *button : strip->findChildren<QAbstractButton *>()) {
-        if (!button->objectName().startsWith(QLatin1String("checkBox_RevPol")))
-            continue;
-        ++m_valueCount;
-        if (button->isChecked() != channel.reversePolarity)
-            m_differences.append(m_place + QStringLiteral(" polarity"));
-    }
+    if (!isThermo)
+        checkMark(*strip, module.type == sim::kStrainGauge ? "checkBox_RevPol_100" : "checkBox_RevPol",
+                  channel.reversePolarity);
     if (hasBridge)
         compareBridge(*strip, channel);
     if (module.type == sim::kUniversal)
@@ -180,18 +188,20 @@ void Comparison::compareStrip(const QWidget &row, const sim::Module &module, int
     m_place = rowPlace;
 }
 
+void Comparison::checkMark(const QWidget &parent, const char *button, bool wanted)
+{
+    const auto *found = parent.findChild<QAbstractButton *>(QString::fromLatin1(button));
+    ++m_valueCount;
+    if (!found || found->isChecked() != wanted)
+        m_differences.append(
+            QStringLiteral("%1 %2: not %3").arg(m_place, QString::fromLatin1(button), yesOrNo(wanted)));
+}
+
 void Comparison::compareBridge(const QWidget &strip, const sim::Channel &channel)
 {
     check(strip, "pushButton_ManualOffset", channel.offset);
-    const auto compare = [&](const char *name, bool wanted) {
-        const auto *button = strip.findChild<QAbstractButton *>(QString::fromLatin1(name));
-        ++m_valueCount;
-        if (!button || button->isChecked() != wanted)
-            m_differences.append(
-                QStringLiteral("%1 %2: not %3").arg(m_place, QString::fromLatin1(name), yesOrNo(wanted)));
-    };
-    compare("checkBox_Shunt_Pos_Presel", channel.positivePreselected);
-    compare("checkBox_Shunt_Neg_Presel", channel.negativePreselected);
+    checkMark(strip, "checkBox_Shunt_Pos_Presel", channel.positivePreselected);
+    checkMark(strip, "checkBox_Shunt_Neg_Presel", channel.negativePreselected);
 }
 
 void Comparison::compareController(const QWidget &row)

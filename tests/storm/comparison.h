@@ -38,6 +38,8 @@ public:
 private:
     void check(const QWidget &parent, const char *widget, const QString &wanted);
     void checkOneOf(const QWidget &parent, const char *widget, const QStringList &wanted);
+    /// A button that is down, or not.
+    void checkMark(const QWidget &parent, const char *button, bool wanted);
     void checkLive(const QWidget &parent, const QString &suffix, int address, const sim::Health &health);
     void compareStrip(const QWidget &row, const sim::Module &module, int index);
     void compareBridge(const QWidget &strip, const sim::Channel &channel);

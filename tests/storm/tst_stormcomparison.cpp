@@ -3,8 +3,11 @@
 #include "world.h"
 
 #include "modules/moduledevice_ctrllr.h"
-#include "support/messagecatcher.h"
+#include "modules/moduledevice_view.h"
+#include "sim/catalogue.h"
 #include "support/testcertificates.h"
+#include "system/modulesyssettings_ctrllr.h"
+#include "system/modulesyssettings_view.h"
 
 #include <QtTest>
 #include <optional>
@@ -32,16 +35,20 @@ private slots:
     void theProgramShowsWhatTheDevicesHave();
     void aDifferenceIsFound_data();
     void aDifferenceIsFound();
+    void theNumberOfARowIsCompared();
+    void theNumbersOfTheSystemPanelAreCompared();
     void aSessionThatWentOnKnowsNothingOfThePowerSettings();
+    void otherChainsAreCompared_data();
+    void otherChainsAreCompared();
 
 private:
     Snapshot look();
     QStringList differences(const Snapshot &snapshot, Comparison::Reach reach, int *values = nullptr) const;
 
-    MessageCatcher m_log;
     TestCertificates m_certificates;
     std::unique_ptr<Program> m_program;
     std::unique_ptr<World> m_world;
+    int m_chain = 0;
 };
 
 void TstStormComparison::initTestCase()
@@ -139,8 +146,31 @@ void TstStormComparison::aDifferenceIsFound_data()
         "thermo filter", [](Snapshot &s) { s.chain.module(6).channel(1).filter = QStringLiteral("2"); },
         "row 6 B filterSpinBox");
     add(
-        "polarity", [](Snapshot &s) { s.chain.module(8).channel(0).reversePolarity = true; },
-        "row 8 A polarity");
+        "polarity of a strain gauge",
+        [](Snapshot &s) { s.chain.module(1).channel(0).reversePolarity = true; },
+        "row 1 A checkBox_RevPol_100: not yes");
+    add(
+        "polarity of a voltage", [](Snapshot &s) { s.chain.module(3).channel(1).reversePolarity = true; },
+        "row 3 B checkBox_RevPol: not yes");
+    add(
+        "polarity of an IEPE", [](Snapshot &s) { s.chain.module(5).channel(0).reversePolarity = true; },
+        "row 5 A checkBox_RevPol: not yes");
+    add(
+        "polarity of an XVDT", [](Snapshot &s) { s.chain.module(8).channel(0).reversePolarity = true; },
+        "row 8 A checkBox_RevPol: not yes");
+    add(
+        "polarity that was reversed",
+        [](Snapshot &s) { s.chain.module(9).channel(1).reversePolarity = false; },
+        "row 9 B checkBox_RevPol: not no");
+    add(
+        "polarity of a universal", [](Snapshot &s) { s.chain.module(13).channel(1).reversePolarity = true; },
+        "row 13 B checkBox_RevPol: not yes");
+    // Types of another family than the one that is shown; the strip lacks what they have.
+    add(
+        "button that is missing", [](Snapshot &s) { s.chain.module(6).type = sim::kVoltage; },
+        "row 6 A checkBox_RevPol: not no");
+    add(
+        "strip of an unknown type", [](Snapshot &s) { s.chain.module(5).type = 77; }, "row 5 has a strip");
     add(
         "offset", [](Snapshot &s) { s.chain.module(2).channel(0).offset = QStringLiteral("1"); },
         "row 2 A pushButton_ManualOffset");
@@ -159,10 +189,25 @@ void TstStormComparison::aDifferenceIsFound_data()
         "controller", [](Snapshot &s) { s.chain.controller.identity.serial += 'x'; },
         "controller label_SerialNumber");
     add(
+        "controller's hardware", [](Snapshot &s) { s.chain.controller.identity.hardware += 'x'; },
+        "controller label_HwVersion");
+    add(
+        "controller's firmware 1", [](Snapshot &s) { s.chain.controller.identity.firmware1 += 'x'; },
+        "controller label_SwVersion");
+    add(
+        "controller's firmware 2", [](Snapshot &s) { s.chain.controller.identity.firmware2 += 'x'; },
+        "controller label_FpgaVersn");
+    add(
         "controller's temperature", [](Snapshot &s) { s.chain.controller.health.celsius -= 9; },
         "controller label_Temperature");
     add(
         "power module", [](Snapshot &s) { s.chain.power.reset(); }, "power module is shown");
+    add(
+        "power module's serial number", [](Snapshot &s) { s.chain.power->identity.serial += 'x'; },
+        "power module label_SerialNumber_Pow");
+    add(
+        "power module's hardware", [](Snapshot &s) { s.chain.power->identity.hardware += 'x'; },
+        "power module label_HwVersion_Pow");
     add(
         "power module's firmware", [](Snapshot &s) { s.chain.power->identity.firmware1 += 'x'; },
         "power module label_SwVersion_Pow");
@@ -186,6 +231,9 @@ void TstStormComparison::aDifferenceIsFound_data()
     add(
         "bit rate", [](Snapshot &s) { ++s.chain.system.bitRateCode; }, "system panel lineEdit_BitRate");
     add(
+        "sampling rate", [](Snapshot &s) { ++s.chain.system.channelCountCode; },
+        "system panel lineEdit_SamplingRate");
+    add(
         "rate cell", [](Snapshot &s) { ++s.chain.system.bitRateCode; }, "system panel marks rate");
     add(
         "no rate cell", [](Snapshot &s) { s.chain.system.bitRateCode = 99; }, "system panel has no cell for");
@@ -207,11 +255,76 @@ void TstStormComparison::aDifferenceIsFound()
     QVERIFY2(!found.filter(difference).isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
+void TstStormComparison::theNumberOfARowIsCompared()
+{
+    Comparison comparison(look(), Comparison::Reach::Whole);
+    comparison.compareModule(*m_program->app().analogModules().at(2)->GetView(), 4);
+    QVERIFY(comparison.differences().contains(R"(row 4 pushButton_DeviceButton: "3", not "4")"));
+}
+
+void TstStormComparison::theNumbersOfTheSystemPanelAreCompared()
+{
+    Snapshot snapshot = look();
+    const auto differences = [this, &snapshot] {
+        Comparison comparison(snapshot, Comparison::Reach::Whole);
+        comparison.compareSystemPanel(*m_program->app().sysSettings()->GetView());
+        return comparison.differences();
+    };
+    QCOMPARE(differences(), QStringList());
+    snapshot.chain.modules.removeLast();
+    QCOMPARE(differences(), (QStringList{R"(system panel label_ModulesNumber: "13", not "12")",
+                                         R"(system panel label_ChannelsNumber: "26", not "24")"}));
+}
+
 void TstStormComparison::aSessionThatWentOnKnowsNothingOfThePowerSettings()
 {
     Snapshot snapshot = look();
     snapshot.chain.power->protection = 2;
     QCOMPARE(differences(snapshot, Comparison::Reach::Session), QStringList());
+}
+
+void TstStormComparison::otherChainsAreCompared_data()
+{
+    QTest::addColumn<int>("chain");
+    QTest::addColumn<Tamper>("tamper");
+    QTest::addColumn<QString>("difference");
+    const auto add = [](const char *name, int chain, Tamper tamper, const char *difference) {
+        QTest::newRow(name) << chain << tamper << QString::fromLatin1(difference);
+    };
+    add(
+        "no power module", 1, [](Snapshot &s) { s.chain.power.emplace(); }, "power module is shown");
+    add(
+        "polarity", 1, [](Snapshot &s) { s.chain.module(2).channel(0).reversePolarity = false; },
+        "row 2 A checkBox_RevPol: not no");
+    add(
+        "self-test", 1, [](Snapshot &s) { s.chain.module(2).health.selftest = 0x1A; },
+        R"(row 2 label_SelftestSt: "0x1B", not "0x1A")");
+    add(
+        "unknown type", 2, [](Snapshot &s) { s.chain.module(2).type = sim::kVoltage; }, "row 2 A is missing");
+    add(
+        "unknown type's serial number", 2, [](Snapshot &s) { s.chain.module(2).identity.serial += 'x'; },
+        "row 2 label_SnVersion");
+    add(
+        "mode", 2, [](Snapshot &s) { s.chain.power->mode = sim::Power::Fixed; },
+        "power module comboBox_OutputVoltageMode");
+}
+
+void TstStormComparison::otherChainsAreCompared()
+{
+    QFETCH(int, chain);
+    QFETCH(Tamper, tamper);
+    QFETCH(QString, difference);
+    if (chain != m_chain) {
+        m_chain = chain;
+        m_world->plug(chain);
+    }
+    const auto all = [this] { return differences(look(), Comparison::Reach::Whole); };
+    [&all] { QTRY_VERIFY_WITH_TIMEOUT(all().isEmpty(), 3000); }();
+    QVERIFY2(all().isEmpty(), qPrintable(all().join("\n")));
+    Snapshot snapshot = look();
+    tamper(snapshot);
+    const QStringList found = differences(snapshot, Comparison::Reach::Whole);
+    QVERIFY2(!found.filter(difference).isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
 QTEST_MAIN(TstStormComparison)

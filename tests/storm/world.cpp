@@ -44,7 +44,7 @@ QStringList stormChains()
                        "system powering=battery transmission=cable bitrate=5000 channels=16 mode=burst\n"
                        "controller serial=CT-1 hw=2.2 fw1=1.3.8 fw2=1.08 temperature=48\n"
                        "module type=9 serial=B-UN- hw=2.2 fw1=1.3.8 fw2=1.08 functionA=6\n"
-                       "module type=2 serial=B-VO- hw=2.2 fw1=1.3.8 fw2=1.08 polarityA=yes\n"
+                       "module type=2 serial=B-VO- hw=2.2 fw1=1.3.8 fw2=1.08 polarityA=yes selftest=27\n"
                        "module type=4 serial=B-TH- hw=2.2 fw1=1.3.8 fw2=1.08\n"
                        "module type=1 serial=B-SG- hw=2.2 fw1=1.3.8 fw2=1.08 preselect=positive\n"),
         QStringLiteral("system powering=mains transmission=radio bitrate=1250 channels=8 mode=FM\n"
