@@ -2,8 +2,10 @@
 
 #include "chance.h"
 #include "dialogbook.h"
+#include "link/settings.h"
 
 #include <QString>
+#include <optional>
 
 class QAbstractItemView;
 class QAbstractSpinBox;
@@ -55,8 +57,8 @@ public:
     QString leaveAccepting(QWidget *dialog);
     /// Lets the gateway's panel connect, to where the gateway is.
     QString connectPanel(QWidget *panel);
-    /// Chooses a link in the connection dialog; a live one on request.
-    QString chooseLink(QWidget *portLister, bool live);
+    /// Chooses a link in the connection dialog; a live one on request, and of this type if one is given.
+    QString chooseLink(QWidget *portLister, bool live, const std::optional<Comm_Type> &type = {});
 
     /// The window of this name that is on the screen; null if there is none.
     static QWidget *openWindow(const QString &name);
@@ -83,7 +85,8 @@ private:
     QString chooseFile(QWidget *dialog, const QString &name);
     void pressButton(QWidget *dialog, Way way);
     void pick(QComboBox *box, int index, Qt::KeyboardModifiers keys);
-    static void scrollTo(QWidget *control);
+    /// The control comes into view before what follows; the program has to answer for how long that takes.
+    void scrollTo(QWidget *control);
 
     Program &m_program;
     Hands &m_hands;

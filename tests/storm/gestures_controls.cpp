@@ -73,12 +73,16 @@ Gestures::Controls Gestures::controlsOf(const QWidget &window)
 
 void Gestures::scrollTo(QWidget *control)
 {
-    for (QWidget *parent = control->parentWidget(); parent; parent = parent->parentWidget()) {
-        if (auto *area = qobject_cast<QScrollArea *>(parent)) {
-            area->ensureWidgetVisible(control);
-            return;
+    const QPointer<QWidget> wanted = control;
+    m_hands.then([wanted] {
+        for (QWidget *parent = wanted ? wanted->parentWidget() : nullptr; parent;
+             parent = parent->parentWidget()) {
+            if (auto *area = qobject_cast<QScrollArea *>(parent)) {
+                area->ensureWidgetVisible(wanted);
+                return;
+            }
         }
-    }
+    });
 }
 
 Qt::KeyboardModifiers Gestures::someModifiers()
@@ -227,6 +231,8 @@ QString Gestures::textFor(const QLineEdit &field)
         return QString::number(m_chance.happens(0.5) ? kLivePort : kDeadPort);
     if (name == QLatin1String("ipAddrBox") || name == QLatin1String("IpAddress"))
         return m_chance.oneOf(QStringList{places.gateway, places.gateway, places.otherGateway});
+    if (name == QLatin1String("portNo") && dialogName(*field.window()) == QLatin1String("GatewayZRT"))
+        return QString::number(m_chance.happens(0.8) ? m_program.gatewayPort() : 5675);
     if (name == QLatin1String("portNo") && !isPortLister)
         return QString::number(m_chance.happens(0.8) ? 1024 + m_chance.number(0, 9) : 5675);
     return m_chance.oneOf(QStringList{QStringLiteral("12.5"), QStringLiteral("-3"), QStringLiteral("5"),
@@ -256,9 +262,14 @@ QString Gestures::useView(QAbstractItemView *view)
     }
     const QModelIndex item =
         model->index(m_chance.number(0, model->rowCount() - 1), m_chance.number(0, model->columnCount() - 1));
-    view->scrollTo(item);
-    const QRect place = view->visualRect(item) & view->viewport()->rect();
-    m_hands.clickAt(view->viewport(), place.center(), someModifiers());
+    const QPointer<QAbstractItemView> target = view;
+    m_hands.then([this, target, place = QPersistentModelIndex(item), keys = someModifiers()] {
+        if (!target || !place.isValid())
+            return;
+        target->scrollTo(place);
+        const QRect shown = target->visualRect(place) & target->viewport()->rect();
+        m_hands.clickAt(target->viewport(), shown.center(), keys);
+    });
     if (m_chance.happens(0.3))
         m_hands.key(m_chance.happens(0.5) ? Qt::Key_Space : Qt::Key_Down);
     return called(QStringLiteral("click into"), *view);

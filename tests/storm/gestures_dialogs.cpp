@@ -78,9 +78,9 @@ QString Gestures::work(QWidget *dialog)
     return controls.isEmpty() ? QString() : use(m_chance.oneOf(controls));
 }
 
-QString Gestures::chooseLink(QWidget *portLister, bool live)
+QString Gestures::chooseLink(QWidget *portLister, bool live, const std::optional<Comm_Type> &type)
 {
-    const bool serial = m_chance.happens(0.4);
+    const bool serial = type ? *type == Comm_Type::Serial : m_chance.happens(0.4);
     const char *kind = serial ? "checkBoxComprt" : "checkBoxGateway";
     const char *field = serial ? "comBox" : "ipAddrBox";
     const Addresses &places = m_program.addresses();
@@ -102,6 +102,19 @@ QString Gestures::chooseLink(QWidget *portLister, bool live)
 QString Gestures::connectPanel(QWidget *panel)
 {
     m_hands.rest(std::chrono::milliseconds(50)); // the connection may be on its way
+    const Addresses &places = m_program.addresses();
+    const QString address = m_chance.oneOf(QStringList{places.gateway, places.otherGateway});
+    const QPointer<QWidget> dialog = panel;
+    m_hands.then([this, dialog, address] {
+        QWidget *place = dialog ? inWindow(dialog, "ipAddrBox") : nullptr; // not while it is connected
+        QWidget *port = dialog ? inWindow(dialog, "portNo") : nullptr;
+        if (!place || !port)
+            return;
+        m_hands.click(place);
+        m_hands.typeOver(address);
+        m_hands.click(port);
+        m_hands.typeOver(QString::number(m_program.gatewayPort()));
+    });
     return clickIn(panel, "tcpConnect_Btn");
 }
 

@@ -36,10 +36,7 @@ QWidget *Gestures::inWindow(QWidget *window, const char *name)
 
 QWidget *Gestures::inMainWindow(const char *name)
 {
-    QWidget *widget = inWindow(m_program.window(), name);
-    if (widget)
-        scrollTo(widget);
-    return widget;
+    return inWindow(m_program.window(), name);
 }
 
 QString Gestures::clickIn(QWidget *window, const char *name)
@@ -53,9 +50,10 @@ QString Gestures::clickIn(QWidget *window, const char *name)
 
 QString Gestures::clickInMain(const char *name)
 {
-    if (!inMainWindow(name))
-        return {};
     QWidget *widget = inMainWindow(name);
+    if (!widget)
+        return {};
+    scrollTo(widget);
     m_hands.click(widget);
     return QStringLiteral("click ") + QString::fromLatin1(name);
 }
@@ -66,6 +64,7 @@ QString Gestures::openFilterWarning()
         auto *box = qobject_cast<QSpinBox *>(inMainWindow("filterSpinBox"));
         if (!box || box->inherits("CustomT3SpinBox"))
             continue;
+        scrollTo(box);
         m_hands.clickAt(box, QPoint(6, box->height() / 2));
         m_hands.typeOver(QString::number(m_chance.number(10, 190)));
         m_hands.key(Qt::Key_Tab);
@@ -79,6 +78,7 @@ QString Gestures::openSpecialRange()
     auto *box = qobject_cast<QComboBox *>(inMainWindow("comboBox_TemperatureRange"));
     if (!box || box->count() < 2)
         return {};
+    scrollTo(box);
     pick(box, m_chance.number(1, box->count() - 1), Qt::NoModifier);
     return QStringLiteral("pick a special range");
 }

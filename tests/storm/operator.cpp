@@ -3,7 +3,6 @@
 #include "hands.h"
 #include "program.h"
 #include "protocol/communication.h"
-#include "settings/appconfigurationmanager.h"
 #include "stallmeter.h"
 
 #include <QApplication>
@@ -94,9 +93,15 @@ QStringList Operator::unvisited() const
     return names;
 }
 
-void Operator::leaveAll()
+void Operator::leaveAll(const std::optional<Comm_Type> &link)
 {
+    m_wantedLink = link;
     setMode(Mode::LeaveAll);
+}
+
+void Operator::leaveDialogs()
+{
+    setMode(Mode::LeaveDialogs);
 }
 
 void Operator::rest()
@@ -126,6 +131,7 @@ QString Operator::nextGesture()
     case Mode::Rest:
         return {};
     case Mode::LeaveAll:
+    case Mode::LeaveDialogs:
         return leaveNext();
     case Mode::Visit:
         return visitNext();
@@ -201,11 +207,18 @@ QWidget *Operator::frontDialog()
 /// opened when it was chosen is not tried again by the program, an address is.
 bool Operator::isLinkLive() const
 {
-    const model_Namespace::Settings &link = m_program.app().appConfig()->comSettings();
+    const model_Namespace::Settings &link = m_program.link();
     if (link.commType == Comm_Type::Serial)
         return link.portName == QStringLiteral("COM%1").arg(kLivePort) &&
                m_program.app().communication()->isCommunicationChannelOpen();
     return link.ipAddress == m_program.addresses().device;
+}
+
+/// Whether it is the one that is to be used, if that matters now.
+bool Operator::isLinkWanted() const
+{
+    const bool matters = m_mode == Mode::LeaveAll && m_wantedLink;
+    return !matters || m_program.link().commType == *m_wantedLink;
 }
 
 bool Operator::isLinkDead()
@@ -309,8 +322,9 @@ QString Operator::leaveNext()
     if (QWidget *front = frontDialog()) {
         if (dialogName(*front) == QLatin1String("abortBox"))
             return m_gestures.leave(front, Way::Accept);
-        if (dialogName(*front) == QLatin1String("PortLister") && !isLinkLive()) {
-            m_gestures.chooseLink(front, true);
+        const bool isPortLister = dialogName(*front) == QLatin1String("PortLister");
+        if (isPortLister && m_mode == Mode::LeaveAll && !(isLinkLive() && isLinkWanted())) {
+            m_gestures.chooseLink(front, true, m_wantedLink);
             return m_gestures.leaveAccepting(front);
         }
         return m_gestures.leave(front, m_chance.happens(0.5) ? Way::Escape : Way::Close);
@@ -320,7 +334,7 @@ QString Operator::leaveNext()
             return m_gestures.open(QStringLiteral("abortBox"));
         return m_gestures.leave(dialog, Way::Close);
     }
-    if (!isLinkLive())
+    if (m_mode == Mode::LeaveAll && !(isLinkLive() && isLinkWanted()))
         return m_gestures.open(QStringLiteral("PortLister"));
     setMode(Mode::Rest);
     emit done();

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QMap>
 #include <QObject>
+#include <optional>
 
 class QWidget;
 
@@ -29,8 +30,10 @@ public:
     /// Opens dialogs and leaves them, those of this list that were not left in all of their ways, fast, and
     /// opens all lists of those that stay; then emits done().
     void visit(const QStringList &dialogs);
-    /// Leaves all dialogs and sees to a live link; then emits done(), and rests.
-    void leaveAll();
+    /// Leaves all dialogs and sees to a live link, to this one if one is given; then emits done(), and rests.
+    void leaveAll(const std::optional<Comm_Type> &link = {});
+    /// Leaves all dialogs whatever the link is; then the same.
+    void leaveDialogs();
     void rest();
 
     int gestureCount() const { return m_gestureCount; }
@@ -47,7 +50,7 @@ signals:
     void mismatchWanted();
 
 private:
-    enum class Mode { Rest, Work, Visit, LeaveAll };
+    enum class Mode { Rest, Work, Visit, LeaveAll, LeaveDialogs };
 
     void setMode(Mode mode);
     void decide();
@@ -64,6 +67,7 @@ private:
     QString visitNext();
     QString openSomeList();
     bool isLinkLive() const;
+    bool isLinkWanted() const;
     bool isLinkDead();
     static QWidget *frontDialog();
     static QList<QWidget *> openDialogs();
@@ -77,6 +81,7 @@ private:
     Mode m_mode = Mode::Rest;
     QStringList m_tour; ///< dialogs to be visited
     QString m_goal;     ///< dialog that is to be opened or left in a further way; empty: none
+    std::optional<Comm_Type> m_wantedLink; ///< nothing: any
     int m_tries = 0;
     bool m_hasOpenedLists = false; ///< those of the gateway's panel
     QElapsedTimer m_deadSince;

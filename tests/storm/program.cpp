@@ -2,6 +2,7 @@
 
 #include "gateway/dialogueview.h"
 #include "protocol/communication.h"
+#include "settings/portlister.h"
 
 #include <QDir>
 #include <QFile>
@@ -70,6 +71,7 @@ void Program::writeImages() const
 
 void Program::start(quint16 gatewayPort, quint16 webPort)
 {
+    m_gatewayPort = gatewayPort;
     const QString settings = QStringLiteral("MainServer=%1:%2\r\nPORT1=COM%3:115200,E,8,1\r\nMode=TCP\r\n"
                                             "ZrtGateway=%4:%5\r\n")
                                  .arg(m_addresses.device)
@@ -94,6 +96,12 @@ void Program::start(quint16 gatewayPort, quint16 webPort)
     versions.delay = std::chrono::milliseconds(200);
     m_app = std::make_unique<Framework_Ctrllr>(
         AppEnvironment{m_time, ports, paths, deployment, createLinks, stormPeriods(), kReconnect, versions});
+    m_link.commType = Comm_Type::Ethernet; // as the settings file has it
+    m_link.ipAddress = m_addresses.device;
+    const auto *portLister = window()->findChild<PortLister *>();
+    const auto keepLink = [this](const model_Namespace::Settings &link) { m_link = link; };
+    QObject::connect(portLister, &PortLister::setSerialPortConfig, portLister, keepLink);
+    QObject::connect(portLister, &PortLister::setNetworkConfig, portLister, keepLink);
     const Communication *session = m_app->communication();
     QObject::connect(session, &Communication::Signal_SystemStatus, session, [this] {
         ++m_sessionsBegun;
@@ -101,6 +109,7 @@ void Program::start(quint16 gatewayPort, quint16 webPort)
     });
     QObject::connect(session, &Communication::stateInitialized, session, [this] {
         ++m_sessionsRead;
+        ++m_sessionsByLink[m_link.commType];
         m_walkMs = static_cast<double>(m_walk.nsecsElapsed()) / 1e6;
     });
     QObject::connect(session, &Communication::Signal_CleanSlateProtocol, session,
@@ -117,10 +126,11 @@ void Program::fillDialogue() const
         view->add(line + QLatin1Char('\n'), true);
 }
 
-void Program::end()
+bool Program::end()
 {
-    window()->windowHandle()->close();
+    const bool isClosed = window()->windowHandle()->close() && !window()->isVisible();
     m_app.reset();
+    return isClosed;
 }
 
 QString Program::statusBox() const

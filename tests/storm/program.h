@@ -3,9 +3,11 @@
 #include "app/framework_ctrllr.h"
 #include "app/framework_view.h"
 #include "base/timesource.h"
+#include "link/settings.h"
 #include "world.h"
 
 #include <QElapsedTimer>
+#include <QMap>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -35,16 +37,20 @@ public:
     void start(quint16 gatewayPort, quint16 webPort);
     /// Fills what remembers the last lines up to its limit, as after hours of work: else it grows until then.
     void fillDialogue() const;
-    /// The operator closes the main window, and the program ends.
-    void end();
+    /// The operator closes the main window, and the program ends; false if it had to be ended.
+    bool end();
 
     Framework_View *window() const { return m_app->mainWindow(); }
     Framework_Ctrllr &app() const { return *m_app; }
     const Addresses &addresses() const { return m_addresses; }
+    quint16 gatewayPort() const { return m_gatewayPort; }
 
     QString folder() const { return m_folder.path(); }
     /// Here the user's own names of ports stand.
     QString portFolder() const { return folder() + QStringLiteral("/ports"); }
+
+    /// The link that was chosen last.
+    const model_Namespace::Settings &link() const { return m_link; }
 
     QString statusBox() const;
     bool isReady() const { return statusBox() == QStringLiteral("READY"); }
@@ -54,6 +60,8 @@ public:
     /// Sessions that were begun, and those that came to the cyclic polling.
     int sessionsBegun() const { return m_sessionsBegun; }
     int sessionsRead() const { return m_sessionsRead; }
+    /// The latter by the link over which they went.
+    const QMap<Comm_Type, int> &sessionsByLink() const { return m_sessionsByLink; }
 
     /// Sessions that ended, and with them the rows.
     int cleanSlates() const { return m_cleanSlates; }
@@ -74,10 +82,13 @@ private:
 
     const Addresses m_addresses;
     QTemporaryDir m_folder{folderPattern()};
+    quint16 m_gatewayPort = 0;
     SystemTime m_time;
     std::unique_ptr<Framework_Ctrllr> m_app;
+    model_Namespace::Settings m_link;
     int m_sessionsBegun = 0;
     int m_sessionsRead = 0;
+    QMap<Comm_Type, int> m_sessionsByLink;
     int m_cleanSlates = 0;
     int m_polls = 0;
     int m_refreshes = 0;

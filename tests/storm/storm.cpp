@@ -16,11 +16,8 @@ constexpr int kAwayMs = 250;
 constexpr int kLookEveryMs = 4;
 constexpr int kSettleMs = 120;
 constexpr int kGiveUpMs = 15000;
-constexpr double kStarvedMs =
-    200; ///< without a processor: may cost a session with the time-outs of the storm
 constexpr double kNsPerMs = 1e6;
 constexpr int kLongestTourMs = 100000;
-constexpr int kMostStarvedAMinute = 3;
 constexpr int kRoundsToASessionLook = 3;
 constexpr int kRoundsToACalm = 3;
 constexpr int kRoundsToAnotherChain = 3;
@@ -51,10 +48,11 @@ Storm::Storm(const Options &options, LogWatch &log, const CertifiedKey &identity
 
 Storm::~Storm() = default;
 
-void Storm::fail(const QString &text)
+/// Tells at once what the verdict will tell too.
+void Storm::notice(const QString &text) const
 {
-    m_failures.append(text);
-    std::printf("FAILURE at %.1f s: %s\n", secondsNow(), qPrintable(text));
+    if (!text.isEmpty())
+        std::printf("at %.1f s: %s\n", secondsNow(), qPrintable(text));
 }
 
 /// The tour takes long at times: then the storm goes on until there is enough to judge the memory by.
@@ -62,7 +60,7 @@ bool Storm::isTimeUp() const
 {
     constexpr double kMostTimes = 3;
     const double times = secondsNow() / m_options.seconds;
-    return times >= 1 && (m_samples.size() >= MemoryRule().fewest || times >= kMostTimes);
+    return times >= 1 && (m_evidence.samples.size() >= MemoryRule().fewest || times >= kMostTimes);
 }
 
 void Storm::after(int ms, void (Storm::*next)())
@@ -100,6 +98,9 @@ void Storm::goOn()
         break;
     case Phase::Leaving:
         gesturesAreOver();
+        break;
+    case Phase::Closing:
+        askForCounts();
         break;
     case Phase::Gestures:
     case Phase::Aftermath:
@@ -157,7 +158,7 @@ void Storm::stopGestures()
 {
     m_isLast = isTimeUp();
     m_phase = Phase::Leaving;
-    m_operator->leaveAll();
+    m_operator->leaveAll(missingLink(m_program->sessionsByLink(), secondsNow()));
     after(kGiveUpMs, &Storm::giveUp);
 }
 
@@ -209,81 +210,75 @@ void Storm::recover(Comparison::Reach reach)
     const int wanted = another ? 1 + m_round / kRoundsToAnotherChain % (stormChains().size() - 1) : 0;
     if (reach == Comparison::Reach::Whole && m_weather->chain() != wanted)
         m_weather->setChain(wanted);
+    m_weather->clear();
+    startRecovery();
+}
+
+void Storm::startRecovery()
+{
     m_waitedAtRecovery = kernelclocks::deniedNs();
     m_world->look(this, [this](const Snapshot &snapshot) { m_worldWaitedAtRecovery = snapshot.waitedNs; });
     m_recovery.start();
-    m_pollsAtRecovery = m_program->polls();
     m_refreshesAtRecovery = m_program->refreshes();
-    m_weather->clear();
+    m_pollsAtRecovery = m_program->polls();
     m_lookTimer.start(kLookEveryMs);
 }
 
 void Storm::lookWhetherReady()
 {
-    m_readyAfterMs = static_cast<double>(m_recovery.nsecsElapsed()) / kNsPerMs;
-    const bool isReady = m_program->isReady() && m_program->polls() > m_pollsAtRecovery + 1 &&
-                         m_program->sessionsRead() > m_sessionsAtOutage;
-    if (!isReady && m_readyAfterMs < kGiveUpMs)
+    m_times.readyAfterMs = static_cast<double>(m_recovery.nsecsElapsed()) / kNsPerMs;
+    m_times.isReady = m_program->isReady() && m_program->polls() > m_pollsAtRecovery + 1 &&
+                      m_program->sessionsRead() > m_sessionsAtOutage;
+    if (!m_times.isReady && m_times.readyAfterMs < kGiveUpMs)
         return;
     m_lookTimer.stop();
-    m_slatesAtReady = m_program->cleanSlates();
     m_waitedAtReady = kernelclocks::deniedNs();
-    m_world->look(this, [this](const Snapshot &snapshot) { m_worldWaitedAtReady = snapshot.waitedNs; });
+    m_world->look(this, [this](const Snapshot &snapshot) {
+        m_worldWaitedAtReady = snapshot.waitedNs;
+        noteRecovery();
+    });
+    m_times.modules = m_program->rowCount();
+    m_times.wasRefreshLost = m_program->refreshes() > m_refreshesAtRecovery;
+    m_times.statusBox = m_program->statusBox();
+    m_longestWalkMs = qMax(m_longestWalkMs, m_program->walkMs());
+    m_slatesAtReady = m_program->cleanSlates();
     m_phase = Phase::Looking;
     after(kSettleMs, &Storm::look);
+}
+
+/// What came behind READY does not belong to it.
+void Storm::noteRecovery()
+{
+    m_times.programWaitedMs = static_cast<double>(m_waitedAtReady - m_waitedAtRecovery) / kNsPerMs;
+    m_times.worldWaitedMs = static_cast<double>(m_worldWaitedAtReady - m_worldWaitedAtRecovery) / kNsPerMs;
+    m_evidence.recoveries.append(m_times);
+    notice(complaint(m_times));
 }
 
 void Storm::look()
 {
     m_world->look(this, [this](const Snapshot &snapshot) {
         if (isSessionLost(snapshot)) {
-            m_pollsAtRecovery = m_program->polls();
             m_phase = Phase::Recovery;
-            m_lookTimer.start(kLookEveryMs);
+            startRecovery();
             return;
         }
-        judgeRecovery(snapshot);
         compare(snapshot);
     });
 }
 
-/// Whether the session ended since it was READY although nothing goes wrong any more. With a machine that
-/// lets the program or the devices wait for a processor that is no fault: the time-outs are short. READY is
-/// awaited anew.
+/// Whether the session ended since it was READY, for want of a processor, although nothing goes wrong any
+/// more. READY is awaited anew then.
 bool Storm::isSessionLost(const Snapshot &snapshot)
 {
     if (m_program->cleanSlates() == m_slatesAtReady)
         return false;
     const qint64 waitedNs =
         kernelclocks::deniedNs() - m_waitedAtReady + snapshot.waitedNs - m_worldWaitedAtReady;
-    const bool isStarved = static_cast<double>(waitedNs) / kNsPerMs > kStarvedMs;
-    if (!isStarved || ++m_starvedSessions > kMostStarvedAMinute * qMax(1, m_options.seconds / 60)) {
-        fail(QStringLiteral("the session was lost in fair weather"));
-        return false;
-    }
-    return true;
-}
-
-void Storm::judgeRecovery(const Snapshot &snapshot)
-{
-    const double waited = static_cast<double>(kernelclocks::deniedNs() - m_waitedAtRecovery +
-                                              snapshot.waitedNs - m_worldWaitedAtRecovery) /
-                          kNsPerMs;
-    const double own = m_readyAfterMs - waited;
-    ++m_recoveries;
-    m_longestWalkMs = qMax(m_longestWalkMs, m_program->walkMs());
-    const bool wasRefreshLost = m_program->refreshes() > m_refreshesAtRecovery;
-    if (wasRefreshLost)
-        ++m_lostRefreshes;
-    else
-        m_longestRecoveryMs = qMax(m_longestRecoveryMs, own);
-    const double limit = recoveryLimitMs(m_program->rowCount()) + (wasRefreshLost ? lostRefreshMs() : 0);
-    if (own > limit)
-        fail(QStringLiteral("READY after %1 ms (%2 ms of them without a processor), not %3; the box reads %4")
-                 .arg(m_readyAfterMs, 0, 'f', 0)
-                 .arg(waited, 0, 'f', 0)
-                 .arg(limit, 0, 'f', 0)
-                 .arg(m_program->statusBox()));
+    m_evidence.lostSessions.append(LostSession{static_cast<double>(waitedNs) / kNsPerMs});
+    const QStringList lines = complaints(m_evidence.lostSessions, secondsNow());
+    notice(lines.join(QStringLiteral("; ")));
+    return lines.isEmpty();
 }
 
 void Storm::compareNow(const Snapshot &snapshot)
@@ -291,13 +286,16 @@ void Storm::compareNow(const Snapshot &snapshot)
     const Unmeasured unmeasured(m_meter);
     Comparison comparison(snapshot, m_reach);
     comparison.compare(*m_program);
-    ++m_comparisons;
-    m_comparedValues += comparison.valueCount();
+    ++m_evidence.comparisons;
+    m_evidence.comparedValues += comparison.valueCount();
     if (m_reach == Comparison::Reach::Whole)
-        ++m_looksAtChain[m_weather->chain()];
+        ++m_evidence.looksAtChain[m_weather->chain()];
     constexpr int kTold = 6;
-    for (const QString &difference : comparison.differences().mid(0, kTold))
-        fail(QStringLiteral("round %1: %2").arg(m_round).arg(difference));
+    for (const QString &difference : comparison.differences().mid(0, kTold)) {
+        m_evidence.differences.append(
+            QStringLiteral("round %1: %2").arg(QString::number(m_round), difference));
+        notice(difference);
+    }
 }
 
 void Storm::compare(const Snapshot &snapshot)
@@ -327,11 +325,7 @@ void Storm::endCalm()
 {
     m_world->look(this, [this](const Snapshot &snapshot) {
         if (!isSessionLost(snapshot) && m_program->cleanSlates() == m_slatesAtReady) {
-            ++m_calms;
-            constexpr int kFewestPolls = 5;
-            const int polls = m_program->polls() - m_pollsAtCalm;
-            if (polls < kFewestPolls)
-                fail(QStringLiteral("only %1 polls in a calm of %2 ms").arg(polls).arg(calmMs()));
+            m_evidence.pollsOfCalms.append(m_program->polls() - m_pollsAtCalm);
             compareNow(snapshot);
         }
         endRound();
@@ -357,9 +351,9 @@ void Storm::sample()
     sample.objects = objectcount::now();
     sample.widgets = static_cast<int>(QApplication::allWidgets().size());
     sample.topLevels = static_cast<int>(QApplication::topLevelWidgets().size());
-    m_samples.append(sample);
+    m_evidence.samples.append(sample);
     m_classesAtLast = objectcount::byClass();
-    if (m_samples.size() == 1)
+    if (m_evidence.samples.size() == 1)
         m_classesAtFirst = m_classesAtLast;
     if (m_options.isVerbose)
         std::printf("%s\n", qPrintable(asText(sample)));
@@ -367,9 +361,10 @@ void Storm::sample()
 
 void Storm::giveUp()
 {
-    fail(QStringLiteral("phase %1 did not end; still missing: %2")
-             .arg(static_cast<int>(m_phase))
-             .arg(m_book.missing().join(QStringLiteral(", "))));
+    m_evidence.unfinished.append(QStringLiteral("phase %1 did not end; still missing: %2")
+                                     .arg(static_cast<int>(m_phase))
+                                     .arg(m_book.missing().join(QStringLiteral(", "))));
+    notice(m_evidence.unfinished.constLast());
     end();
 }
 
@@ -388,24 +383,53 @@ void Storm::closeSomewhere()
 {
     m_weather->clear();
     constexpr int kUntilItIsRead = 700;
-    after(m_chance.number(0, kUntilItIsRead), &Storm::closeProgram);
+    after(m_chance.number(0, kUntilItIsRead), &Storm::leaveDialogs);
 }
 
-void Storm::closeProgram()
+/// A dialog that came by itself, or that the operator did not leave, keeps him from the main window.
+void Storm::leaveDialogs()
 {
+    if (!QApplication::activeModalWidget()) {
+        askForCounts();
+        return;
+    }
+    m_phase = Phase::Closing;
+    m_operator->leaveDialogs();
+    after(kGiveUpMs, &Storm::askForCounts);
+}
+
+void Storm::askForCounts()
+{
+    m_phase = Phase::Over;
+    m_phaseTimer.stop();
+    m_operator->rest();
     m_world->count(this, [this](const WorldCounts &counts) { finish(counts); });
 }
 
 void Storm::finish(const WorldCounts &counts)
 {
-    if (!QApplication::activeModalWidget()) // in whose event loop this may be
-        m_program->end();
+    // In the event loop of a modal dialog the program cannot end.
+    m_evidence.isClosed = !QApplication::activeModalWidget() && m_program->end();
     QTimer::singleShot(0, this, [this, counts] {
-        judge();
-        judgeWhetherEnoughHappened(counts);
-        report(counts);
+        collect(counts);
+        m_verdict = verdict(m_evidence);
+        report();
         emit finished();
     });
+}
+
+void Storm::collect(const WorldCounts &counts)
+{
+    m_evidence.seconds = secondsNow();
+    m_evidence.complaints = m_log.complaints();
+    m_evidence.logLines = m_log.lineCount();
+    m_evidence.missing = m_book.missing();
+    m_evidence.strangers = m_book.strangers();
+    m_evidence.stalls = m_meter.violations();
+    m_evidence.ticks = m_meter.ticks();
+    m_evidence.gestures = m_operator->gesturesByKind();
+    m_evidence.sessions = m_program->sessionsByLink();
+    m_evidence.world = counts;
 }
 
 } // namespace storm

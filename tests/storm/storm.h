@@ -3,10 +3,10 @@
 #include "comparison.h"
 #include "dialogbook.h"
 #include "logwatch.h"
-#include "memorywatch.h"
 #include "operator.h"
 #include "program.h"
 #include "stallmeter.h"
+#include "verdict.h"
 #include "weather.h"
 #include "world.h"
 
@@ -26,16 +26,6 @@ struct Options
     bool hasLog = false;    ///< writes the program's log
 };
 
-/// The longest time for which the event loop may not come round.
-double stallLimitMs();
-/// The longest time from the end of the faults to READY: one time-out and one walk through so many modules.
-double recoveryLimitMs(int modules);
-/// What comes to it if the status after a change of the data rate was lost: that is wanted still, so the
-/// first one of the new session is taken for it, without a walk, which then begins a time-out later.
-double lostRefreshMs();
-/// For so long a session that is READY in fair weather is watched.
-int calmMs();
-
 QString asText(const MemorySample &sample);
 
 /// One run: a tour through all dialogs, then rounds of storm, each of which ends with a recovery and a look
@@ -51,7 +41,8 @@ public:
     /// Runs from the event loop; emits finished() at the end.
     void begin();
 
-    bool isGood() const { return m_failures.isEmpty(); }
+    /// At the end: whether the verdict is empty.
+    bool isGood() const { return m_verdict.isEmpty(); }
 
 signals:
     void finished();
@@ -68,7 +59,8 @@ private:
         Recovery,
         Looking,
         Calm,
-        Over
+        Over,
+        Closing
     };
 
     void after(int ms, void (Storm::*next)());
@@ -81,9 +73,10 @@ private:
     void startOutage();
     void endOutage();
     void recover(Comparison::Reach reach);
+    void startRecovery();
     void lookWhetherReady();
     void look();
-    void judgeRecovery(const Snapshot &snapshot);
+    void noteRecovery();
     bool isSessionLost(const Snapshot &snapshot);
     void compare(const Snapshot &snapshot);
     void compareNow(const Snapshot &snapshot);
@@ -95,12 +88,12 @@ private:
     void goOn();
     void end();
     void closeSomewhere();
-    void closeProgram();
+    void leaveDialogs();
+    void askForCounts();
     void finish(const WorldCounts &counts);
-    void judge();
-    void judgeWhetherEnoughHappened(const WorldCounts &counts);
-    void report(const WorldCounts &counts) const;
-    void fail(const QString &text);
+    void collect(const WorldCounts &counts);
+    void report() const;
+    void notice(const QString &text) const;
     double secondsNow() const { return static_cast<double>(m_clock.elapsed()) / 1000; }
     bool isTimeUp() const;
 
@@ -130,7 +123,7 @@ private:
     qint64 m_worldWaitedAtRecovery = 0; ///< and the devices
     qint64 m_waitedAtReady = 0;         ///< the same two, until READY
     qint64 m_worldWaitedAtReady = 0;
-    double m_readyAfterMs = 0;
+    Recovery m_times;
     int m_slatesAtReady = 0;
     int m_sessionsAtOutage = 0;
     int m_pollsAtRecovery = 0;
@@ -138,19 +131,11 @@ private:
     int m_refreshesAtRecovery = 0;
 
     // Of all.
-    int m_recoveries = 0;
-    int m_starvedSessions = 0;
-    int m_calms = 0;
-    double m_longestRecoveryMs = 0;
-    int m_lostRefreshes = 0; ///< recoveries that these made longer
     double m_longestWalkMs = 0;
-    int m_comparedValues = 0;
-    int m_comparisons = 0;
-    QMap<int, int> m_looksAtChain; ///< of those with all values, by the chain's number
-    QVector<MemorySample> m_samples;
+    Evidence m_evidence;
+    QStringList m_verdict;
     QMap<QString, int> m_classesAtFirst; ///< objects by their classes, at the first sample
     QMap<QString, int> m_classesAtLast;
-    QStringList m_failures;
 };
 
 } // namespace storm
