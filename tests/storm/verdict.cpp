@@ -101,7 +101,7 @@ const QStringList &commonGestures()
 {
     static const QStringList kinds{QStringLiteral("click"), QStringLiteral("leave"), QStringLiteral("name"),
                                    QStringLiteral("pick"),  QStringLiteral("press"), QStringLiteral("turn"),
-                                   QStringLiteral("type"),  QStringLiteral("use")};
+                                   QStringLiteral("type")};
     return kinds;
 }
 
