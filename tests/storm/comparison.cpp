@@ -7,11 +7,13 @@
 #include "modules/moduledevice_view.h"
 #include "program.h"
 #include "sim/catalogue.h"
+#include "sim/gatewaysetting.h"
 #include "system/modulesyssettings_ctrllr.h"
 #include "system/modulesyssettings_view.h"
 #include "system/rates/ratetable.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -280,6 +282,61 @@ void Comparison::compareSystemPanel(const QWidget &panel)
     check(panel, "lineEdit_SamplingRate", chain.system.samplingRate());
     check(panel, "label_PoweringMode", chain.system.poweringMode);
     check(panel, "label_DataTransmission", chain.system.dataTransmission);
+}
+
+void Comparison::checkChoice(const QWidget &panel, const char *list, int wanted)
+{
+    const auto *box = panel.findChild<QComboBox *>(QString::fromLatin1(list));
+    check(panel, list, box ? box->itemText(wanted) : QString());
+}
+
+void Comparison::compareGateway(const QWidget &panel)
+{
+    const sim::GatewayState &state = m_snapshot.gateway;
+    const QString off = QStringLiteral("0");
+    constexpr int kSerialDigits = 6;
+    m_place = QStringLiteral("gateway's panel");
+    check(panel, "GtwVersion", state.version);
+    check(panel, "SerialNo", state.serial.rightJustified(kSerialDigits, QLatin1Char('0')));
+    check(panel, "extIpAddr", state.extAddress);
+    check(panel, "extPort", state.extPort);
+    check(panel, "minBox", state.minimumSamples);
+    check(panel, "maxBox", state.maximumSamples);
+    check(panel, "PTPStateLineEdit", state.ptpMode == off ? QStringLiteral("OFF") : state.ptpState);
+    checkChoice(panel, "comboMode", sim::gatewayModes().indexOf(state.mode));
+    checkChoice(panel, "comboSimultn", state.simulation.toInt());
+    checkChoice(panel, "comboActivCOM", state.activeCom.toInt());
+    checkChoice(panel, "comboPTP", state.ptpMode.toInt());
+    checkChoice(panel, "comboBoxDataPtcl", state.dataProtocol == QLatin1String("ZRT-1") ? 0 : 1);
+    checkMark(panel, "radioBigEndn", state.endian == QLatin1String("B"));
+    checkMark(panel, "radioLitleEndn", state.endian == QLatin1String("L"));
+    checkMark(panel, "radio16Bit", state.dataLength == QLatin1String("16"));
+    checkMark(panel, "radio18Bit", state.dataLength == QLatin1String("18"));
+    checkMark(panel, "unsignedInt", state.dataFormat == QLatin1String("U"));
+    checkMark(panel, "twoComp", state.dataFormat == QLatin1String("2"));
+}
+
+QWidget *connectedPanel()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (!widget->inherits("GatewayZRT"))
+            continue;
+        const auto *button = widget->findChild<QPushButton *>(QStringLiteral("tcpConnect_Btn"));
+        if (button && button->text() == QLatin1String("Disconnect"))
+            return widget;
+    }
+    return nullptr;
+}
+
+bool isShownAlike(const sim::GatewayState &a, const sim::GatewayState &b)
+{
+    const auto texts = [](const sim::GatewayState &state) {
+        return QStringList{state.version,    state.serial,       state.extAddress, state.extPort,
+                           state.mode,       state.simulation,   state.activeCom,  state.minimumSamples,
+                           state.ptpMode,    state.ptpState,     state.endian,     state.maximumSamples,
+                           state.dataLength, state.dataProtocol, state.dataFormat};
+    };
+    return texts(a) == texts(b);
 }
 
 void Comparison::compare(const Program &program)

@@ -30,6 +30,8 @@ public:
     void compareController(const QWidget &row);
     void comparePower(const QWidget &row);
     void compareSystemPanel(const QWidget &panel);
+    /// The gateway's panel, which has to be connected and to have asked for the state.
+    void compareGateway(const QWidget &panel);
 
     /// As in "row 3 A comboBox_Gain: 5, not 10".
     const QStringList &differences() const { return m_differences; }
@@ -40,6 +42,7 @@ private:
     void checkOneOf(const QWidget &parent, const char *widget, const QStringList &wanted);
     /// A button that is down, or not.
     void checkMark(const QWidget &parent, const char *button, bool wanted);
+    void checkChoice(const QWidget &panel, const char *list, int wanted);
     void checkLive(const QWidget &parent, const QString &suffix, int address, const sim::Health &health);
     void compareStrip(const QWidget &row, const sim::Module &module, int index);
     void compareBridge(const QWidget &strip, const sim::Channel &channel);
@@ -54,5 +57,10 @@ private:
     QStringList m_differences;
     int m_valueCount = 0;
 };
+
+/// The gateway's panel, be it on the screen or not, if it is connected; else null.
+QWidget *connectedPanel();
+/// Whether the panel shows both in the same way; that which goes on by itself apart.
+bool isShownAlike(const sim::GatewayState &a, const sim::GatewayState &b);
 
 } // namespace storm

@@ -94,9 +94,10 @@ void Storm::report() const
               .arg(laterCount(m_evidence.recoveries)));
     print("calm",
           QStringLiteral("%1 times watched for %2 ms").arg(m_evidence.pollsOfCalms.size()).arg(calmMs()));
-    print(
-        "values",
-        QStringLiteral("%1 compared in %2 looks").arg(m_evidence.comparedValues).arg(m_evidence.comparisons));
+    print("values", QStringLiteral("%1 compared in %2 looks; the gateway's panel in %3 more")
+                        .arg(m_evidence.comparedValues)
+                        .arg(m_evidence.comparisons)
+                        .arg(m_looksAtGateway));
     if (m_evidence.samples.size() > 2) {
         const Trend bytes = trendOf(m_evidence.samples, &MemorySample::bytes);
         const Trend objects = trendOf(m_evidence.samples, &MemorySample::objects);

@@ -117,6 +117,7 @@ void Simulation::cutGateway()
 Snapshot Simulation::snapshot() const
 {
     Snapshot snapshot;
+    snapshot.gateway = m_gateway->state();
     snapshot.waitedNs = kernelclocks::waitedForProcessorNs();
     if (m_device) {
         snapshot.hasDevice = true;

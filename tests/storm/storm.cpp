@@ -290,6 +290,24 @@ void Storm::compareNow(const Snapshot &snapshot)
     m_evidence.comparedValues += comparison.valueCount();
     if (m_reach == Comparison::Reach::Whole)
         ++m_evidence.looksAtChain[m_weather->chain()];
+    note(comparison);
+}
+
+/// In a calm, in which it was asked for its state, and that did not change.
+void Storm::compareGateway(const Snapshot &snapshot)
+{
+    const Unmeasured unmeasured(m_meter);
+    const QWidget *panel = connectedPanel();
+    if (!panel || !m_gatewayAtCalm || !isShownAlike(*m_gatewayAtCalm, snapshot.gateway))
+        return;
+    Comparison comparison(snapshot, m_reach);
+    comparison.compareGateway(*panel);
+    ++m_looksAtGateway;
+    note(comparison);
+}
+
+void Storm::note(const Comparison &comparison)
+{
     constexpr int kTold = 6;
     for (const QString &difference : comparison.differences().mid(0, kTold)) {
         m_evidence.differences.append(
@@ -318,6 +336,9 @@ void Storm::watchCalm()
 {
     m_phase = Phase::Calm;
     m_pollsAtCalm = m_program->polls();
+    m_gatewayAtCalm.reset();
+    if (connectedPanel())
+        m_world->look(this, [this](const Snapshot &snapshot) { m_gatewayAtCalm = snapshot.gateway; });
     after(calmMs(), &Storm::endCalm);
 }
 
@@ -327,6 +348,7 @@ void Storm::endCalm()
         if (!isSessionLost(snapshot) && m_program->cleanSlates() == m_slatesAtReady) {
             m_evidence.pollsOfCalms.append(m_program->polls() - m_pollsAtCalm);
             compareNow(snapshot);
+            compareGateway(snapshot);
         }
         endRound();
     });

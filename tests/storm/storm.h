@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
+#include <optional>
 
 struct CertifiedKey;
 
@@ -80,6 +81,8 @@ private:
     bool isSessionLost(const Snapshot &snapshot);
     void compare(const Snapshot &snapshot);
     void compareNow(const Snapshot &snapshot);
+    void compareGateway(const Snapshot &snapshot);
+    void note(const Comparison &comparison);
     void watchCalm();
     void endCalm();
     void endRound();
@@ -129,9 +132,11 @@ private:
     int m_pollsAtRecovery = 0;
     int m_pollsAtCalm = 0;
     int m_refreshesAtRecovery = 0;
+    std::optional<sim::GatewayState> m_gatewayAtCalm; ///< nothing: the panel was not connected
 
     // Of all.
     double m_longestWalkMs = 0;
+    int m_looksAtGateway = 0;
     Evidence m_evidence;
     QStringList m_verdict;
     QMap<QString, int> m_classesAtFirst; ///< objects by their classes, at the first sample

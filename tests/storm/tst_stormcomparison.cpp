@@ -9,6 +9,7 @@
 #include "system/modulesyssettings_ctrllr.h"
 #include "system/modulesyssettings_view.h"
 
+#include <QPushButton>
 #include <QtTest>
 #include <optional>
 
@@ -38,6 +39,9 @@ private slots:
     void theNumberOfARowIsCompared();
     void theNumbersOfTheSystemPanelAreCompared();
     void aSessionThatWentOnKnowsNothingOfThePowerSettings();
+    void theGatewaysPanelIsCompared_data();
+    void theGatewaysPanelIsCompared();
+    void statesOfTheGatewayAreAlikeWhereTheyAreShownSo();
     void otherChainsAreCompared_data();
     void otherChainsAreCompared();
 
@@ -281,6 +285,83 @@ void TstStormComparison::aSessionThatWentOnKnowsNothingOfThePowerSettings()
     Snapshot snapshot = look();
     snapshot.chain.power->protection = 2;
     QCOMPARE(differences(snapshot, Comparison::Reach::Session), QStringList());
+}
+
+void TstStormComparison::theGatewaysPanelIsCompared_data()
+{
+    QTest::addColumn<Tamper>("tamper");
+    QTest::addColumn<QString>("difference");
+    const auto add = [](const char *name, Tamper tamper, const char *difference) {
+        QTest::newRow(name) << tamper << QString::fromLatin1(difference);
+    };
+    add(
+        "version", [](Snapshot &s) { s.gateway.version += 'x'; }, "gateway's panel GtwVersion");
+    add(
+        "serial number", [](Snapshot &s) { s.gateway.serial = "77"; }, "gateway's panel SerialNo");
+    add(
+        "external address", [](Snapshot &s) { s.gateway.extAddress += '1'; }, "gateway's panel extIpAddr");
+    add(
+        "external port", [](Snapshot &s) { s.gateway.extPort = "1"; }, "gateway's panel extPort");
+    add(
+        "minimum", [](Snapshot &s) { s.gateway.minimumSamples = "9"; }, "gateway's panel minBox");
+    add(
+        "maximum", [](Snapshot &s) { s.gateway.maximumSamples = "9"; }, "gateway's panel maxBox");
+    add(
+        "state of PTP", [](Snapshot &s) { s.gateway.ptpMode = "1"; }, "gateway's panel PTPStateLineEdit");
+    add(
+        "mode", [](Snapshot &s) { s.gateway.mode = "OFF"; }, "gateway's panel comboMode");
+    add(
+        "simulation", [](Snapshot &s) { s.gateway.simulation = "2"; }, "gateway's panel comboSimultn");
+    add(
+        "active port", [](Snapshot &s) { s.gateway.activeCom = "3"; }, "gateway's panel comboActivCOM");
+    add(
+        "mode of PTP", [](Snapshot &s) { s.gateway.ptpMode = "2"; }, "gateway's panel comboPTP");
+    add(
+        "protocol", [](Snapshot &s) { s.gateway.dataProtocol = "IENA-1"; },
+        "gateway's panel comboBoxDataPtcl");
+    add(
+        "endian", [](Snapshot &s) { s.gateway.endian = "L"; }, "gateway's panel radioBigEndn");
+    add(
+        "other endian", [](Snapshot &s) { s.gateway.endian = "L"; }, "gateway's panel radioLitleEndn");
+    add(
+        "length", [](Snapshot &s) { s.gateway.dataLength = "18"; }, "gateway's panel radio16Bit");
+    add(
+        "other length", [](Snapshot &s) { s.gateway.dataLength = "18"; }, "gateway's panel radio18Bit");
+    add(
+        "format", [](Snapshot &s) { s.gateway.dataFormat = "2"; }, "gateway's panel unsignedInt");
+    add(
+        "other format", [](Snapshot &s) { s.gateway.dataFormat = "2"; }, "gateway's panel twoComp");
+}
+
+void TstStormComparison::theGatewaysPanelIsCompared()
+{
+    QFETCH(Tamper, tamper);
+    QFETCH(QString, difference);
+    const auto differences = [](const Snapshot &snapshot) {
+        Comparison comparison(snapshot, Comparison::Reach::Whole);
+        comparison.compareGateway(*connectedPanel());
+        return comparison.differences();
+    };
+    if (!connectedPanel())
+        m_program->window()->findChild<QPushButton *>(QStringLiteral("tvxGateway"))->click();
+    QTRY_VERIFY(connectedPanel());
+    QTRY_COMPARE(differences(look()), QStringList());
+    Snapshot snapshot = look();
+    tamper(snapshot);
+    QVERIFY(!isShownAlike(snapshot.gateway, look().gateway));
+    const QStringList found = differences(snapshot);
+    QVERIFY2(!found.filter(difference).isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+void TstStormComparison::statesOfTheGatewayAreAlikeWhereTheyAreShownSo()
+{
+    const sim::GatewayState state;
+    sim::GatewayState later = state;
+    later.clockNs = 5;
+    later.coreCelsius += 1;
+    QVERIFY(isShownAlike(state, later));
+    later.endian = QStringLiteral("L");
+    QVERIFY(!isShownAlike(state, later));
 }
 
 void TstStormComparison::otherChainsAreCompared_data()

@@ -47,6 +47,7 @@ struct Snapshot
     sim::Chain chain;
     sim::Milliseconds now{0};
     sim::LiveValues live{0};
+    sim::GatewayState gateway;
 };
 
 /// What the simulated devices have met.
