@@ -1,5 +1,6 @@
 #include "gestures.h"
 
+#include "comparison.h"
 #include "hands.h"
 #include "program.h"
 
@@ -115,7 +116,11 @@ QString Gestures::connectPanel(QWidget *panel)
         m_hands.click(port);
         m_hands.typeOver(QString::number(m_program.gatewayPort()));
     });
-    return clickIn(panel, "tcpConnect_Btn");
+    m_hands.then([this, dialog] {
+        if (dialog && !connectedPanel()) // else the same button ends it
+            clickIn(dialog, "tcpConnect_Btn");
+    });
+    return QStringLiteral("click tcpConnect_Btn");
 }
 
 QString Gestures::chooseFile(QWidget *dialog, const QString &name)

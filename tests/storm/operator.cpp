@@ -1,5 +1,6 @@
 #include "operator.h"
 
+#include "comparison.h"
 #include "hands.h"
 #include "program.h"
 #include "protocol/communication.h"
@@ -104,6 +105,11 @@ void Operator::leaveDialogs()
     setMode(Mode::LeaveDialogs);
 }
 
+void Operator::connectPanel()
+{
+    setMode(Mode::ConnectPanel);
+}
+
 void Operator::rest()
 {
     setMode(Mode::Rest);
@@ -133,6 +139,8 @@ QString Operator::nextGesture()
     case Mode::LeaveAll:
     case Mode::LeaveDialogs:
         return leaveNext();
+    case Mode::ConnectPanel:
+        return connectNext();
     case Mode::Visit:
         return visitNext();
     case Mode::Work:
@@ -186,6 +194,21 @@ QString Operator::openSomeList()
     }
     m_hasOpenedLists = true;
     return leaveSomehow(front);
+}
+
+QString Operator::connectNext()
+{
+    QWidget *front = frontDialog();
+    const bool isAtPanel = front && dialogName(*front) == kPanel;
+    if (front && !isAtPanel)
+        return leaveSomehow(front);
+    if (!connectedPanel())
+        return isAtPanel ? m_gestures.connectPanel(front) : m_gestures.open(kPanel);
+    if (isAtPanel)
+        return m_gestures.leave(front, Way::Close); // which hides it only
+    setMode(Mode::Rest);
+    emit done();
+    return {};
 }
 
 QList<QWidget *> Operator::openDialogs()

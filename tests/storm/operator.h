@@ -34,6 +34,8 @@ public:
     void leaveAll(const std::optional<Comm_Type> &link = {});
     /// Leaves all dialogs whatever the link is; then the same.
     void leaveDialogs();
+    /// Opens the gateway's panel until it is connected, and leaves it so; then the same.
+    void connectPanel();
     void rest();
 
     int gestureCount() const { return m_gestureCount; }
@@ -50,12 +52,13 @@ signals:
     void mismatchWanted();
 
 private:
-    enum class Mode { Rest, Work, Visit, LeaveAll, LeaveDialogs };
+    enum class Mode { Rest, Work, Visit, LeaveAll, LeaveDialogs, ConnectPanel };
 
     void setMode(Mode mode);
     void decide();
     QString nextGesture();
     QString leaveNext();
+    QString connectNext();
     QString pursue();
     QString openGoal(const DialogKind &goal, QWidget *front);
     QString playWith(QWidget *front);

@@ -97,7 +97,7 @@ void Storm::report() const
     print("values", QStringLiteral("%1 compared in %2 looks; the gateway's panel in %3 more")
                         .arg(m_evidence.comparedValues)
                         .arg(m_evidence.comparisons)
-                        .arg(m_looksAtGateway));
+                        .arg(m_evidence.looksAtGateway));
     if (m_evidence.samples.size() > 2) {
         const Trend bytes = trendOf(m_evidence.samples, &MemorySample::bytes);
         const Trend objects = trendOf(m_evidence.samples, &MemorySample::objects);

@@ -99,6 +99,9 @@ void Storm::goOn()
     case Phase::Leaving:
         gesturesAreOver();
         break;
+    case Phase::Connecting:
+        startCalm();
+        break;
     case Phase::Closing:
         askForCounts();
         break;
@@ -302,7 +305,7 @@ void Storm::compareGateway(const Snapshot &snapshot)
         return;
     Comparison comparison(snapshot, m_reach);
     comparison.compareGateway(*panel);
-    ++m_looksAtGateway;
+    ++m_evidence.looksAtGateway;
     note(comparison);
 }
 
@@ -333,6 +336,17 @@ void Storm::compare(const Snapshot &snapshot)
 
 /// The session that was just READY goes on in fair weather.
 void Storm::watchCalm()
+{
+    if (m_evidence.looksAtGateway > 0) {
+        startCalm();
+        return;
+    }
+    m_phase = Phase::Connecting;
+    m_operator->connectPanel();
+    after(kGiveUpMs, &Storm::giveUp);
+}
+
+void Storm::startCalm()
 {
     m_phase = Phase::Calm;
     m_pollsAtCalm = m_program->polls();

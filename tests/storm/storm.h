@@ -59,6 +59,7 @@ private:
         Outage,
         Recovery,
         Looking,
+        Connecting,
         Calm,
         Over,
         Closing
@@ -84,6 +85,7 @@ private:
     void compareGateway(const Snapshot &snapshot);
     void note(const Comparison &comparison);
     void watchCalm();
+    void startCalm();
     void endCalm();
     void endRound();
     void giveUp();
@@ -136,7 +138,6 @@ private:
 
     // Of all.
     double m_longestWalkMs = 0;
-    int m_looksAtGateway = 0;
     Evidence m_evidence;
     QStringList m_verdict;
     QMap<QString, int> m_classesAtFirst; ///< objects by their classes, at the first sample

@@ -33,6 +33,7 @@ Evidence soundEvidence()
     sound.comparedValues = 800;
     sound.comparisons = 10;
     sound.looksAtChain = {{0, 1}, {1, 1}, {2, 1}};
+    sound.looksAtGateway = 1;
     sound.logLines = 3600;
     sound.world.requests = 900;
     sound.world.gatewayLines = 5;
@@ -182,6 +183,9 @@ void TstStormVerdict::whatIsSpoiledIsTold_data()
     add(
         "chain", [](Evidence &e) { e.looksAtChain.remove(2); },
         "only 0 looks at all values of chain 2, not 1");
+    add(
+        "gateway's panel", [](Evidence &e) { e.looksAtGateway = 0; },
+        "only 0 looks at the gateway's panel, not 1");
     add(
         "fault", [](Evidence &e) { e.world.faults.remove("reset"); }, "the weather never had: reset");
 }

@@ -126,6 +126,7 @@ void judgeWhetherEnoughHappened(const Evidence &evidence, Judge &judge)
     atLeast("recoveries", evidence.recoveries.size(), 4 * minutes);
     atLeast("calm spells that were watched", evidence.pollsOfCalms.size(), 1);
     atLeast("values compared", evidence.comparedValues, 80 * evidence.comparisons);
+    atLeast("looks at the gateway's panel", evidence.looksAtGateway, 1);
     atLeast("lines of the log", static_cast<double>(evidence.logLines), 60 * seconds / kSlowness);
     atLeast("requests to the devices", static_cast<double>(evidence.world.requests),
             15 * seconds / kSlowness);

@@ -74,6 +74,7 @@ struct Evidence
     int comparedValues = 0;
     int comparisons = 0;
     QMap<int, int> looksAtChain; ///< with all values, by the chain's number
+    int looksAtGateway = 0;      ///< at its panel, in a calm
     qint64 logLines = 0;
     WorldCounts world;
 };
