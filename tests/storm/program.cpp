@@ -49,8 +49,9 @@ QString folderPattern()
     return (isThere ? memory : QDir::tempPath()) + QStringLiteral("/storm-XXXXXX");
 }
 
-Program::Program(const Addresses &addresses)
+Program::Program(const Addresses &addresses, const CommPeriods &periods)
     : m_addresses(addresses)
+    , m_periods(periods)
 {
     QDir().mkpath(portFolder());
     writeImages();
@@ -95,7 +96,7 @@ void Program::start(quint16 gatewayPort, quint16 webPort)
     VersionPeriods versions;
     versions.delay = std::chrono::milliseconds(200);
     m_app = std::make_unique<Framework_Ctrllr>(
-        AppEnvironment{m_time, ports, paths, deployment, createLinks, stormPeriods(), kReconnect, versions});
+        AppEnvironment{m_time, ports, paths, deployment, createLinks, m_periods, kReconnect, versions});
     m_link.commType = Comm_Type::Ethernet; // as the settings file has it
     m_link.ipAddress = m_addresses.device;
     const auto *portLister = window()->findChild<PortLister *>();

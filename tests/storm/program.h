@@ -29,7 +29,7 @@ QString folderPattern();
 class Program
 {
 public:
-    explicit Program(const Addresses &addresses);
+    explicit Program(const Addresses &addresses, const CommPeriods &periods = stormPeriods());
     ~Program();
 
     /// Writes the settings file and starts the program. The ports are those of the gateway and of the server
@@ -81,6 +81,7 @@ private:
     void writeImages() const;
 
     const Addresses m_addresses;
+    const CommPeriods m_periods;
     QTemporaryDir m_folder{folderPattern()};
     quint16 m_gatewayPort = 0;
     SystemTime m_time;

@@ -58,11 +58,14 @@ private:
 void TstStormComparison::initTestCase()
 {
     const Addresses addresses = addressesOfThisProcess();
-    m_program = std::make_unique<Program>(addresses);
+    CommPeriods patient = stormPeriods(); // nobody asks twice for a row whose session was lost meanwhile
+    patient.comm = patient.initSequence = std::chrono::seconds(5);
+    m_program = std::make_unique<Program>(addresses, patient);
     m_world = std::make_unique<World>(addresses, m_program->portFolder(), 1,
                                       m_certificates.certified(QStringLiteral("IP:127.0.0.1")));
     m_world->start();
     m_world->plug(0);
+    QVERIFY(look().hasDevice); // before the program opens its link, which it does once
     m_program->start(m_world->gatewayPort(), m_world->webPort());
     QTRY_VERIFY_WITH_TIMEOUT(m_program->isReady() && m_program->polls() > 2, 30000);
 }
