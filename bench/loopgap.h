@@ -15,7 +15,8 @@ struct Gap
 };
 
 /// Finds the longest gaps from start() until it is asked for them; both figures are the longest of their
-/// kind. One at a time.
+/// kind. The host's time is told in steps of the kernel's tick, so that up to 10 ms may be taken off a gap
+/// behind it.
 class LoopGap
 {
 public:
@@ -37,17 +38,18 @@ private:
     struct Reading
     {
         qint64 clock;
-        qint64 denied;
+        kernelclocks::Denied denied;
     };
 
-    static Reading now() { return {kernelclocks::nowNs(), kernelclocks::deniedNs()}; }
+    static Reading now() { return {kernelclocks::nowNs(), {}}; }
 
     void turn()
     {
         constexpr double kNsPerMs = 1e6;
         const Reading then = std::exchange(m_start, now());
         const double byTheClock = static_cast<double>(m_start.clock - then.clock) / kNsPerMs;
-        const double denied = static_cast<double>(m_start.denied - then.denied) / kNsPerMs;
+        const double denied =
+            static_cast<double>(kernelclocks::deniedNs(then.denied, m_start.denied)) / kNsPerMs;
         m_longest.byTheClockMs = std::max(m_longest.byTheClockMs, byTheClock);
         m_longest.ms = std::max(m_longest.ms, byTheClock - denied);
     }

@@ -246,6 +246,11 @@ void Comparison::comparePower(const QWidget &row)
     check(row, "comboBox_OutputVoltageMode",
           power.mode == sim::Power::Fixed ? QStringLiteral("fixed") : QStringLiteral("auto"));
     const auto *setpoint = row.findChild<QDoubleSpinBox *>(QStringLiteral("doubleSpinBox_OutputVoltage"));
+    ++m_valueCount;
+    if (!setpoint) {
+        m_differences.append(m_place + QStringLiteral(" setpoint is missing"));
+        return;
+    }
     const double wanted = qBound(setpoint->minimum(), power.chosenMillivolts() / 1000.0, setpoint->maximum());
     ++m_valueCount;
     if (qAbs(setpoint->value() - wanted) > 0.051)
@@ -287,7 +292,13 @@ void Comparison::compareSystemPanel(const QWidget &panel)
 void Comparison::checkChoice(const QWidget &panel, const char *list, int wanted)
 {
     const auto *box = panel.findChild<QComboBox *>(QString::fromLatin1(list));
-    check(panel, list, box ? box->itemText(wanted) : QString());
+    ++m_valueCount;
+    if (!box || wanted < 0 || wanted >= box->count() || box->currentIndex() != wanted)
+        m_differences.append(QStringLiteral("%1 %2: choice %3, not %4 of %5")
+                                 .arg(m_place, QString::fromLatin1(list))
+                                 .arg(box ? box->currentIndex() : -1)
+                                 .arg(wanted)
+                                 .arg(box ? box->count() : 0));
 }
 
 void Comparison::compareGateway(const QWidget &panel)

@@ -106,6 +106,7 @@ void Program::start(quint16 gatewayPort, quint16 webPort)
     const Communication *session = m_app->communication();
     QObject::connect(session, &Communication::Signal_SystemStatus, session, [this] {
         ++m_sessionsBegun;
+        m_isBegun = true;
         m_walk.start();
     });
     QObject::connect(session, &Communication::stateInitialized, session, [this] {
@@ -113,10 +114,15 @@ void Program::start(quint16 gatewayPort, quint16 webPort)
         ++m_sessionsByLink[m_link.commType];
         m_walkMs = static_cast<double>(m_walk.nsecsElapsed()) / 1e6;
     });
-    QObject::connect(session, &Communication::Signal_CleanSlateProtocol, session,
-                     [this] { ++m_cleanSlates; });
+    QObject::connect(session, &Communication::Signal_CleanSlateProtocol, session, [this] {
+        ++m_cleanSlates;
+        m_isBegun = false;
+    });
     QObject::connect(session, &Communication::Signal_FastModuleStatus, session, [this] { ++m_polls; });
-    QObject::connect(session, &Communication::Signal_SamplingNBitRate, session, [this] { ++m_refreshes; });
+    QObject::connect(session, &Communication::Signal_SamplingNBitRate, session, [this] {
+        if (!m_isBegun)
+            ++m_lateRefreshes;
+    });
 }
 
 void Program::fillDialogue() const

@@ -67,8 +67,8 @@ public:
     int cleanSlates() const { return m_cleanSlates; }
     /// Replies with the values of all modules.
     int polls() const { return m_polls; }
-    /// System statuses that a change of the data rate asked for.
-    int refreshes() const { return m_refreshes; }
+    /// System statuses that a change of the data rate asked for, and that came in the session behind it only.
+    int lateRefreshes() const { return m_lateRefreshes; }
     /// How long the last reading of the modules took, from the system status on.
     double walkMs() const { return m_walkMs; }
 
@@ -92,7 +92,8 @@ private:
     QMap<Comm_Type, int> m_sessionsByLink;
     int m_cleanSlates = 0;
     int m_polls = 0;
-    int m_refreshes = 0;
+    int m_lateRefreshes = 0;
+    bool m_isBegun = false; ///< the session
     QElapsedTimer m_walk;
     double m_walkMs = 0;
 };

@@ -118,6 +118,7 @@ Snapshot Simulation::snapshot() const
 {
     Snapshot snapshot;
     snapshot.gateway = m_gateway->state();
+    snapshot.gatewayLines = m_counts.gatewayLines + m_gateway->receivedLines().size();
     snapshot.waitedNs = kernelclocks::waitedForProcessorNs();
     if (m_device) {
         snapshot.hasDevice = true;

@@ -40,7 +40,7 @@ void StallMeter::close()
     m_passed.waited += now.waited - m_start.waited;
     m_passed.ran += now.ran - m_start.ran;
     m_passed.helpers += now.helpers - m_start.helpers;
-    m_passed.stolen += now.stolen - m_start.stolen;
+    kernelclocks::addStolen(m_passed.stolen, m_start.stolen, now.stolen);
     m_start = now;
 }
 
@@ -66,7 +66,7 @@ Stall StallMeter::stallOf(const Reading &passed) const
     const double slept = qMax(0.0, stall.wholeMs - stall.waitedMs - stall.ranMs);
     if (slept <= Stall::kLongestHoldUpMs)
         stall.heldUpMs = qMin(slept, ms(passed.helpers));
-    stall.stolenMs = qMin(ms(passed.stolen), stall.ownMs());
+    stall.stolenMs = qMin(ms(kernelclocks::longestNs(passed.stolen)), stall.wholeMs);
     stall.during = m_activity;
     return stall;
 }

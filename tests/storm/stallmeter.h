@@ -19,7 +19,7 @@ struct StallClocks
     std::function<qint64()> waited = kernelclocks::waitedForProcessorNs;
     std::function<qint64()> ran = kernelclocks::ranNs;
     std::function<qint64()> helpers = helpersWaitedNs;
-    std::function<qint64()> stolen = kernelclocks::stolenNs;
+    std::function<kernelclocks::Stolen()> stolen = [] { return kernelclocks::stolenNs(); };
 };
 
 /// A time in which the event loop of the window's thread did not come round.
@@ -30,14 +30,14 @@ struct Stall
     /// Of it the thread slept as long as other threads of the program waited for a processor: as a file
     /// dialog that goes waits for its thread. A long sleep is none of that kind.
     double heldUpMs = 0;
-    double stolenMs = 0; ///< of the rest the host of a virtual machine gave its processors to others
+    double stolenMs = 0; ///< of the whole the host of a virtual machine gave a processor of it to others
     double ranMs = 0;    ///< of the whole the thread was at work
     QString during;      ///< what the operator did last
 
     static constexpr double kLongestHoldUpMs = 2000;
 
-    /// What the program has to answer for.
-    double ownMs() const { return wholeMs - waitedMs - heldUpMs - stolenMs; }
+    /// What the program has to answer for. What the host took may be the time of the waits.
+    double ownMs() const { return wholeMs - qMax(waitedMs + heldUpMs, stolenMs); }
 };
 
 /// Measures how long the event loop of its thread does not come round. A timer fires in each turn of the
@@ -83,7 +83,7 @@ private:
         qint64 waited = 0;
         qint64 ran = 0;
         qint64 helpers = 0;
-        qint64 stolen = 0;
+        kernelclocks::Stolen stolen;
     };
 
     Reading read() const

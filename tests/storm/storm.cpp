@@ -219,10 +219,10 @@ void Storm::recover(Comparison::Reach reach)
 
 void Storm::startRecovery()
 {
-    m_waitedAtRecovery = kernelclocks::deniedNs();
+    m_deniedAtRecovery = {};
     m_world->look(this, [this](const Snapshot &snapshot) { m_worldWaitedAtRecovery = snapshot.waitedNs; });
     m_recovery.start();
-    m_refreshesAtRecovery = m_program->refreshes();
+    m_refreshesAtRecovery = m_program->lateRefreshes();
     m_pollsAtRecovery = m_program->polls();
     m_lookTimer.start(kLookEveryMs);
 }
@@ -235,13 +235,13 @@ void Storm::lookWhetherReady()
     if (!m_times.isReady && m_times.readyAfterMs < kGiveUpMs)
         return;
     m_lookTimer.stop();
-    m_waitedAtReady = kernelclocks::deniedNs();
+    m_deniedAtReady = {};
     m_world->look(this, [this](const Snapshot &snapshot) {
         m_worldWaitedAtReady = snapshot.waitedNs;
         noteRecovery();
     });
     m_times.modules = m_program->rowCount();
-    m_times.wasRefreshLost = m_program->refreshes() > m_refreshesAtRecovery;
+    m_times.wasRefreshLost = m_program->lateRefreshes() > m_refreshesAtRecovery;
     m_times.statusBox = m_program->statusBox();
     m_longestWalkMs = qMax(m_longestWalkMs, m_program->walkMs());
     m_slatesAtReady = m_program->cleanSlates();
@@ -252,7 +252,8 @@ void Storm::lookWhetherReady()
 /// What came behind READY does not belong to it.
 void Storm::noteRecovery()
 {
-    m_times.programWaitedMs = static_cast<double>(m_waitedAtReady - m_waitedAtRecovery) / kNsPerMs;
+    m_times.programWaitedMs =
+        static_cast<double>(kernelclocks::deniedNs(m_deniedAtRecovery, m_deniedAtReady)) / kNsPerMs;
     m_times.worldWaitedMs = static_cast<double>(m_worldWaitedAtReady - m_worldWaitedAtRecovery) / kNsPerMs;
     m_evidence.recoveries.append(m_times);
     notice(complaint(m_times));
@@ -277,7 +278,7 @@ bool Storm::isSessionLost(const Snapshot &snapshot)
     if (m_program->cleanSlates() == m_slatesAtReady)
         return false;
     const qint64 waitedNs =
-        kernelclocks::deniedNs() - m_waitedAtReady + snapshot.waitedNs - m_worldWaitedAtReady;
+        qMax(kernelclocks::deniedNs(m_deniedAtReady, {}), snapshot.waitedNs - m_worldWaitedAtReady);
     m_evidence.lostSessions.append(LostSession{static_cast<double>(waitedNs) / kNsPerMs});
     const QStringList lines = complaints(m_evidence.lostSessions, secondsNow());
     notice(lines.join(QStringLiteral("; ")));
@@ -296,12 +297,14 @@ void Storm::compareNow(const Snapshot &snapshot)
     note(comparison);
 }
 
-/// In a calm, in which it was asked for its state, and that did not change.
+/// In a calm in which it was asked for its state, which did not change. A panel whose greeting got lost asks
+/// for nothing.
 void Storm::compareGateway(const Snapshot &snapshot)
 {
     const Unmeasured unmeasured(m_meter);
     const QWidget *panel = connectedPanel();
-    if (!panel || !m_gatewayAtCalm || !isShownAlike(*m_gatewayAtCalm, snapshot.gateway))
+    if (!panel || !m_gatewayAtCalm || snapshot.gatewayLines == m_gatewayAtCalm->gatewayLines ||
+        !isShownAlike(m_gatewayAtCalm->gateway, snapshot.gateway))
         return;
     Comparison comparison(snapshot, m_reach);
     comparison.compareGateway(*panel);
@@ -352,7 +355,7 @@ void Storm::startCalm()
     m_pollsAtCalm = m_program->polls();
     m_gatewayAtCalm.reset();
     if (connectedPanel())
-        m_world->look(this, [this](const Snapshot &snapshot) { m_gatewayAtCalm = snapshot.gateway; });
+        m_world->look(this, [this](const Snapshot &snapshot) { m_gatewayAtCalm = snapshot; });
     after(calmMs(), &Storm::endCalm);
 }
 

@@ -124,9 +124,9 @@ private:
 
     // Of the recovery under way.
     QElapsedTimer m_recovery;
-    qint64 m_waitedAtRecovery = 0;      ///< for which the program had no processor until then
-    qint64 m_worldWaitedAtRecovery = 0; ///< and the devices
-    qint64 m_waitedAtReady = 0;         ///< the same two, until READY
+    kernelclocks::Denied m_deniedAtRecovery; ///< of processors to the program, until then
+    qint64 m_worldWaitedAtRecovery = 0;      ///< and the devices
+    kernelclocks::Denied m_deniedAtReady;    ///< the same two, until READY
     qint64 m_worldWaitedAtReady = 0;
     Recovery m_times;
     int m_slatesAtReady = 0;
@@ -134,7 +134,7 @@ private:
     int m_pollsAtRecovery = 0;
     int m_pollsAtCalm = 0;
     int m_refreshesAtRecovery = 0;
-    std::optional<sim::GatewayState> m_gatewayAtCalm; ///< nothing: the panel was not connected
+    std::optional<Snapshot> m_gatewayAtCalm; ///< nothing: the panel was not connected
 
     // Of all.
     double m_longestWalkMs = 0;

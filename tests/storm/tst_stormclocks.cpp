@@ -73,8 +73,9 @@ private slots:
     void shortageCountsForAThreadThatEnded();
     void aThreadThatIsLeftOutNeverCounts();
     void sleepIsAStallHoweverBusyTheMachineIs();
-    void theHostTellsWhatItTook();
-    void whatTheKernelAndTheHostTookIsDenied();
+    void theHostTellsWhatItTookOfEachProcessor();
+    void ofProcessorsTheOneCountsThatWasTakenLongest();
+    void whatTheKernelOrTheHostTookIsDenied();
 };
 
 void TstStormClocks::theKernelTellsOfTheWaits()
@@ -146,7 +147,7 @@ void TstStormClocks::sleepIsAStallHoweverBusyTheMachineIs()
     const Crowd crowd(QString::fromLatin1(kThreadOfTheWorld)); // as the other programs of the machine
     QTRY_VERIFY(crowd.waitedNs() > 0);
     StallClocks clocks;
-    clocks.stolen = [] { return 0; }; // a host does not ask who wants the processor
+    clocks.stolen = [] { return Stolen(); }; // a host does not ask who wants the processor
     StallMeter meter(100, clocks);
     meter.start();
     QTRY_VERIFY(meter.ticks() > 1);
@@ -156,37 +157,43 @@ void TstStormClocks::sleepIsAStallHoweverBusyTheMachineIs()
     QVERIFY(!meter.violations().isEmpty());
 }
 
-void TstStormClocks::theHostTellsWhatItTook()
+void TstStormClocks::theHostTellsWhatItTookOfEachProcessor()
 {
-    const auto text = [](int first, int second) {
-        return "cpu  16140 0 5102 45167 380 0 49 " + std::to_string(first + second) +
-               " 0 0\ncpu0 7885 0 2195 23339 15 0 5 " + std::to_string(first) +
-               " 0 0\ncpu1 8254 0 2907 21828 365 0 43 " + std::to_string(second) +
-               " 0 0\nintr 9 9 9 9 9 9 9 9999 9\n";
-    };
-    std::string told = text(57, 1000);
-    HostTheft theft([&told] { return told; }, 100);
-    QCOMPARE(theft.total(), 0);
-    told = text(65, 1002);
-    QCOMPARE(theft.total(), 80 * kMs);
-    QCOMPARE(theft.total(), 80 * kMs);
-    told = text(66, 1005);
-    QCOMPARE(theft.total(), 110 * kMs);
-    told = text(66, 0).substr(0, 60); // a processor is gone
-    QCOMPARE(theft.total(), 110 * kMs);
-    told = "cpu0 7885 0\n"; // an old kernel
-    QCOMPARE(theft.total(), 110 * kMs);
+    const std::string text = "cpu  16140 0 5102 45167 380 0 49 116 900 1\n"
+                             "cpu0 7885 0 2195 23339 15 0 5 57 400 0\n"
+                             "cpu1 8254 0 2907 21828 365 0 43 59 500 1\n"
+                             "intr 9 9 9 9 9 9 9 9999 9\n";
+    QCOMPARE(stolenNs(text, 100), (Stolen{570 * kMs, 590 * kMs}));
+    QCOMPARE(stolenNs(text, 1000), (Stolen{57 * kMs, 59 * kMs}));
+    QCOMPARE(stolenNs(text.substr(0, text.find("59 500") + 1), 100), (Stolen{570 * kMs})); // cut
+    QCOMPARE(stolenNs("cpu0 7885 0\n", 100), Stolen());                                    // an old kernel
+    QCOMPARE(stolenNs(std::string(), 100), Stolen());
 }
 
-void TstStormClocks::whatTheKernelAndTheHostTookIsDenied()
+void TstStormClocks::ofProcessorsTheOneCountsThatWasTakenLongest()
 {
-    QCOMPARE(deniedNs([] { return 5; }, [] { return 7; }), 12);
+    Stolen sum;
+    QCOMPARE(longestNs(sum), 0);
+    addStolen(sum, {100, 1000}, {180, 1020});
+    QCOMPARE(longestNs(sum), 80);
+    addStolen(sum, {180, 1020}, {190, 1050});
+    QCOMPARE(sum, (Stolen{90, 50}));
+    QCOMPARE(longestNs(sum), 90);
+    addStolen(sum, {190, 1050}, {195}); // a processor is gone
+    QCOMPARE(sum, (Stolen{95, 50}));
+}
+
+void TstStormClocks::whatTheKernelOrTheHostTookIsDenied()
+{
+    QCOMPARE(deniedNs({5, {10, 20}}, {12, {13, 24}}), 7);
+    QCOMPARE(deniedNs({5, {10, 20}}, {12, {19, 24}}), 9);
+    QCOMPARE(deniedNs({5, {}}, {12, {}}), 7);
+    const Denied before;
     const qint64 waited = waitedForProcessorNs();
-    const qint64 denied = deniedNs();
     const Crowd crowd(QStringLiteral("crowd"));
     QTRY_VERIFY(waitedForProcessorNs() > waited);
     const qint64 growth = waitedForProcessorNs() - waited;
-    QVERIFY(deniedNs() - denied >= growth);
+    QVERIFY(deniedNs(before, {}) >= growth);
 }
 
 QTEST_GUILESS_MAIN(TstStormClocks)

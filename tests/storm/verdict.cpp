@@ -6,6 +6,7 @@
 #include "support/sanitizers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace storm {
@@ -57,7 +58,7 @@ public:
     void atLeast(const QString &what, double count, double wanted)
     {
         if (count < wanted)
-            m_lines.append(QStringLiteral("only %1 %2, not %3").arg(count).arg(what).arg(wanted));
+            m_lines.append(QStringLiteral("only %1 %2, not %3").arg(count).arg(what).arg(std::ceil(wanted)));
     }
     const QStringList &lines() const { return m_lines; }
 
@@ -124,7 +125,7 @@ void judgeWhetherEnoughHappened(const Evidence &evidence, Judge &judge)
         judge.atLeast(QStringLiteral("sessions read over ") + nameOf(link), evidence.sessions.value(link),
                       wholeMinutes(seconds));
     atLeast("recoveries", evidence.recoveries.size(), 4 * minutes);
-    atLeast("calm spells that were watched", evidence.pollsOfCalms.size(), 1);
+    atLeast("calm spells that were watched", evidence.pollsOfCalms.size(), wholeMinutes(seconds));
     atLeast("values compared", evidence.comparedValues, 80 * evidence.comparisons);
     atLeast("looks at the gateway's panel", evidence.looksAtGateway, 1);
     atLeast("lines of the log", static_cast<double>(evidence.logLines), 60 * seconds / kSlowness);
@@ -134,7 +135,7 @@ void judgeWhetherEnoughHappened(const Evidence &evidence, Judge &judge)
     atLeast("web requests", static_cast<double>(evidence.world.webRequests), 15 * minutes);
     for (int chain = 0; chain < stormChains().size(); ++chain)
         judge.atLeast(QStringLiteral("looks at all values of chain %1").arg(chain),
-                      evidence.looksAtChain.value(chain), 1);
+                      evidence.looksAtChain.value(chain), std::max(1, wholeMinutes(seconds) / 2));
     judge.add(Weather::missingKinds(evidence.world), QStringLiteral("the weather never had: %1"));
 }
 
@@ -167,7 +168,7 @@ int calmMs()
 
 double ownMs(double wholeMs, double programWaitedMs, double worldWaitedMs)
 {
-    return std::max(0.0, wholeMs - programWaitedMs - worldWaitedMs);
+    return std::max(0.0, wholeMs - std::max(programWaitedMs, worldWaitedMs));
 }
 
 QString complaint(const Recovery &recovery)

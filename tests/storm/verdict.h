@@ -23,8 +23,9 @@ double lostRefreshMs();
 /// For so long a session that is READY in fair weather is watched.
 int calmMs();
 
-/// What is left of a time if that is taken off for which the program and the devices had no processor in it.
-/// They may have waited at once, and the host's time is told in steps: never less than nothing is left.
+/// What is left of a time if that is taken off for which the program or the devices had no processor in it,
+/// whichever is more: they may have waited at once. The host's time is told in steps: never less than nothing
+/// is left.
 double ownMs(double wholeMs, double programWaitedMs, double worldWaitedMs);
 
 /// From the end of the faults to READY.
@@ -33,7 +34,7 @@ struct Recovery
     double readyAfterMs = 0;
     double programWaitedMs = 0; ///< of it, without a processor
     double worldWaitedMs = 0;   ///< the same of the devices
-    bool isReady = true;        ///< false: given up
+    bool isReady = false;       ///< given up
     int modules = 0;
     bool wasRefreshLost = false; ///< as lostRefreshMs() tells
     QString statusBox;
@@ -44,7 +45,8 @@ struct Recovery
 /// A session that was READY and ended in fair weather.
 struct LostSession
 {
-    double waitedMs = 0; ///< for which the program and the devices had no processor since it was READY
+    double waitedMs =
+        0; ///< for which the program or the devices, whichever is more, had no processor since it was READY
 };
 
 /// All that a run has shown.
@@ -59,7 +61,7 @@ struct Evidence
     QStringList missing;     ///< names of dialogs that were not left in all of their ways
     QStringList strangers;   ///< and of dialogs that nobody knows
     QVector<Stall> stalls;   ///< above the limit
-    bool isClosed = true;    ///< the program went when its window was closed
+    bool isClosed = false;   ///< the program went when its window was closed
 
     // What is judged by its size.
     QVector<MemorySample> samples;

@@ -48,6 +48,7 @@ struct Snapshot
     sim::Milliseconds now{0};
     sim::LiveValues live{0};
     sim::GatewayState gateway;
+    qint64 gatewayLines = 0; ///< that it was sent, since the start
 };
 
 /// What the simulated devices have met.

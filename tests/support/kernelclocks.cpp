@@ -165,56 +165,45 @@ qint64 ThreadWaits::total()
     return m_total;
 }
 
-namespace {
-
-constexpr qint64 kNsPerSecond = 1000000000;
-
-std::string textOfProcessors()
+Stolen stolenNs(const std::string &text, long ticksPerSecond)
 {
-    static const KernelFile file("/proc/stat");
-    return file.text();
-}
-
-} // namespace
-
-HostTheft::HostTheft(std::function<std::string()> text, long ticksPerSecond)
-    : m_text(text ? std::move(text) : textOfProcessors)
-    , m_nsPerTick(kNsPerSecond / (ticksPerSecond > 0 ? ticksPerSecond : ::sysconf(_SC_CLK_TCK)))
-    , m_ticks(look())
-{}
-
-std::vector<qint64> HostTheft::look() const
-{
-    std::vector<qint64> found;
-    std::istringstream lines(m_text());
+    constexpr qint64 kNsPerSecond = 1000000000;
+    Stolen stolen;
+    std::istringstream lines(text.substr(0, text.rfind('\n') + 1)); // the last may be cut
     for (std::string line; std::getline(lines, line);) {
         long long ticks = 0;
-        if (std::sscanf(line.c_str(), "cpu%*d %*s %*s %*s %*s %*s %*s %*s %lld", &ticks) == 1)
-            found.push_back(ticks);
+        // Digits: the first line, of all processors, has a blank there.
+        if (std::sscanf(line.c_str(), "cpu%*[0-9] %*s %*s %*s %*s %*s %*s %*s %lld", &ticks) == 1)
+            stolen.push_back(ticks * (kNsPerSecond / ticksPerSecond));
     }
-    return found;
+    return stolen;
 }
 
-qint64 HostTheft::total()
+Stolen stolenNs()
 {
-    const std::vector<qint64> ticks = look();
-    qint64 most = 0;
-    for (size_t i = 0; i < std::min(ticks.size(), m_ticks.size()); ++i)
-        most = std::max(most, ticks[i] - m_ticks[i]);
-    m_ticks = ticks;
-    m_total += most * m_nsPerTick;
-    return m_total;
+    static const KernelFile file("/proc/stat");
+    static const long ticksPerSecond = ::sysconf(_SC_CLK_TCK);
+    return stolenNs(file.text(), ticksPerSecond);
 }
 
-qint64 stolenNs()
+void addStolen(Stolen &sum, const Stolen &from, const Stolen &to)
 {
-    static HostTheft theft;
-    return theft.total();
+    const size_t processors = std::min(from.size(), to.size());
+    sum.resize(std::max(sum.size(), processors));
+    for (size_t i = 0; i < processors; ++i)
+        sum[i] += to[i] - from[i];
 }
 
-qint64 deniedNs(const std::function<qint64()> &waited, const std::function<qint64()> &stolen)
+qint64 longestNs(const Stolen &stolen)
 {
-    return waited() + stolen();
+    return stolen.empty() ? 0 : *std::max_element(stolen.cbegin(), stolen.cend());
+}
+
+qint64 deniedNs(const Denied &from, const Denied &to)
+{
+    Stolen stolen;
+    addStolen(stolen, from.stolen, to.stolen);
+    return std::max(to.waited - from.waited, longestNs(stolen));
 }
 
 } // namespace kernelclocks

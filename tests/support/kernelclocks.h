@@ -34,7 +34,8 @@ public:
 
     /// Threads with the name `leftOut` do not count.
     explicit ThreadWaits(std::string leftOut, std::function<qint64()> shortage = shortageNs);
-    /// `look` tells of the threads that there are, and is given those of the last time.
+    /// `look` tells of the threads that there are, and is given those of the last time; `shortage`
+    /// is in nanoseconds.
     ThreadWaits(std::function<Threads(const Threads &)> look, std::function<qint64()> shortage);
 
     /// Nanoseconds so far. Of what passed since the last call it counts that of the thread which waited
@@ -50,30 +51,27 @@ private:
     qint64 m_total = 0;
 };
 
-/// How long the host of a virtual machine let a processor of it wait.
-class HostTheft
+/// Nanoseconds for which the host of a virtual machine let each of its processors wait, since the start of
+/// the machine, in steps of the kernel's tick; nothing where the kernel does not tell.
+using Stolen = std::vector<qint64>;
+Stolen stolenNs();
+/// The same from the kernel's text, which has a line for each processor; so many ticks are a second.
+Stolen stolenNs(const std::string &text, long ticksPerSecond);
+/// Adds what came to it between two readings, each processor by itself.
+void addStolen(Stolen &sum, const Stolen &from, const Stolen &to);
+/// That of the processor which waited longest.
+qint64 longestNs(const Stolen &stolen);
+
+/// For which the calling thread had no processor so far.
+struct Denied
 {
-public:
-    /// `text` gives what the kernel tells of its processors, in lines; by default from now on.
-    explicit HostTheft(std::function<std::string()> text = {}, long ticksPerSecond = 0);
-
-    /// Nanoseconds so far, in steps of the kernel's tick. Of what passed since the last call it counts that
-    /// of the processor which waited longest.
-    qint64 total();
-
-private:
-    std::vector<qint64> look() const;
-
-    const std::function<std::string()> m_text;
-    const qint64 m_nsPerTick;
-    std::vector<qint64> m_ticks; ///< of each processor at the last call
-    qint64 m_total = 0;
+    qint64 waited = waitedForProcessorNs();
+    Stolen stolen = stolenNs();
 };
 
-/// What the host took since the first call; 0 where the kernel does not tell. For one thread alone.
-qint64 stolenNs();
-/// For how long that thread had no processor so far, by the kernel or the host.
-qint64 deniedNs(const std::function<qint64()> &waited = waitedForProcessorNs,
-                const std::function<qint64()> &stolen = stolenNs);
+/// Nanoseconds between two readings of one thread for which it had no processor: that for which the kernel
+/// let it wait, or that which the host took of one processor, whichever is more. They may have been at the
+/// same time.
+qint64 deniedNs(const Denied &from, const Denied &to);
 
 } // namespace kernelclocks
