@@ -15,12 +15,14 @@ EXCEPTIONS = {
     "statusBox": "a field of the main window",
 }
 
-CLASS = re.compile(r"\bclass\s+(\w+)\s*(?:final\s*)?:\s*(?:public|protected|private)\s+(\w+)")
+CLASS = re.compile(r"\bclass\s+(\w+)\s*(?:final\s*)?:\s*([^{;]+)\{")
+BASE = re.compile(r"\b(?:public|protected|private)\s+(\w+)")
 LIBRARY = re.compile(r"Q\w*(?:Dialog|MessageBox)|QWizard")
 NAME = re.compile(r'"(\w*(?:Box|Dialog|Confirmation))"')
-MADE = re.compile(r"\bnew\s+(Q\w*Dialog|QMessageBox)\b|\b(QMessageBox|QFileDialog|QPrintDialog|QInputDialog)\s+\w+[({]")
+BOX = r"(?:Q\w*Dialog|QMessageBox|QErrorMessage|QWizard)"
+MADE = re.compile(rf"\bnew\s+{BOX}\b|\bmake_unique<{BOX}>|\b{BOX}\s+\w+\s*[({{;]")
 CALLED = re.compile(r"\b(QMessageBox|QFileDialog|QInputDialog|QColorDialog|QFontDialog)::(?!event\b)[a-z]\w*\(")
-NAMED = re.compile(r'setObjectName\((?:\w+\("(\w+)"\)|[^;]*)\)')
+NAMED = re.compile(r'setObjectName\((?:\w+\("(\w+)"\)|"(\w+)"|[^;]*)\)')
 LINES_TO_THE_NAME = 8
 
 
@@ -43,8 +45,8 @@ def dialog_classes(texts):
     while len(found) != before: # a base may stand in a later file
         before = len(found)
         for name, text in texts:
-            for own, base in CLASS.findall(text):
-                if LIBRARY.fullmatch(base) or base in found:
+            for own, bases in CLASS.findall(text):
+                if any(LIBRARY.fullmatch(base) or base in found for base in BASE.findall(bases)):
                     found[own] = name
     return found
 
@@ -57,8 +59,11 @@ def boxes(text):
         if CALLED.search(line):
             yield number + 1, None
         if MADE.search(line):
-            named = NAMED.search("\n".join(lines[number:number + LINES_TO_THE_NAME]))
-            yield number + 1, (named.group(1) or "") if named else None
+            end = number + 1
+            while end < len(lines) and end < number + LINES_TO_THE_NAME and not MADE.search(lines[end]):
+                end += 1
+            named = NAMED.search("\n".join(lines[number:end]))
+            yield number + 1, (named.group(1) or named.group(2) or "") if named else None
 
 
 def faults(root, exceptions=None):

@@ -47,10 +47,21 @@ class CheckDialogs(unittest.TestCase):
                  "src/app/b.h": "class Known : public QDialog\n{\n};\n"}
         self.assertEqual(["src/app/a.h: the storm does not know Unknown"], self.faults(later))
 
+    def test_dialog_that_is_a_second_base_is_found(self):
+        self.assertEqual(["src/app/a.cpp: the storm does not know Unknown"],
+                         self.source("class Unknown : public Other,\n    public QDialog\n{\n};\n"))
+
     def test_box_is_known_by_its_name(self):
         box = 'auto *box = new QMessageBox(a,\n  b);\nbox->setObjectName(QStringLiteral("%s"));\n'
         self.assertEqual([], self.source(box % "knownBox"))
         self.assertEqual(['src/app/a.cpp: the storm does not know "surprise"'], self.source(box % "surprise"))
+        self.assertEqual(['src/app/a.cpp: the storm does not know "surprise"'],
+                         self.source('QDialog box(this);\nbox.setObjectName("surprise");\n'))
+
+    def test_name_of_the_next_box_is_not_that_of_this(self):
+        self.assertEqual(["src/app/a.cpp:1: a box without an object name, so the storm cannot know it"],
+                         self.source("QMessageBox first;\nauto *second = new QDialog(a);\n"
+                                     'second->setObjectName("knownBox");\n'))
 
     def test_name_that_is_given_elsewhere_is_found(self):
         self.assertEqual(['src/app/a.cpp: the storm does not know "newConfirmation"'],
@@ -64,6 +75,7 @@ class CheckDialogs(unittest.TestCase):
 
     def test_box_without_a_name_is_found(self):
         for text in ("auto *box = new QFileDialog(this);\n", "QMessageBox box(this);\nbox.exec();\n",
+                     "QMessageBox box;\n", "QProgressDialog box(this);\n", "auto box = std::make_unique<QMessageBox>();\n",
                      "QMessageBox::warning(this, a, b);\n", "auto name = QFileDialog::getOpenFileName(this);\n"):
             self.assertEqual(["src/app/a.cpp:1: a box without an object name, so the storm cannot know it"],
                              self.source(text))

@@ -205,6 +205,8 @@ void checkLine(const StatusStore &store, const StatusStore &words, int address)
 
 void checkReports(const Module_Status &status)
 {
+    require(StatusStore().setModule(status) == (status.moduleAddress < kReportAddresses),
+            "only an address of the chain has its place");
     const StatusStore store = storeOf(status);
     const StatusStore harmless = storeOf(rewritten(status, withoutMarkup));
     const StatusStore words = storeOf(rewritten(status, asWord));
