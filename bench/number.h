@@ -16,7 +16,7 @@ public:
         , m_unit(std::move(unit))
     {}
 
-    /// The worst of the rounds, where the value is their median.
+    /// The worst of the rounds, where the value is their median; of a gap, that by the clock.
     Number &worst(double value) { return set(m_worst, value); }
 
     /// A bare program's way to the same end, measured in the same run and in the same unit. Told as a ratio.
