@@ -6,6 +6,8 @@ import re
 import sys
 from pathlib import Path
 
+from faultlist import report
+
 KINDS = "tests/storm/dialogbook.cpp"
 # Dialogs that the storm cannot open, and names that look like those of dialogs, each with its reason.
 EXCEPTIONS = {
@@ -92,12 +94,5 @@ def faults(root, exceptions=None):
         yield f"{name} is an exception, and there is no such dialog"
 
 
-def main():
-    found = list(faults(Path(sys.argv[1])))
-    for fault in found:
-        print(fault)
-    return 1 if found else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(report(faults(Path(sys.argv[1]))))

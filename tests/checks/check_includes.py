@@ -6,6 +6,8 @@ import re
 import sys
 from pathlib import Path
 
+from faultlist import report
+
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 LAYERS = re.compile(r"set\(VX_LAYERS\s+([^)]*)\)")
 FOLDER_OF_LAYER = {"base_gui": "base/gui", "records": "protocol/records", "modules_common": "modules/common",
@@ -57,12 +59,5 @@ def faults(root):
             yield f"{form.name}: no source includes it"
 
 
-def main():
-    found = list(faults(Path(sys.argv[1])))
-    for fault in found:
-        print(fault)
-    return 1 if found else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(report(faults(Path(sys.argv[1]))))
