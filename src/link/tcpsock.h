@@ -37,8 +37,9 @@ public:
 public slots:
     /// Leaves any other connection. `port` is a decimal text; one that is no number of a port fails. Waits no
     /// longer than the connect time-out, the look-up of a host name included, and 10 ms more at most for the
-    /// addresses whose turn comes when it is over, all together. True and TcpConnected() on success;
-    /// otherwise the attempt is aborted, TcpDisconnectd() is emitted and the result is false.
+    /// addresses whose turn comes when it is over, all together; a machine that holds the program up while a
+    /// socket is made adds as much again. True and TcpConnected() on success; otherwise the attempt is
+    /// aborted, TcpDisconnectd() is emitted and the result is false.
     virtual bool connectToServer(QString ipAddr, QString port);
 
     /// Leaves the connection; emits nothing.
